@@ -1,0 +1,2 @@
+// A recorder in software: answers request bytes with answer bytes.
+#pragma once

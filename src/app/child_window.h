@@ -1,0 +1,44 @@
+// Base of the windows that open inside the main window. A handler that waits for the recorder or
+// shows a dialog lets other events run, and one of them can close the window: it is then unloaded
+// at once (gone from the screen and from every list) but freed only when no handler runs in it.
+#pragma once
+
+#include <QWidget>
+
+class ChildWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ChildWindow(QWidget* parent = nullptr) : QWidget(parent) {}
+
+  // Stands at the top of every handler that waits or shows a dialog. After each wait the handler
+  // asks unloaded() and leaves if so, touching nothing of the window's state.
+  class Handler {
+   public:
+    explicit Handler(ChildWindow& window) : window_(window) { ++window_.handlers_; }
+    ~Handler();
+    Handler(const Handler&) = delete;
+    Handler& operator=(const Handler&) = delete;
+    bool unloaded() const { return window_.unloaded_; }
+
+   private:
+    ChildWindow& window_;
+  };
+
+  bool unloaded() const { return unloaded_; }
+  // Takes the window off the screen and out of the program; deletes it later.
+  void unload();
+
+ Q_SIGNALS:
+  // The window is being unloaded, by its close box or by the program.
+  void unloading();
+
+ protected:
+  // What the window does when it is unloaded, such as stopping its timer.
+  virtual void Form_Unload() {}
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  int handlers_ = 0;
+  bool unloaded_ = false;
+};

@@ -1,0 +1,58 @@
+#include "app/dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace {
+
+// Texts can carry what a recorder or a file supplied, so they are never read as markup.
+QMessageBox::StandardButton run(QWidget* parent, const QString& text, const QString& caption,
+                                QMessageBox::StandardButtons buttons) {
+  QWidget* active = QApplication::activeModalWidget();
+  QMessageBox box(QMessageBox::NoIcon, caption, text, buttons, active ? active : parent);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+  return box.standardButton(box.clickedButton());
+}
+
+// "description|pattern|..." as the name filters of a QFileDialog; the description of a pair is
+// dropped where it says no more than the pattern.
+QStringList name_filters(const QString& filter) {
+  const QStringList parts = filter.split(u'|');
+  QStringList result;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    result << (parts[i] == parts[i + 1] ? parts[i + 1]
+                                        : QStringLiteral("%1 (%2)").arg(parts[i], parts[i + 1]));
+  }
+  return result;
+}
+
+}  // namespace
+
+void WindowMessageBox::show(const QString& text, const QString& caption) {
+  run(parent_, text, caption, QMessageBox::Ok);
+}
+
+bool WindowMessageBox::ask(const QString& text, const QString& caption) {
+  return run(parent_, text, caption, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+void WindowFileDialog::show(Purpose purpose) {
+  QFileDialog dialog(parent_, title, folder_);
+  dialog.setAcceptMode(purpose == Purpose::open ? QFileDialog::AcceptOpen
+                                                : QFileDialog::AcceptSave);
+  // A missing file and an existing one are the command's business, not the dialog's.
+  dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  const QStringList filters = name_filters(filter);
+  dialog.setNameFilters(filters);
+  dialog.selectNameFilter(filters.value(filter_index - 1));
+  if (!file_name.isEmpty()) dialog.selectFile(file_name);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  file_name = dialog.selectedFiles().constFirst();
+  filter_index = static_cast<int>(filters.indexOf(dialog.selectedNameFilter())) + 1;
+  folder_ = QFileInfo(file_name).absolutePath();
+}

@@ -1,0 +1,29 @@
+// The real message box and file dialog.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "app/file_dialog.h"
+#include "app/message_box.h"
+
+class WindowMessageBox final : public MessageBox {
+ public:
+  // Boxes are modal to the window that is active, else to `parent`.
+  explicit WindowMessageBox(QWidget* parent) : parent_(parent) {}
+  void show(const QString& text, const QString& caption) override;
+  bool ask(const QString& text, const QString& caption) override;
+
+ private:
+  QPointer<QWidget> parent_;
+};
+
+class WindowFileDialog final : public FileDialog {
+ public:
+  explicit WindowFileDialog(QWidget* parent) : parent_(parent) {}
+  void show(Purpose purpose) override;
+
+ private:
+  QPointer<QWidget> parent_;
+  QString folder_;
+};

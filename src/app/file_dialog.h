@@ -1,0 +1,26 @@
+// The one common file dialog of the main window, used by open, save and export.
+#pragma once
+
+#include <QString>
+
+class FileDialog {
+ public:
+  FileDialog() = default;
+  FileDialog(const FileDialog&) = delete;
+  FileDialog& operator=(const FileDialog&) = delete;
+  virtual ~FileDialog() = default;
+
+  // Pairs "description|pattern" joined by "|", such as "*.txt|*.txt|*.doc|*.doc".
+  QString filter;
+  QString title;
+  // Set to empty before showing; afterwards the chosen name as it was typed (made absolute), or
+  // still empty when the user cancelled. No suffix is added, nothing is asked, and the name of a
+  // file that does not exist comes through.
+  QString file_name;
+  // The chosen filter, counted from 1.
+  int filter_index = 1;
+
+  enum class Purpose { open, save };
+  // Shows the dialog; the purpose only names its accept button.
+  virtual void show(Purpose purpose) = 0;
+};

@@ -1,0 +1,123 @@
+#include "app/numbers.h"
+
+#include <QByteArray>
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "app/errors.h"
+
+namespace {
+
+// Every double below this size is formatted with room to spare; beyond it "0.00" would run to
+// hundreds of digits, which no reading has.
+constexpr int decimal_room = 400;
+
+}  // namespace
+
+QString fixed2(double value) {
+  if (!std::isfinite(value)) return QString::number(value);
+  const double magnitude = std::fabs(value);
+  char digits[decimal_room];
+  auto end =
+      std::to_chars(digits, digits + sizeof digits, magnitude, std::chars_format::fixed, 2).ptr;
+  // to_chars rounds an exact tie to even; ties go away from zero here.
+  const double hundredths = magnitude * 100.0;
+  if (hundredths - std::floor(hundredths) == 0.5 &&
+      std::fma(magnitude, 100.0, -hundredths) == 0.0) {
+    const double up = std::floor(hundredths) + 1.0;
+    end =
+        std::to_chars(digits, digits + sizeof digits, up / 100.0, std::chars_format::fixed, 2).ptr;
+  }
+  const std::string_view text(digits, static_cast<std::size_t>(end - digits));
+  const bool zero = text.find_first_not_of("0.") == std::string_view::npos;
+  QString result = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+  if (value < 0 && !zero) result.prepend(u'-');
+  return result;
+}
+
+float rounded_to_2_decimals(double value) {
+  const QByteArray text = fixed2(value).toLatin1();
+  float result = 0;
+  std::from_chars(text.data(), text.data() + text.size(), result);
+  return result;
+}
+
+QString whole_with_leading_blank(std::int64_t value) {
+  return value < 0 ? QString::number(value) : u' ' + QString::number(value);
+}
+
+QString general_number(float value) {
+  char digits[64];
+  const auto end =
+      std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 7).ptr;
+  return QString::fromLatin1(digits, end - digits).toUpper();
+}
+
+char* write_shortest_float(char* out, float value) {
+  return std::to_chars(out, out + shortest_float_size, value, std::chars_format::fixed).ptr;
+}
+
+double round_half_even(double value) {
+  return std::nearbyint(value);
+}
+
+std::int16_t to_int16(double value) {
+  const double whole = round_half_even(value);
+  if (!(whole >= std::numeric_limits<std::int16_t>::min() &&
+        whole <= std::numeric_limits<std::int16_t>::max())) {
+    throw ConversionError("number too large for 16 bits");
+  }
+  return static_cast<std::int16_t>(whole);
+}
+
+std::int32_t to_int32(double value) {
+  const double whole = round_half_even(value);
+  if (!(whole >= std::numeric_limits<std::int32_t>::min() &&
+        whole <= std::numeric_limits<std::int32_t>::max())) {
+    throw ConversionError("number too large for 32 bits");
+  }
+  return static_cast<std::int32_t>(whole);
+}
+
+std::optional<double> number_of(QStringView text) {
+  QStringView trimmed = text.trimmed();
+  if (trimmed.startsWith(u'+')) {
+    trimmed = trimmed.mid(1);
+    if (trimmed.startsWith(u'-')) return std::nullopt;
+  }
+  // from_chars would also take "inf" and "nan".
+  for (const QChar c : trimmed) {
+    const bool allowed =
+        (c >= u'0' && c <= u'9') || c == u'.' || c == u'-' || c == u'+' || c == u'e' || c == u'E';
+    if (!allowed) return std::nullopt;
+  }
+  const QByteArray bytes = trimmed.toLatin1();
+  double result = 0;
+  const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), result);
+  if (error != std::errc() || end != bytes.data() + bytes.size()) return std::nullopt;
+  return result;
+}
+
+bool is_number(QStringView text) {
+  return number_of(text).has_value();
+}
+
+double to_double(QStringView text) {
+  const auto number = number_of(text);
+  if (!number) throw ConversionError("not a number");
+  return *number;
+}
+
+float to_float(QStringView text) {
+  const double number = to_double(text);
+  const auto result = static_cast<float>(number);
+  if (!std::isfinite(result)) throw ConversionError("number too large for a 32-bit float");
+  return result;
+}
+
+std::int16_t to_int16(QStringView text) {
+  return to_int16(to_double(text));
+}

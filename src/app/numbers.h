@@ -1,0 +1,47 @@
+// The few forms in which the program writes and reads numbers. The decimal point is "." whatever
+// the locale.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <cstdint>
+#include <optional>
+
+// "0.00": two decimals, ties away from zero as the decimal expansion of the value shows them
+// (0.125 is 0.13, -0.125 is -0.13); a value that rounds to zero has no sign.
+QString fixed2(double value);
+
+// The value that fixed2 shows, read back as a 32-bit float.
+float rounded_to_2_decimals(double value);
+
+// A whole number preceded by a blank, or by "-" when negative.
+QString whole_with_leading_blank(std::int64_t value);
+
+// The general number form of a 32-bit float: 7 significant digits, an exponent only where plain
+// digits would not do, no trailing zeros.
+QString general_number(float value);
+
+// The shortest plain decimal form that reads back as the same 32-bit float: no exponent, no
+// trailing zeros, no point for a whole value. Writes into `out`, which must hold at least
+// `shortest_float_size` characters, and gives the end of what was written.
+inline constexpr int shortest_float_size = 64;
+char* write_shortest_float(char* out, float value);
+
+// Nearest whole number, ties to even.
+double round_half_even(double value);
+
+// Nearest whole number, ties to even, as a 16- or 32-bit integer. Throws ConversionError when it
+// does not fit.
+std::int16_t to_int16(double value);
+std::int32_t to_int32(double value);
+
+// The number that a text is, blanks around it ignored; nothing when it is not a number (empty,
+// letters, hexadecimal, infinities, a number too large for a double).
+std::optional<double> number_of(QStringView text);
+bool is_number(QStringView text);
+
+// The same as a value. Throw ConversionError when the text is not a number or does not fit.
+double to_double(QStringView text);
+float to_float(QStringView text);
+std::int16_t to_int16(QStringView text);

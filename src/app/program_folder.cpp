@@ -1,0 +1,20 @@
+#include "app/program_folder.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+QString& folder_override() {
+  static QString folder;
+  return folder;
+}
+
+}  // namespace
+
+QString program_folder() {
+  return folder_override().isEmpty() ? QCoreApplication::applicationDirPath() : folder_override();
+}
+
+void set_program_folder(const QString& folder) {
+  folder_override() = folder;
+}

@@ -1,0 +1,9 @@
+// The program's own folder, where the device file, the comN links, the help file and the automatic
+// saves live.
+#pragma once
+
+#include <QString>
+
+// Absolute path of the executable's folder, without a separator at its end. Tests set another one.
+QString program_folder();
+void set_program_folder(const QString& folder);

@@ -1,0 +1,56 @@
+// The Recording: the one set of historical samples that the program holds, filled by the download
+// or by opening a data file, read by the views, the exports and the printouts.
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+class Recording {
+ public:
+  static constexpr int max_samples = 30001;
+  static constexpr int max_channels = 4;
+  // One slot more than there are channels: it is part of the layout and never read.
+  static constexpr int channel_slots = 5;
+
+  Recording();
+
+  // Emptied by setting SampleCount to 0; everything else keeps its old contents, which are then
+  // simply not read. A failed open can leave a count that the arrays do not hold, so loops over
+  // samples go through the checked access below or through held_samples().
+  QString Title;
+  QString RecorderName;
+  std::int16_t ChannelCount = 0;
+  std::int32_t SampleCount = 0;
+  // The number of samples that the historical views show as their current span.
+  std::int32_t ViewCount = 0;
+
+  // [row][slot]: row 0 the recorder's channel number as text "1".."4", 1 name, 2 unit, 3 unused.
+  std::array<std::array<QString, channel_slots>, 4> ChannelInfo;
+  // [row][slot]: row 0 maximum, 1 minimum, 2 average, 3 unused; in the channel's unit.
+  std::array<std::array<double, channel_slots>, 4> ChannelStats{};
+
+  // Time stamp of sample n, "YYYY-MM-DD HH:MM:SS". Throws BoundsError outside 0..30000.
+  QString& SampleTimes(std::int64_t sample);
+  const QString& SampleTimes(std::int64_t sample) const;
+
+  // Value of sample n on channel slot c in the channel's unit. Throws BoundsError outside
+  // 0..30000 and 0..4.
+  float& SampleValues(std::int64_t sample, std::int64_t slot);
+  float SampleValues(std::int64_t sample, std::int64_t slot) const;
+
+  // All values, sample after sample, `channel_slots` a sample: for loops over many samples.
+  std::span<const float> all_values() const { return values_; }
+
+  // SampleCount held within what the arrays hold, 0..30001.
+  int held_samples() const;
+  // ChannelCount held within 0..4.
+  int held_channels() const;
+
+ private:
+  std::vector<QString> times_;
+  std::vector<float> values_;
+};

@@ -1,0 +1,19 @@
+// Dates and times as the program keeps and shows them. They carry no time zone: a QDateTime here
+// is UTC-based and holds the local wall time, so a summer-time change moves nothing.
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+// "YYYY-MM-DD HH:MM:SS", the form in which the Recording keeps its time stamps.
+QString stamp_text(const QDateTime& time);
+
+// The date and time of a stamp in that form; an invalid QDateTime for any other text.
+QDateTime stamp_time(const QString& text);
+
+// The system's general date-time text: the system locale's short date and a time to the second.
+QString general_date_time_text(const QDateTime& time);
+
+// Wall time without a zone from its parts; out-of-range parts carry over (month 13 is January of
+// the next year, day 0 the last day of the month before).
+QDateTime wall_time(int year, int month, int day, int hour, int minute, int second);

@@ -1,0 +1,57 @@
+#include "device/device_table.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+#include "app/errors.h"
+#include "app/field_reader.h"
+#include "app/numbers.h"
+
+namespace {
+
+// 101 rows of 11 values, each of them a name of generous length: what lies beyond is not read.
+constexpr qint64 largest_device_file = 1024 * 1024;
+constexpr int fields_in_file = 11;
+
+}  // namespace
+
+const QString& DeviceTable::text(int field, int row) const {
+  static const QString empty;
+  if (field < 0 || field >= fields || row < 0 || row >= max_rows) return empty;
+  return texts_[static_cast<std::size_t>(row)][static_cast<std::size_t>(field)];
+}
+
+void DeviceTable::set_text(int field, int row, const QString& text) {
+  if (field < 0 || field >= fields || row < 0 || row >= max_rows) return;
+  texts_[static_cast<std::size_t>(row)][static_cast<std::size_t>(field)] = text;
+}
+
+int DeviceTable::rows() const {
+  return std::clamp(static_cast<int>(DeviceCount), 0, max_rows);
+}
+
+int DeviceTable::channel_count(int row) const {
+  const std::int16_t count = to_int16(text(2, row));
+  if (count < 1 || count > 4) throw ConversionError("channel count outside 1..4");
+  return count;
+}
+
+DeviceTable read_device_table(std::string_view bytes) {
+  DeviceTable table;
+  FieldReader reader(bytes);
+  skip_on_error([&] { table.DeviceCount = reader.next_int16(); });
+  for (int row = 0; row < table.rows(); ++row) {
+    for (int field = 0; field < fields_in_file; ++field) {
+      skip_on_error([&] { table.set_text(field, row, reader.next_text()); });
+    }
+  }
+  return table;
+}
+
+DeviceTable read_device_file(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  const QByteArray bytes = file.read(largest_device_file);
+  return read_device_table({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}

@@ -1,0 +1,40 @@
+// The recorder types that the program knows, read once at start from the device file.
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+class DeviceTable {
+ public:
+  static constexpr int max_rows = 101;
+  static constexpr int fields = 12;
+
+  // The number of types that the file announces, which can be more than it holds.
+  std::int16_t DeviceCount = 0;
+
+  // Field 0 type name, 2 channel count as text, 3/5/7/9 channel names, 4/6/8/10 their units.
+  // Empty text for a row or field outside the table: a damaged device file must not crash anyone.
+  const QString& text(int field, int row) const;
+  void set_text(int field, int row, const QString& text);
+
+  // Rows to offer: 0..DeviceCount-1 held within the table.
+  int rows() const;
+
+  // The channel count of a type, 1..4. Throws ConversionError for anything else, an empty or
+  // non-numeric text above all.
+  int channel_count(int row) const;
+
+ private:
+  std::array<std::array<QString, fields>, max_rows> texts_;
+};
+
+// Reads the table: one whole number N, then N rows of 11 values in free format. Values that cannot
+// be read are skipped one by one: a short file leaves fields empty, rows beyond 101 are dropped,
+// an N that is not a number leaves the table empty.
+DeviceTable read_device_table(std::string_view bytes);
+
+// Reads the device file `path`; an empty table when there is none. Never throws.
+DeviceTable read_device_file(const QString& path);
