@@ -9,8 +9,8 @@
 
 class WindowMessageBox final : public MessageBox {
  public:
-  // Boxes are modal to the window that is active, else to `parent`.
-  explicit WindowMessageBox(QWidget* parent) : parent_(parent) {}
+  // Boxes are modal to the dialog that is open, else to this window.
+  void set_parent(QWidget* parent) { parent_ = parent; }
   void show(const QString& text, const QString& caption) override;
   bool ask(const QString& text, const QString& caption) override;
 
@@ -20,7 +20,7 @@ class WindowMessageBox final : public MessageBox {
 
 class WindowFileDialog final : public FileDialog {
  public:
-  explicit WindowFileDialog(QWidget* parent) : parent_(parent) {}
+  void set_parent(QWidget* parent) { parent_ = parent; }
   void show(Purpose purpose) override;
 
  private:

@@ -1,0 +1,82 @@
+#include "acquire/frmhistorytime.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "app/message_box.h"
+#include "app/user.h"
+
+frmhistorytime::frmhistorytime(const QString& message, MessageBox& messages, QWidget* parent)
+    : QDialog(parent), messages_(messages) {
+  build();
+  Text1->setPlainText(message);
+  Form_Load();
+}
+
+void frmhistorytime::build() {
+  setObjectName(QStringLiteral("frmhistorytime"));
+  setWindowTitle(QStringLiteral("Read Data Segment"));
+  Text1 = new QPlainTextEdit(this);
+  Text1->setObjectName(QStringLiteral("Text1"));
+  Text1->setAccessibleName(QStringLiteral("Recorded time"));
+  Text1->setReadOnly(true);
+  Text1->setTabChangesFocus(true);
+  Text1->setFixedHeight(fontMetrics().lineSpacing() * 4);
+  Text1->setMinimumWidth(fontMetrics().averageCharWidth() * 64);
+
+  auto* grid = new QGridLayout;
+  const auto add_list = [&](int row, const QString& name, const QString& caption) {
+    auto* list = new QComboBox(this);
+    list->setObjectName(name);
+    list->setAccessibleName(caption);
+    auto* label = new QLabel(caption, this);
+    label->setBuddy(list);
+    grid->addWidget(label, row, 0);
+    grid->addWidget(list, row, 1);
+    return list;
+  };
+  Combo1 = add_list(0, QStringLiteral("Combo1"), QStringLiteral("Start Time"));
+  Combo2 = add_list(1, QStringLiteral("Combo2"), QStringLiteral("End Time"));
+  grid->setColumnStretch(1, 1);
+
+  Command1 = new QPushButton(QStringLiteral("Ok"), this);
+  Command1->setObjectName(QStringLiteral("Command1"));
+  Command1->setDefault(true);
+  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
+  Command2->setObjectName(QStringLiteral("Command2"));
+  connect(Command1, &QPushButton::clicked, this, &frmhistorytime::Command1_Click);
+  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Command1);
+  buttons->addWidget(Command2);
+
+  auto* all = new QVBoxLayout(this);
+  all->addWidget(Text1);
+  all->addLayout(grid);
+  all->addLayout(buttons);
+  Command1->setFocus();
+}
+
+void frmhistorytime::Form_Load() {
+  const int kept = std::min<int>(User::SegmentCount, static_cast<int>(User::SegmentTimes.size()));
+  for (std::size_t k = 0; k < static_cast<std::size_t>(std::max(0, kept)); ++k) {
+    Combo1->addItem(User::SegmentTimes[k][0]);
+    Combo2->addItem(User::SegmentTimes[k][1]);
+  }
+  Combo1->setCurrentIndex(0);
+  Combo2->setCurrentIndex(kept - 1);
+}
+
+void frmhistorytime::Command1_Click() {
+  if (Combo2->currentIndex() < Combo1->currentIndex()) {
+    messages_.show(QStringLiteral("Start Time>End Time"));
+    return;
+  }
+  User::FirstSegment = static_cast<std::int16_t>(Combo1->currentIndex());
+  User::LastSegment = static_cast<std::int16_t>(Combo2->currentIndex());
+  confirmed_ = true;
+  accept();
+}

@@ -1,0 +1,47 @@
+// What the recorder's memory holds and when each of its segments of 128 readings begins and ends,
+// worked out from the properties answer (docs/protocol.md). No window, no port.
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+
+#include <vector>
+
+inline constexpr int readings_per_segment = 128;
+// Segments beyond these are not kept.
+inline constexpr int max_segments = 251;
+
+struct Segment {
+  QDateTime first;  // time of its first sample
+  QDateTime last;   // time of its last sample
+};
+
+struct MemoryMap {
+  int channels = 0;
+  int interval = 1;        // seconds between samples
+  int samples_wanted = 0;  // samples a channel that the whole memory yields
+  QDateTime start;
+  QDateTime end;
+  // The number of segments in the memory; `segments` holds at most max_segments of them, the
+  // oldest first.
+  int segment_count = 0;
+  std::vector<Segment> segments;
+};
+
+// Readings of all channels together that a properties answer announces. Throws BoundsError for an
+// answer that is too short.
+int stored_readings(const QByteArray& properties_answer);
+
+// The samples a channel in one full segment: not whole for three channels.
+double samples_per_segment(int channels);
+
+// `channels` (1..4) take part in the recording; `now` is the wall time at which the answer came.
+// Times are kept to the millisecond, since a segment of three channels takes no whole number of
+// samples; whole_second gives the second that is shown.
+MemoryMap map_memory(const QByteArray& properties_answer, int channels, const QDateTime& now);
+
+// The nearest whole second, ties to even.
+QDateTime whole_second(const QDateTime& time);
+
+// Samples a channel that segments first..last (0-based, inclusive) of the memory yield.
+int samples_in(const MemoryMap& memory, int first, int last);

@@ -1,0 +1,28 @@
+// A timer that is switched on apart from its interval: enabled with an interval of 0 it does not
+// tick, and it keeps its interval while it is off.
+#pragma once
+
+#include <QTimer>
+
+class IntervalTimer : public QObject {
+  Q_OBJECT
+
+ public:
+  // `interval` in milliseconds.
+  explicit IntervalTimer(int interval, QObject* parent = nullptr);
+
+  bool enabled() const { return enabled_; }
+  int interval() const { return interval_; }
+  void set_enabled(bool enabled);
+  void set_interval(int interval);
+
+ Q_SIGNALS:
+  void tick();
+
+ private:
+  void apply();
+
+  QTimer timer_;
+  int interval_;
+  bool enabled_ = false;
+};

@@ -1,0 +1,31 @@
+// The dialog "Select Port": port and recorder type for the next link.
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <array>
+
+class frmport : public QDialog {
+  Q_OBJECT
+
+ public:
+  // Sets User::PortChoice to -1 and offers the types of User::DeviceTable.
+  explicit frmport(QWidget* parent);
+
+  std::array<QRadioButton*, 5> Option1{};
+  QLabel* Label1;
+  QComboBox* Combo1;
+  QPushButton* Command1;
+  QPushButton* Command2;
+
+ private:
+  void build();
+  void Form_Load();
+  void Option1_Click(int index);
+  void Command1_Click();
+  void Command2_Click();
+};

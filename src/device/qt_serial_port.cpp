@@ -1,0 +1,103 @@
+#include "device/qt_serial_port.h"
+
+#include "app/errors.h"
+#include "app/program_folder.h"
+#include "device/port_names.h"
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <termios.h>
+#endif
+
+namespace {
+
+// A write that the device does not take within this time has failed; the longest request is 67
+// bytes, 0.08 s on the line.
+constexpr int write_time_ms = 1000;
+// The size of the control's input buffer; answers are far shorter.
+constexpr qint64 input_buffer = 1024;
+
+}  // namespace
+
+QtSerialPort::QtSerialPort() {
+  port_.setReadBufferSize(input_buffer);
+  const auto tell = [this] {
+    if (on_activity) on_activity();
+  };
+  QObject::connect(&port_, &QSerialPort::readyRead, &port_, tell);
+  QObject::connect(&port_, &QSerialPort::errorOccurred, &port_, tell);
+}
+
+void QtSerialPort::require_open() const {
+  if (!port_.isOpen()) throw PortError("port closed");
+}
+
+void QtSerialPort::set_port_number(int number) {
+  if (port_.isOpen()) throw PortError("port number of an open port");
+  number_ = number;
+}
+
+void QtSerialPort::open() {
+  if (port_.isOpen()) throw PortError("port already open");
+  const QString device = serial_device(number_, program_folder(), system_serial_ports());
+  if (device.isEmpty()) throw PortError("no such port");
+  port_.setPortName(device);
+  if (!port_.open(QIODevice::ReadWrite)) throw PortError("port cannot be opened");
+}
+
+void QtSerialPort::close() {
+  if (port_.isOpen()) port_.close();
+}
+
+// Everything written so far must have left the line before its parity changes: the recorder tells
+// an address from a request by it. Flushing hands the bytes to the driver, draining waits until
+// the driver has sent them.
+void QtSerialPort::drain() {
+  while (port_.bytesToWrite() > 0) {
+    if (!port_.flush() && !port_.waitForBytesWritten(write_time_ms)) {
+      throw PortError("the port does not take bytes");
+    }
+  }
+#ifdef Q_OS_WIN
+  FlushFileBuffers(port_.handle());
+#else
+  tcdrain(port_.handle());
+#endif
+}
+
+void QtSerialPort::set_settings(const QString& text) {
+  const LineSettings settings = line_settings(text);
+  require_open();
+  drain();
+  const bool taken = port_.setBaudRate(settings.baud_rate) &&
+                     port_.setDataBits(settings.data_bits) &&
+                     port_.setStopBits(settings.stop_bits) && port_.setParity(settings.parity);
+  if (!taken) throw PortError("the device refuses the settings");
+}
+
+int QtSerialPort::bytes_waiting() {
+  require_open();
+  // Takes what the driver holds without waiting for the event loop to notice it.
+  port_.waitForReadyRead(0);
+  return static_cast<int>(port_.bytesAvailable());
+}
+
+QByteArray QtSerialPort::read_all() {
+  require_open();
+  return port_.readAll();
+}
+
+void QtSerialPort::write(const QByteArray& bytes) {
+  require_open();
+  if (port_.write(bytes) != bytes.size()) throw PortError("the port does not take bytes");
+  port_.flush();
+}
+
+void QtSerialPort::set_rts(bool on) {
+  if (port_.isOpen()) port_.setRequestToSend(on);
+}
+
+void QtSerialPort::set_dtr(bool on) {
+  if (port_.isOpen()) port_.setDataTerminalReady(on);
+}

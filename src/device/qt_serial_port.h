@@ -1,0 +1,31 @@
+// The real serial port.
+#pragma once
+
+#include <QSerialPort>
+
+#include "app/serial_port.h"
+
+class QtSerialPort final : public SerialPort {
+ public:
+  // Design values of the control: port 1, 9600 baud, 8 data bits, no parity set, 1 stop bit.
+  QtSerialPort();
+
+  int port_number() const override { return number_; }
+  void set_port_number(int number) override;
+  void open() override;
+  void close() override;
+  bool is_open() const override { return port_.isOpen(); }
+  void set_settings(const QString& settings) override;
+  int bytes_waiting() override;
+  QByteArray read_all() override;
+  void write(const QByteArray& bytes) override;
+  void set_rts(bool on) override;
+  void set_dtr(bool on) override;
+
+ private:
+  void require_open() const;
+  void drain();
+
+  int number_ = 1;
+  QSerialPort port_;
+};

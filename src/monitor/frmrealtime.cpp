@@ -1,0 +1,92 @@
+#include "monitor/frmrealtime.h"
+
+#include "app/errors.h"
+#include "app/numbers.h"
+#include "app/shell.h"
+#include "app/user.h"
+#include "device/packet.h"
+#include "monitor/properties.h"
+
+namespace {
+
+// The pickers hold a time of day on this date; what counts is the time since its midnight.
+const QDateTime picker_base(QDate(1999, 1, 1), QTime(0, 0), Qt::UTC);
+
+}  // namespace
+
+frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), shell_(shell) {
+  constexpr int design_interval_ms = 5000;
+  Timer1 = new IntervalTimer(design_interval_ms, this);
+  build();
+}
+
+void frmrealtime::Form_Load() {
+  User::OnlineRefresh = true;
+  User::OnlineRecord = true;
+  User::OnlineInterval = QTime(0, 0, 5);
+  Text5->setText(User::DeviceTable.text(0, User::RecorderType));
+  RefreshFromRecorder();
+}
+
+void frmrealtime::Form_Unload() {
+  Timer1->set_enabled(false);
+}
+
+void frmrealtime::RefreshFromRecorder() {
+  const Handler running(*this);
+  if (!read_properties(running)) return;
+  if (!read_texts(running)) return;
+  if (!read_battery(running)) return;
+  read_limits(running);
+}
+
+bool frmrealtime::read_properties(const Handler& running) {
+  const auto unloaded = [&running] { return running.unloaded(); };
+  if (!Packet::request(Packet::BuildReadProperties, {}, unloaded) || unloaded()) return false;
+  const RecorderProperties properties = decode_properties(Packet::ReceiveBuffer);
+  Text3->setText(properties.start_time);
+  Combo2->setCurrentIndex(static_cast<int>(properties.startup_type));
+  Text2->setText(properties.recording ? QStringLiteral("Recording") : QStringLiteral("Stop"));
+  Combo3->setCurrentIndex(properties.wrap ? 1 : 0);
+  for (std::size_t c = 0; c < Check1.size(); ++c) Check1[c]->setChecked(properties.channels[c]);
+  DTP2->setDateTime(picker_base.addSecs(properties.startup_delay));
+  DTP1->setDateTime(picker_base.addSecs(properties.record_interval));
+  Text14->setText(QString::number(properties.all_data));
+  Text11->setText(QString::number(properties.samples_held));
+  return true;
+}
+
+bool frmrealtime::read_texts(const Handler& running) {
+  const auto unloaded = [&running] { return running.unloaded(); };
+  if (!Packet::request(Packet::BuildReadDescription, {}, unloaded) || unloaded()) return false;
+  const RecorderTexts texts = decode_texts(Packet::ReceiveBuffer);
+  User::TitleBytes = texts.title;
+  User::DescriptionBytes.fill(0);
+  std::copy(texts.description.begin(), texts.description.end(), User::DescriptionBytes.begin());
+  Text15->setText(text_of_units(User::DescriptionBytes.data(), 48));
+  Text6->setText(text_of_units(User::TitleBytes.data(), 16));
+  return true;
+}
+
+bool frmrealtime::read_battery(const Handler& running) {
+  const auto unloaded = [&running] { return running.unloaded(); };
+  if (!Packet::request(Packet::BuildStatusRequest, {}, unloaded) || unloaded()) return false;
+  const bool enough = battery_voltage(Packet::ReceiveBuffer) >= least_voltage;
+  Text4->setText(enough ? QStringLiteral("Ok") : QStringLiteral("Error"));
+  return true;
+}
+
+bool frmrealtime::read_limits(const Handler& running) {
+  const auto unloaded = [&running] { return running.unloaded(); };
+  int channels = 0;
+  skip_on_error([&] { channels = User::DeviceTable.channel_count(User::RecorderType); });
+  for (int channel = 1; channel <= channels; ++channel) {
+    const auto build = [channel] { return Packet::BuildReadLimits(channel); };
+    if (!Packet::request(build, {}, unloaded) || unloaded()) return false;
+    const ChannelLimits limits = decode_limits(Packet::ReceiveBuffer);
+    const auto up = static_cast<std::size_t>(2 * (channel - 1));
+    Text1[up]->setText(fixed2(limits.up));
+    Text1[up + 1]->setText(fixed2(limits.down));
+  }
+  return true;
+}

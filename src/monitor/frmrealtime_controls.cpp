@@ -1,0 +1,138 @@
+// The controls of the Real-time Data window and where they stand.
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "monitor/frmrealtime.h"
+
+namespace {
+
+// Title and description are sent in fields of so many characters.
+constexpr int title_length = 8;
+constexpr int description_length = 24;
+
+// A caption and the control that it names, side by side.
+void add_row(QGridLayout& grid, int row, int column, const QString& caption, QWidget* control) {
+  auto* label = new QLabel(caption);
+  label->setBuddy(control);
+  control->setAccessibleName(caption);
+  grid.addWidget(label, row, 2 * column);
+  grid.addWidget(control, row, 2 * column + 1);
+}
+
+QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false) {
+  auto* box = new QLineEdit(parent);
+  box->setObjectName(name);
+  box->setReadOnly(read_only);
+  return box;
+}
+
+QDateTimeEdit* time_picker(const QString& name, QWidget* parent) {
+  auto* picker = new QDateTimeEdit(parent);
+  picker->setObjectName(name);
+  picker->setTimeSpec(Qt::UTC);
+  picker->setDisplayFormat(QStringLiteral("HH:mm:ss"));
+  picker->setDateTime(QDateTime(QDate(1999, 1, 1), QTime(0, 0), Qt::UTC));
+  return picker;
+}
+
+}  // namespace
+
+void frmrealtime::build() {
+  setObjectName(QStringLiteral("frmrealtime"));
+  setWindowTitle(QStringLiteral("Real-time Data"));
+  auto* left = new QVBoxLayout;
+  left->addWidget(build_status());
+  left->addWidget(build_description());
+  left->addStretch();
+  auto* right = new QVBoxLayout;
+  right->addWidget(build_channels());
+  right->addStretch();
+  auto* upper = new QHBoxLayout;
+  upper->addLayout(left, 2);
+  upper->addWidget(build_pattern(), 4, Qt::AlignTop);
+  upper->addLayout(right, 2);
+  auto* all = new QVBoxLayout(this);
+  all->addLayout(upper);
+  all->addStretch();
+}
+
+QGroupBox* frmrealtime::build_status() {
+  auto* box = new QGroupBox(QStringLiteral("Recorder Status"), this);
+  auto* grid = new QGridLayout(box);
+  Text6 = text_box(QStringLiteral("Text6"), box);
+  Text6->setMaxLength(title_length);
+  Text5 = text_box(QStringLiteral("Text5"), box, true);
+  Text4 = text_box(QStringLiteral("Text4"), box, true);
+  Text2 = text_box(QStringLiteral("Text2"), box, true);
+  add_row(*grid, 0, 0, QStringLiteral("Title"), Text6);
+  add_row(*grid, 1, 0, QStringLiteral("Name"), Text5);
+  add_row(*grid, 2, 0, QStringLiteral("Voltage"), Text4);
+  add_row(*grid, 3, 0, QStringLiteral("State"), Text2);
+  return box;
+}
+
+QGroupBox* frmrealtime::build_pattern() {
+  auto* box = new QGroupBox(QStringLiteral("Recorder Pattern"), this);
+  auto* grid = new QGridLayout(box);
+  Combo2 = new QComboBox(box);
+  Combo2->setObjectName(QStringLiteral("Combo2"));
+  Combo2->addItems(
+      {QStringLiteral("Start up"), QStringLiteral("Delay Start up"), QStringLiteral("Stop!")});
+  Text3 = text_box(QStringLiteral("Text3"), box, true);
+  DTP2 = time_picker(QStringLiteral("DTP2"), box);
+  DTP1 = time_picker(QStringLiteral("DTP1"), box);
+  Text12 = text_box(QStringLiteral("Text12"), box, true);
+  Text12->hide();
+  Text13 = text_box(QStringLiteral("Text13"), box, true);
+  Text13->hide();
+  Combo3 = new QComboBox(box);
+  Combo3->setObjectName(QStringLiteral("Combo3"));
+  Combo3->addItems({QStringLiteral("When buffer is full,Stop record"),
+                    QStringLiteral("When buffer is full,Wrap buffer!")});
+  Text11 = text_box(QStringLiteral("Text11"), box, true);
+  Text14 = text_box(QStringLiteral("Text14"), box);
+  add_row(*grid, 0, 0, QStringLiteral("Startup Type"), Combo2);
+  add_row(*grid, 1, 0, QStringLiteral("Startup Time"), Text3);
+  add_row(*grid, 2, 0, QStringLiteral("Startup  Delay(s)"), DTP2);
+  add_row(*grid, 3, 0, QStringLiteral("Record Interval(s)"), DTP1);
+  add_row(*grid, 0, 1, QStringLiteral("Stop Type"), Combo3);
+  add_row(*grid, 1, 1, QStringLiteral("Historical Sampling"), Text11);
+  add_row(*grid, 2, 1, QStringLiteral("All Data"), Text14);
+  return box;
+}
+
+QGroupBox* frmrealtime::build_description() {
+  auto* box = new QGroupBox(QStringLiteral("Recorder Description"), this);
+  auto* layout = new QVBoxLayout(box);
+  Text15 = text_box(QStringLiteral("Text15"), box);
+  Text15->setMaxLength(description_length);
+  Text15->setAccessibleName(box->title());
+  layout->addWidget(Text15);
+  return box;
+}
+
+QTabWidget* frmrealtime::build_channels() {
+  SSTab1 = new QTabWidget(this);
+  SSTab1->setObjectName(QStringLiteral("SSTab1"));
+  SSTab1->setAccessibleName(QStringLiteral("Channels"));
+  for (int c = 0; c < 4; ++c) {
+    auto* page = new QWidget(SSTab1);
+    auto* grid = new QGridLayout(page);
+    const std::array captions = {QStringLiteral("Up Limit"), QStringLiteral("Down Limit")};
+    for (int which = 0; which < 2; ++which) {
+      const int index = 2 * c + which;
+      QLineEdit* limit = text_box(QStringLiteral("Text1(%1)").arg(index), page);
+      add_row(*grid, which, 0, captions[static_cast<std::size_t>(which)], limit);
+      Text1[static_cast<std::size_t>(index)] = limit;
+    }
+    auto* check = new QCheckBox(QStringLiteral("Startup"), page);
+    check->setObjectName(QStringLiteral("Check1(%1)").arg(c));
+    grid->addWidget(check, 2, 1);
+    Check1[static_cast<std::size_t>(c)] = check;
+    SSTab1->addTab(page, QStringLiteral("Tab %1").arg(c));
+  }
+  return SSTab1;
+}

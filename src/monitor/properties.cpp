@@ -1,0 +1,83 @@
+#include "monitor/properties.h"
+
+#include "app/errors.h"
+#include "device/fixed_point.h"
+
+namespace {
+
+// Mode flags of a properties answer. A running recorder reports bit 1; a start is requested by
+// other bits, on purpose.
+constexpr std::uint8_t running_flag = 0x02;
+constexpr std::uint8_t delayed_flag = 0x04;
+constexpr std::uint8_t wrap_flag = 0x40;
+
+constexpr int texts_at = 3;
+
+std::uint8_t byte_at(const QByteArray& answer, qsizetype index) {
+  if (index < 0 || index >= answer.size()) throw BoundsError("beyond the answer");
+  return static_cast<std::uint8_t>(answer[index]);
+}
+
+int word_at(const QByteArray& answer, qsizetype index) {
+  return word(byte_at(answer, index), byte_at(answer, index + 1));
+}
+
+double value_at(const QByteArray& answer, qsizetype index) {
+  return fixed_point_value(byte_at(answer, index), byte_at(answer, index + 1));
+}
+
+}  // namespace
+
+RecorderProperties decode_properties(const QByteArray& answer) {
+  RecorderProperties properties;
+  const std::uint8_t flags = byte_at(answer, 3);
+  properties.recording = (flags & running_flag) != 0;
+  if (properties.recording) {
+    properties.startup_type =
+        (flags & delayed_flag) != 0 ? StartupType::delayed : StartupType::start_up;
+  }
+  properties.wrap = (flags & wrap_flag) != 0;
+  for (std::size_t c = 0; c < properties.channels.size(); ++c) {
+    properties.channels[c] = (byte_at(answer, 4) >> c & 1) != 0;
+  }
+  properties.start_time = QStringLiteral("%1-%2-%3  %4:%5:%6")
+                              .arg(2000 + byte_at(answer, 5))
+                              .arg(byte_at(answer, 6))
+                              .arg(byte_at(answer, 7))
+                              .arg(byte_at(answer, 8))
+                              .arg(byte_at(answer, 9))
+                              .arg(byte_at(answer, 10));
+  properties.startup_delay = word_at(answer, 11);
+  properties.record_interval = word_at(answer, 13) + 1;
+  properties.all_data = word_at(answer, 15);
+  properties.samples_held = word_at(answer, 19);
+  return properties;
+}
+
+RecorderTexts decode_texts(const QByteArray& answer) {
+  RecorderTexts texts;
+  qsizetype index = texts_at;
+  for (std::uint8_t& byte : texts.title) byte = byte_at(answer, index++);
+  for (std::uint8_t& byte : texts.description) byte = byte_at(answer, index++);
+  return texts;
+}
+
+QString text_of_units(const std::uint8_t* bytes, int count) {
+  QString text;
+  for (int i = 0; i + 1 < count; i += 2) {
+    const auto unit = static_cast<char16_t>(word(bytes[i], bytes[i + 1]));
+    if (unit == 0) break;
+    text += QChar(unit);
+  }
+  // A long text is cut at the field's end, which can fall between the halves of a pair.
+  if (!text.isEmpty() && text.back().isHighSurrogate()) text.back() = QChar::ReplacementCharacter;
+  return text;
+}
+
+double battery_voltage(const QByteArray& answer) {
+  return word_at(answer, 3) / 4096.0 * 4.0;
+}
+
+ChannelLimits decode_limits(const QByteArray& answer) {
+  return {.up = value_at(answer, 5), .down = value_at(answer, 3)};
+}
