@@ -1,0 +1,53 @@
+// The way back from the recorder: when each byte of its answers arrives.
+#pragma once
+
+#include <QByteArray>
+
+#include <deque>
+#include <optional>
+
+#include "simulator/fault.h"
+
+namespace simulator {
+
+// Time on a 9600 baud line with 11 bits a byte (start, 8 data, parity, stop), in microseconds.
+constexpr qint64 line_time_us(qint64 bytes) {
+  return bytes * 11'000'000 / 9600;
+}
+
+// Moments are microseconds on any clock that only goes forward. A paced line gives the bytes one by
+// one as 9600 baud would, counted from each answer's own start so that no error adds up, and lets
+// the request pass first; an unpaced one gives an answer whole.
+class Line {
+ public:
+  explicit Line(bool paced = true) : paced_(paced) {}
+
+  // An answer that begins while another is on the line follows it.
+  void send(const Answer& answer, qint64 now_us);
+
+  struct Arrival {
+    QByteArray bytes;
+    bool unplugged = false;  // nothing comes after these bytes
+  };
+  // What has arrived by now and was not taken before.
+  Arrival take(qint64 now_us);
+
+  // When the next byte arrives or the cable comes out; nothing while the line is idle.
+  std::optional<qint64> next_due() const;
+  void clear() { pending_.clear(); }
+
+ private:
+  struct Pending {
+    Answer answer;
+    qint64 start;
+    qint64 taken = 0;
+  };
+  qint64 begin_of(const Pending& pending) const { return std::max(pending.start, free_at_); }
+  qint64 duration(qint64 bytes) const { return paced_ ? line_time_us(bytes) : 0; }
+
+  bool paced_;
+  qint64 free_at_ = 0;
+  std::deque<Pending> pending_;  // by start
+};
+
+}  // namespace simulator
