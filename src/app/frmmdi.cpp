@@ -1,0 +1,285 @@
+#include "app/frmmdi.h"
+
+#include <QCloseEvent>
+#include <QMdiSubWindow>
+#include <QStatusBar>
+
+#include "app/clock.h"
+#include "app/icons.h"
+#include "app/message_box.h"
+#include "app/program_folder.h"
+#include "app/serial_port.h"
+#include "app/times.h"
+#include "app/user.h"
+#include "device/packet.h"
+#include "monitor/frmrealtime.h"
+#include "views/frmdisplay.h"
+
+namespace {
+
+constexpr int clock_interval_ms = 1000;
+const QString device_file = QStringLiteral("/device.txt");
+
+// The entries that act on a Recording, and the toolbar buttons that go with them. Index 5 is a
+// separator, and the save button (2) is left out on purpose: it is always enabled.
+const QStringList data_entries = {"save",  "outputs",        "printview", "printdata",
+                                  "limit", "setdisplaytime", "history"};
+constexpr std::array data_buttons = {3, 4, 5, 12};
+
+struct ToolbarButton {
+  const char* key;  // empty for a separator
+  const char* caption;
+};
+constexpr std::array<ToolbarButton, 15> toolbar_buttons = {{{"open", "Open File"},
+                                                            {"save", "Save File"},
+                                                            {"outputs", "Save As"},
+                                                            {"prints", "Print"},
+                                                            {"", ""},
+                                                            {"", ""},
+                                                            {"link", "Link"},
+                                                            {"unlink", "Unlink"},
+                                                            {"identity", "Record Set"},
+                                                            {"read", "Read Data"},
+                                                            {"", ""},
+                                                            {"history", "Historical Data"},
+                                                            {"realtime", "Real-time Data"},
+                                                            {"", ""},
+                                                            {"about", "About"}}};
+// Which menu entry a toolbar button runs, where the names differ. Print leads to the preview.
+const QMap<QString, QString> toolbar_commands = {{"prints", "printview"}, {"identity", "record"}};
+
+}  // namespace
+
+frmmdi::frmmdi(const OutsideWorld& world) : world_(world) {
+  Packet::attach(world.port, world.clock);
+  build();
+  MDIForm_Load();
+}
+
+void frmmdi::build() {
+  setObjectName(QStringLiteral("frmmdi"));
+  setWindowTitle(program_title);
+  resize(1180, 820);
+  area_ = new QMdiArea(this);
+  area_->setObjectName(QStringLiteral("MDIArea"));
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setCentralWidget(area_);
+  build_menus();
+  build_toolbar();
+  build_status_bar();
+  set_icons();
+
+  Timer1 = new QTimer(this);
+  Timer1->setInterval(clock_interval_ms);
+  connect(Timer1, &QTimer::timeout, this, &frmmdi::Timer1_Timer);
+}
+
+void frmmdi::build_toolbar() {
+  Tool1 = addToolBar(QStringLiteral("Tools"));
+  Tool1->setObjectName(QStringLiteral("Tool1"));
+  Tool1->setMovable(false);
+  Tool1->setContextMenuPolicy(Qt::PreventContextMenu);
+  Tool1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  for (const ToolbarButton& button : toolbar_buttons) {
+    const QString key = QString::fromLatin1(button.key);
+    if (key.isEmpty()) {
+      Tool1->addSeparator();
+      continue;
+    }
+    const QString caption = QString::fromLatin1(button.caption);
+    QAction* action = Tool1->addAction(caption);
+    action->setData(key);
+    action->setToolTip(caption);
+    // At the start a button agrees with its menu entry, the save button excepted.
+    const QAction* entry = menu_entry(toolbar_commands.value(key, key));
+    action->setEnabled(key == u"save" || entry->isEnabled());
+    connect(action, &QAction::triggered, this, [this, key] { Tool1_ButtonClick(key); });
+  }
+}
+
+void frmmdi::build_status_bar() {
+  QStatusBar* bar = statusBar();
+  bar->setObjectName(QStringLiteral("Sts1"));
+  for (int panel = 0; panel < 3; ++panel) {
+    auto* label = new QLabel(bar);
+    label->setObjectName(QStringLiteral("Sts1(%1)").arg(panel + 1));
+    label->setTextFormat(Qt::PlainText);
+    label->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    Sts1[static_cast<std::size_t>(panel)] = label;
+  }
+  PrgB1 = new QProgressBar(bar);
+  PrgB1->setObjectName(QStringLiteral("PrgB1"));
+  PrgB1->setAccessibleName(QStringLiteral("Progress"));
+  PrgB1->setRange(0, 100);
+  PrgB1->setValue(0);
+  PrgB1->setTextVisible(false);
+  PrgB1->setFixedWidth(fontMetrics().averageCharWidth() * 24);
+  Text1 = new QLineEdit(bar);
+  Text1->setObjectName(QStringLiteral("Text1"));
+  Text1->setAccessibleName(QStringLiteral("Progress in percent"));
+  Text1->setReadOnly(true);
+  Text1->setFocusPolicy(Qt::NoFocus);
+  Text1->setAlignment(Qt::AlignCenter);
+  Text1->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("100%")) * 2);
+  Sts1[1]->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
+  Sts1[2]->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+  bar->addWidget(Sts1[0], 1);
+  bar->addPermanentWidget(PrgB1);
+  bar->addPermanentWidget(Text1);
+  bar->addPermanentWidget(Sts1[1]);
+  bar->addPermanentWidget(Sts1[2]);
+}
+
+void frmmdi::set_icons() {
+  const auto actions = Tool1->actions();
+  for (QAction* action : actions) {
+    if (!action->isSeparator()) {
+      action->setIcon(command_icon(action->data().toString(), palette()));
+    }
+  }
+}
+
+void frmmdi::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) set_icons();
+}
+
+void frmmdi::MDIForm_Load() {
+  User::reset_display_limits();
+  Packet::PacketCounter = 0;
+  User::DeviceTable = read_device_file(program_folder() + device_file);
+  Timer1_Timer();
+  Timer1->start();
+}
+
+// Nothing is asked and nothing is saved. Waits under way end at once, so that every handler that
+// stands in one comes back and leaves.
+void frmmdi::MDIForm_Unload() {
+  shutting_down_ = true;
+  Timer1->stop();
+  if (frmrealtime* window = loaded_realtime()) {
+    if (window->Timer1->enabled()) window->Timer1->set_enabled(false);
+  }
+  if (MSComm1().is_open()) MSComm1().close();
+  MSComm1().set_rts(false);
+  MSComm1().set_dtr(false);
+  clock().stop();
+}
+
+void frmmdi::closeEvent(QCloseEvent* event) {
+  if (!shutting_down_) MDIForm_Unload();
+  event->accept();
+}
+
+void frmmdi::Timer1_Timer() {
+  set_panel(3, general_date_time_text(clock().now()));
+}
+
+void frmmdi::Tool1_ButtonClick(const QString& key) {
+  if (QAction* entry = menu_entry(toolbar_commands.value(key, key))) Q_EMIT entry->triggered();
+}
+
+void frmmdi::Quit_Click() {
+  Timer1->stop();
+  close();
+}
+
+void frmmdi::set_panel(int panel, const QString& text) {
+  Sts1.at(static_cast<std::size_t>(panel - 1))->setText(text);
+}
+
+void frmmdi::set_progress(int value, const QString& text) {
+  PrgB1->setValue(value);
+  Text1->setText(text);
+}
+
+void frmmdi::enable_data_commands(bool enabled) {
+  for (const QString& name : data_entries) menu_entry(name)->setEnabled(enabled);
+  for (const int index : data_buttons) toolbar_button(index)->setEnabled(enabled);
+}
+
+void frmmdi::set_linked_commands(bool linked) {
+  const auto set = [this](const QString& name, int button, bool enabled) {
+    menu_entry(name)->setEnabled(enabled);
+    toolbar_button(button)->setEnabled(enabled);
+  };
+  set(QStringLiteral("realtime"), 13, linked);
+  set(QStringLiteral("record"), 9, linked);
+  set(QStringLiteral("link"), 7, !linked);
+  set(QStringLiteral("unlink"), 8, linked);
+  set(QStringLiteral("read"), 10, linked);
+}
+
+frmrealtime* frmmdi::loaded_realtime() {
+  return static_cast<frmrealtime*>(realtime_.data());
+}
+
+// Loading reads the recorder; the window can be gone again when that is done.
+frmrealtime* frmmdi::realtime() {
+  if (!realtime_) {
+    auto* window = new frmrealtime(*this, this);
+    realtime_ = window;
+    connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
+    window->Form_Load();
+  }
+  return loaded_realtime();
+}
+
+void frmmdi::show_realtime() {
+  if (frmrealtime* window = realtime()) show_child(*window);
+}
+
+void frmmdi::unload_realtime() {
+  if (realtime_) realtime_->unload();
+}
+
+frmdisplay* frmmdi::loaded_display() {
+  return static_cast<frmdisplay*>(display_.data());
+}
+
+void frmmdi::show_display() {
+  if (!display_) {
+    auto* window = new frmdisplay(*this);
+    window->setParent(this);
+    display_ = window;
+    connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
+  }
+  show_child(*display_);
+}
+
+void frmmdi::unload_display() {
+  if (display_) display_->unload();
+}
+
+void frmmdi::show_child(ChildWindow& child) {
+  if (shutting_down_) return;
+  auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
+  if (!frame) {
+    frame = area_->addSubWindow(&child);
+    frame->setWindowIcon(windowIcon());
+  }
+  child.show();
+  frame->showMaximized();
+  area_->setActiveSubWindow(frame);
+}
+
+void frmmdi::release_child(ChildWindow& child) {
+  if (realtime_ == &child) realtime_ = nullptr;
+  if (display_ == &child) display_ = nullptr;
+  auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
+  if (!frame) return;
+  frame->setWidget(nullptr);
+  child.setParent(this);
+  area_->removeSubWindow(frame);
+  frame->deleteLater();
+}
+
+void frmmdi::realtime_Click() {
+  show_realtime();
+  if (frmdisplay* window = loaded_display()) window->RedrawGraph();
+}
+
+void frmmdi::history_Click() {
+  show_display();
+}

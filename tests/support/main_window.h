@@ -1,0 +1,41 @@
+// A real main window in a scripted world, with a device file of its own.
+#pragma once
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <memory>
+
+#include "app/frmmdi.h"
+#include "app/program_folder.h"
+#include "support/scripted.h"
+
+struct MainWindow {
+  // Port, clock and the like of a test; the window is shown offscreen.
+  explicit MainWindow(SerialPort& port, Clock& clock) {
+    QFile file(folder.filePath(QStringLiteral("device.txt")));
+    if (file.open(QIODevice::WriteOnly)) file.write(device_file);
+    file.close();
+    set_program_folder(folder.path());
+    window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files});
+    window->show();
+  }
+  ~MainWindow() { set_program_folder({}); }
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
+
+  static constexpr const char* device_file =
+      "5\r\n"
+      "\"One\",,1,Air,C,,,,,,\r\n"
+      "\"Two\",,2,Air,C,Damp,%RH,,,,\r\n"
+      "\"Three\",,3,Air,C,Damp,%RH,Soil,C,,\r\n"
+      "\"Four\",,4,Air,C,Damp,%RH,Soil,C,Wall,C\r\n"
+      "\"Broken\",,,,,,,,,,\r\n";
+
+  void run(const QString& command) { Q_EMIT window->menu_entry(command)->triggered(); }
+
+  QTemporaryDir folder;
+  ScriptedMessages messages;
+  ScriptedFileDialog files;
+  std::unique_ptr<frmmdi> window;
+};
