@@ -1,6 +1,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <set>
+
 #include "app/errors.h"
 #include "device/device_table.h"
 #include "support/runner.h"
@@ -13,6 +15,7 @@ class TestDeviceTable : public QObject {
   void channel_counts_data();
   void channel_counts();
   void garbage_is_bounded();
+  void sample_file_names_every_channel();
 };
 
 void TestDeviceTable::reading_data() {
@@ -88,6 +91,23 @@ void TestDeviceTable::garbage_is_bounded() {
   QCOMPARE(read_device_file(path).rows(), 101);
   QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
   QCOMPARE(read_device_file(folder.filePath(QStringLiteral("none"))).rows(), 0);
+}
+
+void TestDeviceTable::sample_file_names_every_channel() {
+  const DeviceTable table = read_device_file(QFINDTESTDATA("../../resources/device.txt"));
+  QCOMPARE(table.rows(), int{table.DeviceCount});
+  std::set<int> counts;
+  for (int row = 0; row < table.rows(); ++row) {
+    QVERIFY(!table.text(0, row).isEmpty());
+    counts.insert(table.channel_count(row));
+    for (int channel = 0; channel < 4; ++channel) {
+      const bool used = channel < table.channel_count(row);
+      QCOMPARE(!table.text(3 + 2 * channel, row).isEmpty(), used);
+      const QString unit = table.text(4 + 2 * channel, row);
+      QVERIFY(used ? unit == QStringLiteral("C") || unit == QStringLiteral("%RH") : unit.isEmpty());
+    }
+  }
+  QCOMPARE(counts, std::set({1, 2, 3, 4}));
 }
 
 namespace {
