@@ -7,19 +7,22 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
-// Runs `act` once, as soon as a dialog of this class is the active modal one.
+// Runs `act` once, as soon as a dialog of this class is the active modal one. What the result is
+// kept in must live until then; with it the script ends, used or not.
 template <class Dialog>
-void when_shown(std::function<void(Dialog&)> act) {
-  auto* timer = new QTimer(qApp);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, act = std::move(act)] {
-    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-    if (!dialog) return;
-    timer->stop();
-    timer->deleteLater();
-    act(*dialog);
-  });
+[[nodiscard]] std::unique_ptr<QTimer> when_shown(std::function<void(Dialog&)> act) {
+  auto timer = std::make_unique<QTimer>();
+  QObject::connect(timer.get(), &QTimer::timeout, timer.get(),
+                   [script = timer.get(), act = std::move(act)] {
+                     auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+                     if (!dialog) return;
+                     script->stop();
+                     act(*dialog);
+                   });
   timer->start(0);
+  return timer;
 }
 
 inline void press(QPushButton* button) {
