@@ -22,13 +22,14 @@ Line::Arrival Line::take(qint64 now_us) {
     arrival.bytes += front.answer.bytes.mid(front.taken, arrived - front.taken);
     front.taken = arrived;
     if (arrived < size || begin > now_us) break;
-    if (front.answer.unplug) {
-      pending_.clear();
-      arrival.unplugged = true;
-      break;
-    }
+    arrival.unplugged = front.answer.unplug;
+    arrival.ended.push_back(std::move(front.answer));
     free_at_ = begin + duration(size);
     pending_.pop_front();
+    if (arrival.unplugged) {
+      pending_.clear();
+      break;
+    }
   }
   return arrival;
 }

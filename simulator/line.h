@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <optional>
+#include <vector>
 
 #include "simulator/fault.h"
 
@@ -27,7 +28,8 @@ class Line {
 
   struct Arrival {
     QByteArray bytes;
-    bool unplugged = false;  // nothing comes after these bytes
+    std::vector<Answer> ended;  // answers whose last byte is among them
+    bool unplugged = false;     // nothing comes after these bytes
   };
   // What has arrived by now and was not taken before.
   Arrival take(qint64 now_us);

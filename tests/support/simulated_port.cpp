@@ -2,8 +2,12 @@
 
 #include "app/errors.h"
 
-void SimulatedPort::require_alive() const {
+void SimulatedPort::require_open() const {
   if (!open_) throw PortError("port closed");
+}
+
+void SimulatedPort::require_device() const {
+  require_open();
   if (gone_) throw PortError("device gone");
 }
 
@@ -39,24 +43,24 @@ void SimulatedPort::unplug() {
 }
 
 void SimulatedPort::set_settings(const QString& settings) {
-  require_alive();
+  require_device();
   log << QStringLiteral("settings ") + settings;
 }
 
 int SimulatedPort::bytes_waiting() {
+  require_open();
   collect();
-  require_alive();
   return static_cast<int>(waiting_.size());
 }
 
 QByteArray SimulatedPort::read_all() {
+  require_open();
   collect();
-  require_alive();
   return std::exchange(waiting_, {});
 }
 
 void SimulatedPort::write(const QByteArray& bytes) {
-  require_alive();
+  require_device();
   log << QStringLiteral("write ") + QString::fromLatin1(bytes.toHex(' '));
   const auto found = recorders.find(number_);
   if (found == recorders.end() || !found->second) return;

@@ -12,7 +12,8 @@
 #include "support/scripted.h"
 
 // Answers arrive as the clock's waits and pauses pass. When the cable comes out the port has gone:
-// it stays open, but all it can still do is close, and there is no port of that number any more.
+// it stays open and gives what had arrived, but takes no settings and no bytes, and once closed
+// there is no port of that number any more.
 class SimulatedPort final : public SerialPort {
  public:
   explicit SimulatedPort(ScriptedClock& clock, bool paced = false) : clock_(clock), paced_(paced) {}
@@ -37,7 +38,8 @@ class SimulatedPort final : public SerialPort {
   void set_dtr(bool on) override { log << QStringLiteral("dtr %1").arg(on); }
 
  private:
-  void require_alive() const;
+  void require_open() const;
+  void require_device() const;
   void collect();
   void plan();
   qint64 now_us() const { return clock_.elapsed() * 1000; }
