@@ -1,0 +1,37 @@
+// A surface that shows what its owner draws, in device pixels: drawn only when it is seen, and
+// afresh only when the owner says so or its size changes.
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+#include <functional>
+
+class PictureBox : public QWidget {
+  Q_OBJECT
+
+ public:
+  // Fills the whole image. Its size is in device pixels and its device pixel ratio is 1; a twip
+  // is device_dpi() / 1440 of its pixels.
+  using Draw = std::function<void(QImage& image)>;
+
+  PictureBox(Draw draw, QWidget* parent);
+
+  void redraw();
+  double device_dpi() const { return logicalDpiX() * devicePixelRatioF(); }
+
+ Q_SIGNALS:
+  // A mouse button went down at `x` of 0 .. width() - 1, in the widget's own pixels.
+  void mouse_down(double x);
+  void resized();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  Draw draw_;
+  QImage image_;
+  bool outdated_ = true;
+};
