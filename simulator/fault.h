@@ -19,7 +19,7 @@ struct Answer {
 };
 
 enum class FaultKind {
-  Silent,     // no answer
+  Silent,     // not heard: neither carried out nor answered
   Check,      // wrong check byte
   Extra,      // one extra leading byte
   Truncated,  // only the first `amount` bytes; half of them without an amount
@@ -31,7 +31,7 @@ enum class FaultKind {
 // A fault strikes every request that meets all conditions that are set.
 struct Fault {
   FaultKind kind = FaultKind::Silent;
-  std::optional<int> request = {};  // the n-th request since the start, from 1
+  std::optional<int> request = {};  // the n-th sound request since the start, from 1
   std::optional<int> block = {};    // reads of this block
   std::optional<int> command = {};  // requests with this command byte
   std::optional<int> first = {};    // no more than so many times

@@ -9,8 +9,8 @@ namespace simulator {
 
 namespace {
 
-// Mode flags, the pattern's first byte. A start is asked for with both bits of `start_flags`; that
-// the recorder runs is reported in a bit of its own.
+// Mode flags, the pattern's first byte. A start is asked for with both bits of `start_flags`, which
+// are not given back; that the recorder runs is reported in a bit of its own.
 constexpr int running_flag = 0x02;
 constexpr int delayed_flag = 0x04;
 constexpr int wrap_flag = 0x40;
@@ -33,11 +33,16 @@ QByteArray limit_bytes(const Limits& limits) {
   return bytes;
 }
 
+// The mask bits of the channels that a recorder has; it cannot record others.
+constexpr unsigned channel_bits(int channels) {
+  return (1U << channels) - 1;
+}
+
 // The channels 0 .. count - 1 whose bits are set in the mask.
-std::vector<int> channels_in(int mask, int count) {
+std::vector<int> channels_in(unsigned mask, int count) {
   std::vector<int> channels;
   for (int channel = 0; channel < count; ++channel) {
-    if (mask & (1 << channel)) channels.push_back(channel);
+    if (mask & (1U << channel)) channels.push_back(channel);
   }
   return channels;
 }
@@ -48,11 +53,10 @@ QDateTime earliest_start() {
 }
 
 QByteArray pattern_of(const Settings& settings, const QDateTime& start) {
-  const int flags = (settings.running ? start_flags : 0) | (settings.delay_s ? delayed_flag : 0) |
-                    (settings.wrap ? wrap_flag : 0);
+  const int flags = (settings.delay_s ? delayed_flag : 0) | (settings.wrap ? wrap_flag : 0);
   QByteArray pattern;
   pattern += static_cast<char>(flags);
-  pattern += static_cast<char>(settings.mask);
+  pattern += static_cast<char>(settings.mask & channel_bits(settings.channels));
   for (const int part : {start.date().year() - 2000, start.date().month(), start.date().day(),
                          start.time().hour(), start.time().minute(), start.time().second()}) {
     pattern += static_cast<char>(part);
@@ -81,30 +85,38 @@ Recorder::Recorder(const Settings& settings, const QDateTime& now)
       texts_(utf16le(settings.title, title_size) + utf16le(settings.description, description_size)),
       running_(settings.running),
       last_reading_(now.addSecs(-settings.elapsed_s)),
-      memory_(channels_in(static_cast<int>(settings.mask), channels_), settings.readings),
+      memory_(channels_in(settings.mask, channels_), settings.readings),
       faults_(settings.faults) {
   const qint64 age_s = memory_.samples_taken() * settings.interval_s + settings.delay_s.value_or(0);
   const QDateTime fitting = std::max(last_reading_.addSecs(-age_s), earliest_start());
   pattern_ = pattern_of(settings, settings.start.value_or(fitting));
   next_reading_ = last_reading_.addSecs(settings.interval_s);
+  if (next_reading_ <= now) next_reading_ = now.addSecs(settings.interval_s);
   std::transform(settings.limits.begin(), settings.limits.end(), limits_.begin(), limit_bytes);
 }
 
 std::vector<Answer> Recorder::receive(const QByteArray& bytes, const QDateTime& now) {
   std::vector<Answer> answers;
   for (const Request& request : reader_.read(bytes, now)) {
-    Answer answer{request.bytes, {}, turnaround_ms, false, {}};
-    const auto data = request.valid ? answer_data(request.bytes, now) : std::nullopt;
-    if (data) {
-      const bool block = request.bytes.front() == 0x01;
-      answer.bytes = answer_frame(request.bytes.front(), *data, block ? 256 : 0);
-      if (const auto fault = faults_.next(request.bytes)) answer = spoil(answer, *fault);
-    } else {
-      answer.remark = QStringLiteral("no request that it knows");
-    }
+    Answer answer{request.bytes, {}, turnaround_ms, false, QStringLiteral("no request it knows")};
+    if (request.valid) obey(answer, now);
     answers.push_back(answer);
   }
   return answers;
+}
+
+// With the fault "silent" the recorder has not heard the request: it does not carry it out either.
+void Recorder::obey(Answer& answer, const QDateTime& now) {
+  const std::optional<Fault> fault = faults_.next(answer.request);
+  const bool heard = !fault || fault->kind != FaultKind::Silent;
+  if (heard) {
+    const auto data = answer_data(answer.request, now);
+    if (!data) return;
+    const char command = answer.request.front();
+    answer.bytes = answer_frame(command, *data, command == 0x01 ? 256 : 0);
+    answer.remark.clear();
+  }
+  if (fault) answer = spoil(answer, *fault);
 }
 
 std::optional<QByteArray> Recorder::answer_data(const QByteArray& request, const QDateTime& now) {
@@ -124,8 +136,8 @@ std::optional<QByteArray> Recorder::answer_data(const QByteArray& request, const
       return done;
     case 0x07:
       if (parameter > 1) return std::nullopt;
-      running_ = false;
-      if (parameter == 1) start(now, 0);
+      if (parameter == 1 && !running_) start(now, 0);
+      if (parameter == 0) running_ = false;
       return done;
     case 0x08:
       return texts_;
@@ -153,17 +165,18 @@ QByteArray Recorder::status(const QDateTime& now) const {
 QByteArray Recorder::properties(const QDateTime& now) {
   reported_ = memory_;
   QByteArray data = pattern_;
-  data[0] = static_cast<char>((data[0] & ~running_flag) | (running_ ? running_flag : 0));
+  const int flags = data[0] & ~(running_flag | start_flags);
+  data[0] = static_cast<char>(flags | (running_ ? running_flag : 0));
   append_word(data, static_cast<int>(std::clamp<qint64>(last_reading_.secsTo(now), 0, 65535)));
   append_word(data, memory_.readings());
   return data;
 }
 
-// A recorder cannot record channels that it does not have: it drops them from the mask.
 void Recorder::write_properties(const QByteArray& pattern, const QDateTime& now) {
   pattern_ = pattern;
-  pattern_[1] = static_cast<char>(pattern_[1] & ((1 << channels_) - 1));
-  memory_ = Memory(channels_in(pattern_[1], channels_), 0);
+  const unsigned mask = byte_at(pattern, 1) & channel_bits(channels_);
+  pattern_[1] = static_cast<char>(mask);
+  memory_ = Memory(channels_in(mask, channels_), 0);
   reported_.reset();
   last_reading_ = now;
   running_ = false;

@@ -31,7 +31,7 @@ struct Limits {
 // What the recorder is and holds when it is attached.
 struct Settings {
   int channels = max_channels;
-  unsigned mask = 0x0F;  // bit c: channel c + 1 records
+  unsigned mask = 0x0F;  // bit c: channel c + 1 records, if it has it
   int readings = 0;      // in memory, all recording channels together
   int interval_s = 60;
   // The start that it reports; without one, that which makes the newest reading `elapsed_s` old.
@@ -51,8 +51,9 @@ struct Settings {
 
 // The recorder measures on all its channels at the end of every interval while it runs, and stores
 // one reading for each channel of the mask. With its memory full it stops, or in wrap mode drops
-// its oldest readings. Block numbers count in the memory as it stood at the last properties answer,
-// so that a download under way does not slide when a reading comes in.
+// its oldest readings. "Start" goes on in the memory, written properties empty it. Block numbers
+// count in the memory as it stood at the last properties answer, so that a download under way does
+// not slide when a reading comes in.
 class Recorder {
  public:
   Recorder(const Settings& settings, const QDateTime& now);
@@ -75,6 +76,7 @@ class Recorder {
   void start(const QDateTime& now, int delay_s);
   int interval_s() const;
 
+  void obey(Answer& answer, const QDateTime& now);
   std::optional<QByteArray> answer_data(const QByteArray& request, const QDateTime& now);
   QByteArray status(const QDateTime& now) const;
   QByteArray properties(const QDateTime& now);

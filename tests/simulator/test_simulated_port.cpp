@@ -8,90 +8,87 @@ class TestSimulatedPort : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void answers_arrive_in_time();
+  void parity_tells_the_address();
   void ports_without_recorder_or_device();
   void unplugged();
+
+ private:
+  // Sends a status request and gives what arrives within a second.
+  QByteArray ask_status(SimulatedPort& port, const char* address = "9600,M,8,1",
+                        const char* request = "9600,S,8,1");
+
+  ScriptedClock clock_;
 };
 
-namespace {
-
-simulator::Settings with_fault(const char* text) {
-  simulator::Settings settings;
-  if (text) settings.faults.push_back(*simulator::fault_from_text(QString::fromLatin1(text)));
-  return settings;
-}
-
-void ask_status(SimulatedPort& port, ScriptedClock& clock) {
+QByteArray TestSimulatedPort::ask_status(SimulatedPort& port, const char* address,
+                                         const char* request) {
+  port.set_settings(QString::fromLatin1(address));
   port.write(QByteArray(1, '\0'));
-  clock.sleep(10);
+  clock_.sleep(10);
+  port.set_settings(QString::fromLatin1(request));
   port.write(QByteArray(3, '\0'));
+  const qint64 end = clock_.elapsed() + 1000;
+  while (port.bytes_waiting() < 14 && clock_.elapsed() < end) clock_.wait(1000);
+  return port.read_all();
 }
-
-}  // namespace
 
 void TestSimulatedPort::answers_arrive_in_time() {
   for (const bool paced : {false, true}) {
-    ScriptedClock clock;
-    simulator::Recorder recorder(with_fault(nullptr), clock.now());
-    SimulatedPort port(clock, paced);
+    simulator::Recorder recorder({}, clock_.now());
+    SimulatedPort port(clock_, paced);
     port.recorders[1] = &recorder;
     port.open();
     int woken = 0;
     port.on_activity = [&] {
       ++woken;
-      clock.wake();
+      clock_.wake();
     };
-    ask_status(port, clock);
-    QCOMPARE(port.bytes_waiting(), 0);
-    const qint64 sent = clock.elapsed();
-    while (port.bytes_waiting() < 14 && clock.elapsed() < sent + 1000) clock.wait(1000);
-    // 3 + 14 bytes of 11 bits at 9600 baud are 19.5 ms.
-    QCOMPARE(clock.elapsed() - sent, paced ? 25 : 5);
+    const qint64 begin = clock_.elapsed();
+    QCOMPARE(ask_status(port).size(), 14);
+    // After the pause of 10 ms; 3 + 14 bytes of 11 bits at 9600 baud are 19.5 ms.
+    QCOMPARE(clock_.elapsed() - begin, paced ? 35 : 15);
     QCOMPARE(woken, paced ? 14 : 1);
-    QCOMPARE(port.read_all().size(), 14);
-    ask_status(port, clock);
-    clock.sleep(100);
-    QCOMPARE(port.bytes_waiting(), 14);
-    port.close();
-    clock.wait(100);
-    port.open();
-    QCOMPARE(port.bytes_waiting(), 0);
   }
 }
 
+void TestSimulatedPort::parity_tells_the_address() {
+  simulator::Recorder recorder({}, clock_.now());
+  SimulatedPort port(clock_);
+  port.recorders[1] = &recorder;
+  port.open();
+  QCOMPARE(ask_status(port, "9600,S,8,1").size(), 0);
+  QCOMPARE(ask_status(port, "9600,M,8,1", "9600,M,8,1").size(), 0);
+  QCOMPARE(ask_status(port, "9600,M,8,1", "9600,N,8,1").size(), 0);
+  QCOMPARE(ask_status(port).size(), 14);
+}
+
 void TestSimulatedPort::ports_without_recorder_or_device() {
-  ScriptedClock clock;
-  SimulatedPort port(clock);
+  SimulatedPort port(clock_);
   port.recorders[2] = nullptr;
   QVERIFY_THROWS_EXCEPTION(PortError, port.open());
   port.set_port_number(2);
   port.open();
   QVERIFY_THROWS_EXCEPTION(PortError, port.set_port_number(1));
-  ask_status(port, clock);
-  clock.wait(5000);
-  QCOMPARE(port.bytes_waiting(), 0);
+  QCOMPARE(ask_status(port).size(), 0);
   port.close();
   QVERIFY_THROWS_EXCEPTION(PortError, port.write("x"));
 }
 
 void TestSimulatedPort::unplugged() {
-  ScriptedClock clock;
-  simulator::Recorder recorder(with_fault("unplug:first=1"), clock.now());
-  SimulatedPort port(clock);
+  simulator::Settings settings;
+  settings.faults = {{simulator::FaultKind::Unplug, 1}};
+  simulator::Recorder recorder(settings, clock_.now());
+  SimulatedPort port(clock_);
   port.recorders[1] = &recorder;
   port.open();
-  ask_status(port, clock);
-  clock.wait(50);
+  QCOMPARE(ask_status(port).size(), 7);
   QVERIFY(port.is_open());
-  QCOMPARE(port.read_all().size(), 7);
-  QVERIFY_THROWS_EXCEPTION(PortError, port.set_settings("9600,M,8,1"));
-  QVERIFY_THROWS_EXCEPTION(PortError, port.write("x"));
+  QVERIFY_THROWS_EXCEPTION(PortError, ask_status(port));
   port.close();
   QVERIFY_THROWS_EXCEPTION(PortError, port.open());
   port.recorders[1] = &recorder;
   port.open();
-  ask_status(port, clock);
-  clock.wait(50);
-  QCOMPARE(port.read_all().size(), 14);
+  QCOMPARE(ask_status(port).size(), 14);
 }
 
 namespace {

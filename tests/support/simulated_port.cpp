@@ -45,6 +45,7 @@ void SimulatedPort::unplug() {
 void SimulatedPort::set_settings(const QString& settings) {
   require_device();
   log << QStringLiteral("settings ") + settings;
+  settings_ = settings;
 }
 
 int SimulatedPort::bytes_waiting() {
@@ -63,11 +64,19 @@ void SimulatedPort::write(const QByteArray& bytes) {
   require_device();
   log << QStringLiteral("write ") + QString::fromLatin1(bytes.toHex(' '));
   const auto found = recorders.find(number_);
-  if (found == recorders.end() || !found->second) return;
+  if (!hears(bytes) || found == recorders.end() || !found->second) return;
   for (const simulator::Answer& answer : found->second->receive(bytes, clock_.now())) {
     line_.send(answer, now_us());
   }
   plan();
+}
+
+bool SimulatedPort::hears(const QByteArray& bytes) {
+  if (settings_ == u"9600,M,8,1") {
+    addressed_ = bytes.size() == 1;
+    return addressed_;
+  }
+  return settings_ == u"9600,S,8,1" && std::exchange(addressed_, false);
 }
 
 void SimulatedPort::collect() {

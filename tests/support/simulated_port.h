@@ -11,7 +11,9 @@
 #include "simulator/recorder.h"
 #include "support/scripted.h"
 
-// Answers arrive as the clock's waits and pauses pass. When the cable comes out the port has gone:
+// Answers arrive as the clock's waits and pauses pass. As on a real line parity tells an address
+// from a request: the recorder hears one byte under "9600,M,8,1" and then, under "9600,S,8,1", one
+// write; what is sent otherwise it does not hear. When the cable comes out the port has gone:
 // it stays open and gives what had arrived, but takes no settings and no bytes, and once closed
 // there is no port of that number any more.
 class SimulatedPort final : public SerialPort {
@@ -42,6 +44,7 @@ class SimulatedPort final : public SerialPort {
   void require_device() const;
   void collect();
   void plan();
+  bool hears(const QByteArray& bytes);
   qint64 now_us() const { return clock_.elapsed() * 1000; }
 
   ScriptedClock& clock_;
@@ -49,6 +52,8 @@ class SimulatedPort final : public SerialPort {
   int number_ = 1;
   bool open_ = false;
   bool gone_ = false;
+  QString settings_;
+  bool addressed_ = false;
   QByteArray waiting_;
   simulator::Line line_;
   std::optional<qint64> planned_us_;
