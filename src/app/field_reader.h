@@ -17,6 +17,8 @@ class FieldReader {
   // the end of the input and for a text over 64 KiB, a quote without its partner, or characters
   // between a closing quote and the next separator.
   QString next_text();
+  // The same into `text`, whose memory is used again; on an error it keeps what it had.
+  void next_text(QString& text);
 
   // The next value as a number. Throw FileError at the end of the input, ConversionError for what
   // is not a number or does not fit; the value is then behind the reader all the same.
@@ -26,6 +28,9 @@ class FieldReader {
 
  private:
   std::string_view next_unquoted();
+  QString next_quoted();
+  bool at_field_end(const char* position) const;
+  void go_to(const char* position);
   double next_double();
   void skip_blanks();
   void skip_separator();

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -14,6 +15,37 @@ namespace {
 // Every double below this size is formatted with room to spare; beyond it "0.00" would run to
 // hundreds of digits, which no reading has.
 constexpr int decimal_room = 400;
+
+// Below this size two different hundredths are two different floats, so a float that is the one
+// nearest to some hundredths has no decimal form shorter than those.
+constexpr float all_hundredths_differ = 65536.0F;
+// From here on the digits of the exact value are more than reading back needs.
+constexpr float whole_floats_from = 16777216.0F;
+
+// Readings have two decimals: this is their way, several times faster than the general one.
+char* write_hundredths(char* out, unsigned hundredths, bool negative) {
+  if (negative) *out++ = '-';
+  out = std::to_chars(out, out + shortest_float_size, hundredths / 100).ptr;
+  const unsigned decimals = hundredths % 100;
+  if (decimals == 0) return out;
+  *out++ = '.';
+  *out++ = static_cast<char>('0' + decimals / 10);
+  if (decimals % 10 != 0) *out++ = static_cast<char>('0' + decimals % 10);
+  return out;
+}
+
+// The shortest digits, filled up with zeros to the point.
+char* write_large(char* out, float value) {
+  char* end =
+      std::to_chars(out, out + shortest_float_size, value, std::chars_format::scientific).ptr;
+  char* const exponent_mark = std::find(out, end, 'e');
+  int exponent = 0;
+  std::from_chars(exponent_mark + 2, end, exponent);  // behind "e+"
+  char* const point = std::find(out, exponent_mark, '.');
+  end = point == exponent_mark ? point : std::copy(point + 1, exponent_mark, point);
+  const auto decimals = static_cast<int>(end - point);
+  return std::fill_n(end, exponent - decimals, '0');
+}
 
 }  // namespace
 
@@ -57,6 +89,14 @@ QString general_number(float value) {
 }
 
 char* write_shortest_float(char* out, float value) {
+  const float magnitude = std::fabs(value);
+  if (magnitude < all_hundredths_differ) {
+    const auto hundredths = static_cast<unsigned>(magnitude * 100.0F + 0.5F);
+    if (hundredths != 0 && static_cast<float>(hundredths) / 100.0F == magnitude) {
+      return write_hundredths(out, hundredths, value < 0.0F);
+    }
+  }
+  if (magnitude >= whole_floats_from && std::isfinite(value)) return write_large(out, value);
   return std::to_chars(out, out + shortest_float_size, value, std::chars_format::fixed).ptr;
 }
 

@@ -23,8 +23,9 @@ QString whole_with_leading_blank(std::int64_t value);
 QString general_number(float value);
 
 // The shortest plain decimal form that reads back as the same 32-bit float: no exponent, no
-// trailing zeros, no point for a whole value. Writes into `out`, which must hold at least
-// `shortest_float_size` characters, and gives the end of what was written.
+// trailing zeros, no point for a whole value, at most 7 significant digits unless 7 do not read
+// back the same (then 8 or 9). Writes into `out`, which must hold at least `shortest_float_size`
+// characters, and gives the end of what was written.
 inline constexpr int shortest_float_size = 64;
 char* write_shortest_float(char* out, float value);
 

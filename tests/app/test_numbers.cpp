@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -54,6 +55,18 @@ void TestNumbers::floats_read_back_the_same() {
   QCOMPARE(written(65.3F), "65.3");
   QCOMPARE(written(16777216.0F), "16777216");
   QCOMPARE(written(1e-5F), "0.00001");
+  QCOMPARE(written(1e14F), "100000000000000");
+  QCOMPARE(written(-123456789.0F), "-123456790");
+  QCOMPARE(written(-0.0F), "-0");
+  QCOMPARE(written(-0.07F), "-0.07");
+  // Readings, which have two decimals, across the bound of the quick way for them.
+  for (int hundredths = -6'600'000; hundredths <= 6'600'000; hundredths += 121) {
+    const float value = static_cast<float>(hundredths) / 100.0F;
+    char general[64];
+    const auto end =
+        std::to_chars(general, general + sizeof general, value, std::chars_format::fixed).ptr;
+    QCOMPARE(written(value), QString::fromLatin1(general, end - general));
+  }
   std::uint32_t bits = 1;
   for (int i = 0; i < 20000; ++i) {
     bits = bits * 1664525U + 1013904223U;

@@ -1,0 +1,73 @@
+#include "data/data_commands.h"
+
+#include <QString>
+
+#include "app/errors.h"
+#include "app/message_box.h"
+#include "app/shell.h"
+#include "app/user.h"
+#include "data/data_file.h"
+#include "data/file_handle.h"
+#include "data/file_names.h"
+
+namespace {
+
+const QString filter = QStringLiteral("*.qlx|*.qlx");
+const QString extension = QStringLiteral(".qlx");
+
+void open_data_file(Shell& shell) {
+  const QString name = choose_file_to_open(shell, filter, QStringLiteral("Open File"));
+  if (name.isEmpty()) return;
+  if (!file_exists(name)) {
+    shell.messages().show(QStringLiteral("File Lose"));
+    return;
+  }
+  shell.set_panel(1, QStringLiteral("Open File"));
+  file_handle_1().open_for_reading(with_extension(name, extension));
+  read_recording(file_handle_1(), User::recording);
+  file_handle_1().close();
+  User::recording.ViewCount = User::recording.SampleCount;
+  shell.unload_display();
+  shell.show_display();
+  shell.enable_data_commands(true);
+  shell.set_panel(1, {});
+}
+
+void save_data_file(Shell& shell) {
+  const QString name = choose_file_to_save(shell, filter, QStringLiteral("Save File"));
+  if (name.isEmpty()) return;
+  shell.set_panel(1, QStringLiteral("Save File"));
+  file_handle_1().open_for_writing(with_extension(name, extension));
+  write_recording(User::recording, file_handle_1());
+  file_handle_1().close();
+  shell.set_panel(1, {});
+}
+
+// File handle 1 and what was read so far stay as they are, on purpose.
+void tell_read_error(Shell& shell) {
+  shell.unload_display();
+  shell.enable_data_commands(false);
+  shell.set_panel(1, {});
+  shell.messages().show(QStringLiteral("File Read Error"));
+}
+
+void tell_save_error(Shell& shell) {
+  shell.messages().show(QStringLiteral("Save File Error"));
+}
+
+}  // namespace
+
+void OpenDataFile(Shell& shell) {
+  or_error_path([&] { open_data_file(shell); }, [&] { tell_read_error(shell); });
+}
+
+void SaveDataFile(Shell& shell) {
+  or_error_path([&] { save_data_file(shell); }, [&] { tell_save_error(shell); });
+}
+
+void CloseDataFile(Shell& shell) {
+  shell.unload_display();
+  User::recording.SampleCount = 0;
+  shell.enable_data_commands(false);
+  shell.set_panel(1, {});
+}

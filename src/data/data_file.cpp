@@ -1,0 +1,77 @@
+#include "data/data_file.h"
+
+#include <algorithm>
+
+#include "app/errors.h"
+#include "app/field_reader.h"
+#include "app/recording.h"
+#include "data/field_writer.h"
+#include "data/file_handle.h"
+
+namespace {
+
+constexpr qint64 largest_read = 32 * 1024 * 1024;
+// What a line of a usual file takes: a time stamp with its quotes and line end, and a value.
+constexpr int usual_text = 24;
+constexpr int usual_value = 10;
+
+void check_slot(std::size_t slot) {
+  if (slot >= Recording::channel_slots) throw BoundsError("channel slot outside the Recording");
+}
+
+void format_recording(const Recording& recording, FieldWriter& out) {
+  out.text(recording.Title).end_line();
+  out.text(recording.RecorderName).end_line();
+  out.whole(recording.ChannelCount).end_line();
+  const int channels = recording.ChannelCount;
+  for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
+    check_slot(slot);
+    for (std::size_t row = 0; row < 3; ++row) out.text(recording.ChannelInfo[row][slot]).end_line();
+  }
+  out.whole(recording.SampleCount).end_line();
+  for (std::int32_t n = 0; n < recording.SampleCount; ++n) {
+    out.text(recording.SampleTimes(n)).end_line();
+    for (int slot = 0; slot < channels; ++slot) {
+      out.real(recording.SampleValues(n, slot)).end_line();
+    }
+  }
+}
+
+}  // namespace
+
+void read_recording(std::string_view bytes, Recording& recording) {
+  FieldReader reader(bytes);
+  reader.next_text(recording.Title);
+  reader.next_text(recording.RecorderName);
+  recording.ChannelCount = reader.next_int16();
+  if (recording.ChannelCount > Recording::max_channels) throw FileError("more than four channels");
+  const int channels = recording.held_channels();
+  for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
+    for (std::size_t row = 0; row < 3; ++row) reader.next_text(recording.ChannelInfo[row][slot]);
+  }
+  recording.SampleCount = reader.next_int32();
+  for (std::int32_t n = 0; n < recording.SampleCount; ++n) {
+    reader.next_text(recording.SampleTimes(n));
+    for (int slot = 0; slot < channels; ++slot) {
+      recording.SampleValues(n, slot) = reader.next_float();
+    }
+  }
+}
+
+void read_recording(FileHandle& file, Recording& recording) {
+  const QByteArray bytes = file.read(largest_read);
+  read_recording({bytes.constData(), static_cast<std::size_t>(bytes.size())}, recording);
+}
+
+void write_recording(const Recording& recording, FileHandle& file) {
+  FieldWriter out(recording.held_samples() *
+                      (usual_text + usual_value * std::max(1, recording.held_channels())) +
+                  4096);
+  try {
+    format_recording(recording, out);
+  } catch (const RunTimeError&) {
+    file.write(out.bytes());
+    throw;
+  }
+  file.write(out.bytes());
+}

@@ -1,0 +1,61 @@
+// A main window that only writes down what handlers do with it.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <functional>
+
+#include "app/shell.h"
+#include "support/scripted.h"
+
+class FakeShell final : public Shell {
+ public:
+  FakeShell();
+
+  ScriptedClock scripted_clock;
+  ScriptedPort scripted_port;
+  ScriptedMessages scripted_messages;
+  ScriptedFileDialog scripted_dialog;
+
+  // What was done, in order, one line each: "panel 1: Open File", "progress 50: 50%",
+  // "data commands on", "linked commands off", "show display", "unload display",
+  // "show realtime", "unload realtime", and each message box as "box Corvane: File Lose" (unless
+  // a test takes ScriptedMessages::meanwhile for itself).
+  QStringList log;
+
+  // The state that the log has led to.
+  std::array<QString, 4> panels;  // by their numbers 1..3
+  int progress = 0;
+  QString progress_text;
+  bool data_commands = false;
+  bool linked = false;
+
+  // Windows that a test supplies; by default there are none and showing one only logs it. The
+  // makers run when a window is asked for that is not loaded.
+  std::function<frmrealtime*()> make_realtime;
+  std::function<frmdisplay*()> make_display;
+  frmrealtime* realtime_window = nullptr;
+  frmdisplay* display_window = nullptr;
+  QWidget* parent_window = nullptr;
+  bool is_shutting_down = false;
+
+  Clock& clock() override { return scripted_clock; }
+  SerialPort& MSComm1() override { return scripted_port; }
+  MessageBox& messages() override { return scripted_messages; }
+  FileDialog& CommonDialog1() override { return scripted_dialog; }
+  QWidget* window() override { return parent_window; }
+  void set_panel(int panel, const QString& text) override;
+  void set_progress(int value, const QString& text) override;
+  void enable_data_commands(bool enabled) override;
+  void set_linked_commands(bool linked_now) override;
+  frmrealtime* loaded_realtime() override { return realtime_window; }
+  frmrealtime* realtime() override;
+  void show_realtime() override;
+  void unload_realtime() override;
+  frmdisplay* loaded_display() override { return display_window; }
+  void show_display() override;
+  void unload_display() override;
+  bool shutting_down() const override { return is_shutting_down; }
+};
