@@ -6,6 +6,7 @@
 #include "app/frmAbout.h"
 #include "app/frmmdi.h"
 #include "app/help.h"
+#include "data/data_commands.h"
 #include "device/link.h"
 #include "views/frmdisplay.h"
 
@@ -49,10 +50,10 @@ void frmmdi::build_menus() {
   const std::vector<Menu> menus = {
       {"file",
        "File(&F)",
-       {{"open", "Open(&O)...", key(Qt::Key_O), true, {}},
-        {"close", "Close(&C)", none, true, {}},
+       {{"open", "Open(&O)...", key(Qt::Key_O), true, [this] { OpenDataFile(*this); }},
+        {"close", "Close(&C)", none, true, [this] { CloseDataFile(*this); }},
         {"tt", "-", none, true, {}},
-        {"save", "Save(&S)...", key(Qt::Key_S), false, {}},
+        {"save", "Save(&S)...", key(Qt::Key_S), false, [this] { SaveDataFile(*this); }},
         {"outputs", "Save As(&A)", none, false, {}},
         {"t5", "-", none, true, {}},
         {"printview", "Print View(&V)", none, false, {}},
