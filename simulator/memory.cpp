@@ -45,7 +45,7 @@ QByteArray Memory::block(int number, const Signal& signal) const {
     }
   }
   const bool full = end - begin == block_readings;
-  return full ? data.rightJustified(2 * block_readings, '\0') : data;
+  return full ? data.rightJustified(qsizetype{2} * block_readings, '\0') : data;
 }
 
 }  // namespace simulator

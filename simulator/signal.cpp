@@ -12,10 +12,10 @@ struct Shape {
 
 // In 1/256 of the channel's unit, and samples. Periods without common factors keep the channels
 // apart from one another.
-constexpr std::array<Shape, 4> shapes = {{{4 * 256 + 128, 512, 1440, 64, 46},
-                                          {60 * 256, 2048, 1010, 128, 58},
-                                          {-18 * 256, 384, 1728, 96, 34},
-                                          {45 * 256, 1536, 1262, 160, 62}}};
+constexpr std::array<Shape, 4> shapes = {{{1152, 512, 1440, 64, 46},
+                                          {15360, 2048, 1010, 128, 58},
+                                          {-4608, 384, 1728, 96, 34},
+                                          {11520, 1536, 1262, 160, 62}}};
 
 // Two parabolas that stand in for a sine; in whole numbers, so the same on every machine.
 std::int64_t wave(std::int64_t n, std::int64_t height, std::int64_t period) {

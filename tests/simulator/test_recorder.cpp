@@ -29,7 +29,7 @@ Settings known_settings() {
   settings.limits[1] = {-10.5, 25.5};
   settings.signal = [](std::int64_t n, int channel) {
     return static_cast<std::uint16_t>(n == noon.toSecsSinceEpoch() ? 0x7FFF + channel
-                                                                   : 0x100 * channel + n);
+                                                                   : n + 0x100L * channel);
   };
   return settings;
 }
@@ -49,7 +49,7 @@ int word(const QByteArray& bytes, qsizetype index) {
          256 * static_cast<unsigned char>(bytes.at(index + 1));
 }
 
-QByteArray with_check(QByteArray request) {
+QByteArray with_check(const QByteArray& request) {
   char check = 0;
   for (const char byte : request) check = static_cast<char>(check ^ byte);
   return request + check;
@@ -330,7 +330,7 @@ void TestRecorder::random_bytes() {
     for (int n = random.bounded(4); n > 0; --n) {
       bytes[random.bounded(static_cast<int>(bytes.size()))] = static_cast<char>(random.generate());
     }
-    bytes.truncate(random.bounded(static_cast<int>(bytes.size())) * 4);
+    bytes.truncate(random.bounded(1, 4 * static_cast<int>(bytes.size())));
     now = now.addMSecs(random.bounded(1200));
     for (const Answer& answer : recorder.receive(bytes, now)) answered += !answer.bytes.isEmpty();
   }

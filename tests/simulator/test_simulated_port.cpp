@@ -6,18 +6,17 @@
 
 class TestSimulatedPort : public QObject {
   Q_OBJECT
- private Q_SLOTS:
-  void answers_arrive_in_time();
-  void parity_tells_the_address();
-  void ports_without_recorder_or_device();
-  void unplugged();
-
- private:
   // Sends a status request and gives what arrives within a second.
   QByteArray ask_status(SimulatedPort& port, const char* address = "9600,M,8,1",
                         const char* request = "9600,S,8,1");
 
   ScriptedClock clock_;
+
+ private Q_SLOTS:
+  void answers_arrive_in_time();
+  void parity_tells_the_address();
+  void ports_without_recorder_or_device();
+  void unplugged();
 };
 
 QByteArray TestSimulatedPort::ask_status(SimulatedPort& port, const char* address,
