@@ -54,7 +54,8 @@ void place_block(const QByteArray& answer, const BlockPlace& place, DownloadedSa
   const int length = full ? full_length : static_cast<std::uint8_t>(answer[length_at]);
   const BlockData data = {answer, place.channels, length};
   const double per_segment = samples_per_segment(place.channels);
-  const double stored = full ? per_segment : length / (reading_size * place.channels);
+  const int short_count = length / (reading_size * place.channels);
+  const double stored = full ? per_segment : short_count;
   const double newer_blocks =
       full ? (place.position + 1) * per_segment : place.position * per_segment + stored;
   QDateTime time = place.first;

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -159,7 +160,7 @@ bool Download::read_segments() {
 
 void Download::show_progress(int position, int count) {
   const double value = position * 99.0 / count + 1;
-  const int whole = static_cast<int>(value + 0.5);
+  const auto whole = static_cast<int>(std::lround(value));
   shell_.set_progress(whole, QString::number(whole) + u'%');
 }
 
