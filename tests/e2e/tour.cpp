@@ -1,0 +1,150 @@
+#include "e2e/tour.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTest>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr int look_every_ms = 50;
+constexpr int settle_ms = 250;
+constexpr int patience_ms = 10'000;
+constexpr int whole_tour_ms = 300'000;
+
+void print(const QString& name, const QString& text) {
+  std::printf("%-26s %s\n", qUtf8Printable(name), qUtf8Printable(text));
+  std::fflush(stdout);
+}
+
+QString described(const QWidget& dialog) {
+  const auto* box = qobject_cast<const QMessageBox*>(&dialog);
+  return box ? QStringLiteral("the message \"%1\"").arg(box->text())
+             : QStringLiteral("the dialog \"%1\"").arg(dialog.windowTitle());
+}
+
+}  // namespace
+
+Tour::Tour(frmmdi& window, QString work, QString folder)
+    : window_(window), work_(std::move(work)), folder_(std::move(folder)) {
+  QTimer::singleShot(whole_tour_ms, &timers_,
+                     [this] { give_up(QStringLiteral("the tour takes too long")); });
+  look_around();
+}
+
+void Tour::step(const QString& name, const QString& text) {
+  QTest::qWait(settle_ms);
+  ++pictures_;
+  const QString picture = QStringLiteral("%1-%2.png").arg(pictures_, 2, 10, QChar(u'0')).arg(name);
+  take_picture(picture);
+  print(picture, text);
+}
+
+void Tour::take_picture(const QString& name) {
+  // The whole screen, window frames included, as a person sees it.
+  const QPixmap picture = QApplication::primaryScreen()->grabWindow(0);
+  if (!picture.save(folder_ + u'/' + name)) print(name, QStringLiteral("cannot be written"));
+}
+
+void Tour::tell(const QString& text) {
+  print({}, text);
+}
+
+void Tour::keep(const QString& file) {
+  const QFileInfo info(file);
+  require(QFile::copy(file, folder_ + u'/' + info.fileName()), QStringLiteral("it can be kept"));
+  print(info.fileName(), QStringLiteral("%1 bytes").arg(info.size()));
+}
+
+void Tour::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  window_.activateWindow();
+  require(QTest::qWaitForWindowActive(&window_), QStringLiteral("the main window is active"));
+  QTest::keyClick(&window_, key, modifiers);
+  finish_command();
+}
+
+void Tour::choose(const QString& menu, const QString& entry) {
+  const auto* top = window_.menuBar()->findChild<QMenu*>(menu);
+  QTest::mouseClick(window_.menuBar(), Qt::LeftButton, {},
+                    window_.menuBar()->actionGeometry(top->menuAction()).center());
+  wait_for([&] { return top->isVisible(); }, QStringLiteral("the menu opens"));
+  QTest::qWait(settle_ms);
+  QTest::mouseClick(const_cast<QMenu*>(top), Qt::LeftButton, {},
+                    top->actionGeometry(window_.menu_entry(entry)).center());
+  finish_command();
+}
+
+void Tour::click_toolbar(int index) {
+  click(window_.Tool1->widgetForAction(window_.toolbar_button(index)));
+  finish_command();
+}
+
+void Tour::click(QWidget* widget) {
+  require(widget && widget->isVisible() && widget->isEnabled(),
+          QStringLiteral("what is clicked can be clicked"));
+  QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+void Tour::type_name(QFileDialog& dialog, const QString& name) {
+  auto* edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  require(edit != nullptr, QStringLiteral("the file dialog has a field for the name"));
+  edit->selectAll();
+  QTest::keyClicks(edit, name);
+}
+
+void Tour::when(std::function<bool()> condition, std::function<void()> act) {
+  planned_.push_back({std::move(condition), std::move(act)});
+}
+
+void Tour::finish_command() {
+  require(dialogs_.empty(), QStringLiteral("the dialog that was expected has come"));
+  require(planned_.empty(), QStringLiteral("what was waited for has happened"));
+}
+
+// Runs again and again from the event loop, also inside the waits of commands and of itself.
+void Tour::look_around() {
+  QTimer::singleShot(look_every_ms, &timers_, [this] { look_around(); });
+  if (!planned_.empty() && planned_.front().condition()) {
+    const auto act = std::move(planned_.front().act);
+    planned_.erase(planned_.begin());
+    act();
+  }
+  QWidget* dialog = QApplication::activeModalWidget();
+  if (dialog && dialog != attended_) attend(*dialog);
+}
+
+void Tour::attend(QWidget& dialog) {
+  const QPointer<QWidget> before = std::exchange(attended_, &dialog);
+  require(QTest::qWaitForWindowActive(&dialog), QStringLiteral("a dialog becomes active"));
+  QTest::qWait(settle_ms);
+  if (dialogs_.empty()) give_up(described(dialog) + QStringLiteral(" came unexpectedly"));
+  const auto act = dialogs_.front();
+  dialogs_.erase(dialogs_.begin());
+  const QString description = described(dialog);
+  if (!act(dialog)) give_up(description + QStringLiteral(" came in place of another dialog"));
+  attended_ = before;
+}
+
+void Tour::require(bool condition, const QString& text) {
+  if (!condition) give_up(QStringLiteral("this does not hold: ") + text);
+}
+
+void Tour::wait_for(const std::function<bool()>& condition, const QString& text) {
+  require(QTest::qWaitFor(condition, patience_ms), text);
+}
+
+// From inside a command and its dialogs there is no way back that could not hang.
+void Tour::give_up(const QString& text) {
+  take_picture(QStringLiteral("failed.png"));
+  print(QStringLiteral("failed.png"), text);
+  std::_Exit(EXIT_FAILURE);
+}

@@ -1,0 +1,86 @@
+// The guided tour: the real main window on a real display with a recorder on its port 1, driven by
+// keys and clicks. A step does one thing that a user does, and shows what then is on the screen.
+#pragma once
+
+#include <QPointer>
+#include <QTimer>
+
+#include <functional>
+#include <vector>
+
+#include "app/frmmdi.h"
+
+class QFileDialog;
+
+class Tour {
+ public:
+  // Pictures and kept files go to `folder`; the files that the user names lie in `work`.
+  Tour(frmmdi& window, QString work, QString folder);
+  Tour(const Tour&) = delete;
+  Tour& operator=(const Tour&) = delete;
+
+  frmmdi& window() { return window_; }
+  // A file name for the user to type. Its folder has no dot in its name, which would end a data
+  // file's name.
+  QString work_file(const QString& name) const { return work_ + u'/' + name; }
+
+  // Takes the picture "NN-name.png" of the whole screen and prints its name with `text`.
+  void step(const QString& name, const QString& text);
+  // Prints what was found.
+  void tell(const QString& text);
+  // Copies a file beside the pictures and prints its name and size.
+  void keep(const QString& file);
+
+  // Commands as a user gives them. They come back when the command is done, with its dialogs and
+  // waits; what in_dialog() and when() announced must have happened by then.
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier);
+  void choose(const QString& menu, const QString& entry);
+  void click_toolbar(int index);
+
+  // Says, before the command that opens it, what to do in a modal dialog of this class.
+  template <class Dialog>
+  void in_dialog(std::function<void(Dialog&)> act) {
+    dialogs_.push_back([act = std::move(act)](QWidget& widget) {
+      auto* dialog = qobject_cast<Dialog*>(&widget);
+      if (dialog) act(*dialog);
+      return dialog != nullptr;
+    });
+  }
+  // Says what to do once while a command waits, as soon as `condition` holds.
+  void when(std::function<bool()> condition, std::function<void()> act);
+
+  // Inside a dialog.
+  void click(QWidget* widget);
+  void type_name(QFileDialog& dialog, const QString& name);
+
+  // End the tour with a last picture and exit status 1 unless the condition holds (in time).
+  void require(bool condition, const QString& text);
+  void wait_for(const std::function<bool()>& condition, const QString& text);
+  [[noreturn]] void give_up(const QString& text);
+
+ private:
+  struct Planned {
+    std::function<bool()> condition;
+    std::function<void()> act;
+  };
+
+  void look_around();
+  void attend(QWidget& dialog);
+  void take_picture(const QString& name);
+  void finish_command();
+
+  frmmdi& window_;
+  QString work_;
+  QString folder_;
+  int pictures_ = 0;
+  // Each acts in a dialog if it is the one it waits for, and says whether it was.
+  std::vector<std::function<bool(QWidget&)>> dialogs_;
+  std::vector<Planned> planned_;
+  QPointer<QWidget> attended_;
+  QObject timers_;  // context of the timers, which end with the tour
+};
+
+// The steps in their order. To show more of the program, write a function in a tour_*.cpp that
+// takes the Tour, and name it in the list.
+using TourStep = void (*)(Tour&);
+const std::vector<TourStep>& tour_steps();

@@ -1,0 +1,39 @@
+// corvane-tour WORK FOLDER: plays the guided tour on the display at hand with WORK as the program's
+// folder (device.txt, and a recorder at the link com1) and leaves pictures and files in FOLDER.
+// Exit status 0 only if every step did what it says.
+#include <QApplication>
+
+#include <cstdio>
+
+#include "app/clock.h"
+#include "app/dialogs.h"
+#include "app/icons.h"
+#include "app/program_folder.h"
+#include "device/qt_serial_port.h"
+#include "e2e/tour.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  const QStringList arguments = QApplication::arguments();
+  if (arguments.size() != 3) {
+    std::fputs("corvane-tour WORK FOLDER\n", stderr);
+    return 2;
+  }
+  QApplication::setApplicationName(program_title);
+  QApplication::setWindowIcon(application_icon());
+  set_program_folder(arguments[1]);
+
+  SystemClock clock;
+  QtSerialPort port;
+  WindowMessageBox messages;
+  WindowFileDialog files;
+  frmmdi window({clock, port, messages, files});
+  messages.set_parent(&window);
+  files.set_parent(&window);
+  window.show();
+
+  Tour tour(window, arguments[1], arguments[2]);
+  for (const TourStep step : tour_steps()) step(tour);
+  window.close();
+  return 0;
+}
