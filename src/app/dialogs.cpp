@@ -41,18 +41,22 @@ bool WindowMessageBox::ask(const QString& text, const QString& caption) {
 }
 
 void WindowFileDialog::show(Purpose purpose) {
-  QFileDialog dialog(parent_, title, folder_);
+  // A remembered folder that is gone would be taken for the name of a file.
+  QFileDialog dialog(parent_, title, QFileInfo(folder_).isDir() ? folder_ : QString());
   dialog.setAcceptMode(purpose == Purpose::open ? QFileDialog::AcceptOpen
                                                 : QFileDialog::AcceptSave);
-  // A missing file and an existing one are the command's business, not the dialog's.
+  // A missing file and an existing one are the command's business, not the dialog's. The desktops'
+  // own dialogs do not all leave them to it.
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
   const QStringList filters = name_filters(filter);
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(filter_index - 1));
   if (!file_name.isEmpty()) dialog.selectFile(file_name);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-  file_name = dialog.selectedFiles().constFirst();
+  // Without "." and ".." on the way, whose dots would count when the name is cut at its first one.
+  file_name = QDir::cleanPath(dialog.selectedFiles().constFirst());
   filter_index = static_cast<int>(filters.indexOf(dialog.selectedNameFilter())) + 1;
   folder_ = QFileInfo(file_name).absolutePath();
 }
