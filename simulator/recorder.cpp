@@ -91,6 +91,7 @@ Recorder::Recorder(const Settings& settings, const QDateTime& now)
   const QDateTime fitting = std::max(last_reading_.addSecs(-age_s), earliest_start());
   pattern_ = pattern_of(settings, settings.start.value_or(fitting));
   next_reading_ = last_reading_.addSecs(settings.interval_s);
+  // However old the newest reading is said to be: what is in memory now is what was asked for.
   if (next_reading_ <= now) next_reading_ = now.addSecs(settings.interval_s);
   std::transform(settings.limits.begin(), settings.limits.end(), limits_.begin(), limit_bytes);
 }

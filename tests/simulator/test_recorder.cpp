@@ -256,19 +256,19 @@ void TestRecorder::channels_it_lacks_leave_the_mask() {
 void TestRecorder::memory_grows_while_running() {
   Settings settings;
   settings.readings = 400;
-  settings.elapsed_s = 20;
+  settings.elapsed_s = 80;
   Recorder recorder(settings, noon);
   const QByteArray before = ask(recorder, hex("020002"), noon.addSecs(39));
   QCOMPARE(word(before, 19), 400);
-  QCOMPARE(word(before, 17), 59);
-  // 100 samples a minute apart, the last 20 s before noon: started at 10:19:40.
-  QCOMPARE(before.mid(5, 6), hex("1a03010a1328"));
+  QCOMPARE(word(before, 17), 119);
+  // 100 samples a minute apart, the last 80 s before noon: started at 10:18:40.
+  QCOMPARE(before.mid(5, 6), hex("1a03010a1228"));
   const QDateTime later = noon.addSecs(161);
   QCOMPARE(word(block(recorder, 0, later), 3), simulator::demo_signal(99, 0));
   const QByteArray after = ask(recorder, hex("020002"), later);
-  QCOMPARE(word(after, 19), 412);
-  QCOMPARE(word(after, 17), 1);
-  QCOMPARE(word(block(recorder, 0, later), 3), simulator::demo_signal(102, 0));
+  QCOMPARE(word(after, 19), 408);
+  QCOMPARE(word(after, 17), 41);
+  QCOMPARE(word(block(recorder, 0, later), 3), simulator::demo_signal(101, 0));
 }
 
 void TestRecorder::full_memory_stops_or_wraps() {
