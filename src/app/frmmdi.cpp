@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
+#include <QScreen>
 #include <QStatusBar>
 
 #include "app/clock.h"
@@ -18,6 +19,7 @@
 namespace {
 
 constexpr int clock_interval_ms = 1000;
+constexpr QSize design_size(1180, 820);
 const QString device_file = QStringLiteral("/device.txt");
 
 // The entries that act on a Recording, and the toolbar buttons that go with them. Index 5 is a
@@ -59,7 +61,7 @@ frmmdi::frmmdi(const OutsideWorld& world) : world_(world) {
 void frmmdi::build() {
   setObjectName(QStringLiteral("frmmdi"));
   setWindowTitle(program_title);
-  resize(1180, 820);
+  resize(design_size.boundedTo(screen()->availableSize()));
   area_ = new QMdiArea(this);
   area_->setObjectName(QStringLiteral("MDIArea"));
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
