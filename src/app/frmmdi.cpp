@@ -271,10 +271,14 @@ void frmmdi::release_child(ChildWindow& child) {
   if (display_ == &child) display_ = nullptr;
   auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
   if (!frame) return;
+  const bool maximised = frame->isMaximized();
   frame->setWidget(nullptr);
   child.setParent(this);
   area_->removeSubWindow(frame);
   frame->deleteLater();
+  // The window that comes to the front fills the area as the one before it did.
+  const auto left = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
+  if (maximised && !left.isEmpty() && !shutting_down_) left.constLast()->showMaximized();
 }
 
 void frmmdi::realtime_Click() {

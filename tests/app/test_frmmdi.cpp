@@ -24,6 +24,7 @@ class TestMainWindow : public QObject {
   void a_child_that_waits_can_be_closed();
   void closing_ends_a_wait();
   void shut_down_order();
+  void the_window_that_is_left_stays_maximised();
   void every_input_has_an_accessible_name();
 
  private:
@@ -191,6 +192,13 @@ void TestMainWindow::shut_down_order() {
   QVERIFY(!main_->window->Timer1->isActive());
   QVERIFY(!main_->window->loaded_realtime()->Timer1->enabled());
   QCOMPARE(main_->messages.shown, QStringList());
+}
+
+void TestMainWindow::the_window_that_is_left_stays_maximised() {
+  main_->window->show_realtime();
+  main_->window->show_display();
+  main_->window->unload_display();
+  QTRY_VERIFY(main_->window->loaded_realtime()->parentWidget()->isMaximized());
 }
 
 void TestMainWindow::every_input_has_an_accessible_name() {
