@@ -1,5 +1,6 @@
 #include "acquire/download.h"
 
+#include <QScopedValueRollback>
 #include <QString>
 
 #include <cmath>
@@ -26,8 +27,8 @@ constexpr int view_after_download = 128;
 constexpr Packet::Retries retries = {.tries = 3, .pause = 50, .pause_after_last = true};
 
 // One download. Other events run in its waits, so the Real-time Data window can be closed and the
-// program can end in the middle: what is needed of the window is taken before the first wait, and
-// the readings that were asked for are still fetched when the window is gone.
+// program can end in the middle: what is needed of the window is taken before each wait, and the
+// readings that were asked for are still fetched when the window is gone.
 class Download {
  public:
   explicit Download(Shell& shell) : shell_(shell) {}
@@ -68,10 +69,15 @@ void Download::run() {
   end(true);
 }
 
-// The window is loaded, which reads the recorder, if it is not.
+// The window is loaded, which reads the recorder, if it is not. Without it there is nobody to say
+// which channels are recorded.
 bool Download::take_window() {
   frmrealtime* window = shell_.realtime();
-  if (!window || left()) return false;
+  if (left()) return false;
+  if (!window) {
+    end(false);
+    return false;
+  }
   polling_before_ = window->Timer1->enabled();
   window->Timer1->set_enabled(false);
   recorder_type_ = User::RecorderType;
@@ -204,6 +210,11 @@ void Download::link_timeout() {
 
 }  // namespace
 
+// A second download would read the blocks that the first one waits for: the command is ignored
+// until the first has ended.
 void ReadRecorderData(Shell& shell) {
-  Download(shell).run();
+  static bool reading = false;
+  if (reading) return;
+  const QScopedValueRollback under_way(reading, true);
+  skip_on_error([&] { Download(shell).run(); });
 }

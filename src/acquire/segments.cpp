@@ -3,17 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/errors.h"
 #include "app/numbers.h"
 #include "app/times.h"
-#include "device/fixed_point.h"
+#include "device/answer.h"
 
 namespace {
 
-// Mode flags and fields of the properties answer.
-constexpr int flags_at = 3;
-constexpr std::uint8_t delayed_flag = 0x04;
-constexpr std::uint8_t wrap_flag = 0x40;
+// Fields of the properties answer.
 constexpr int start_at = 5;
 constexpr int delay_at = 11;
 constexpr int interval_at = 13;
@@ -23,15 +19,6 @@ constexpr int readings_at = 19;
 // A wrapping recorder whose memory is nearly full is about to erase this many readings.
 constexpr int nearly_full = 27500;
 constexpr int about_to_go = 512;
-
-int byte_at(const QByteArray& answer, int index) {
-  if (index >= answer.size()) throw BoundsError("beyond the answer");
-  return static_cast<std::uint8_t>(answer[index]);
-}
-
-int word_at(const QByteArray& answer, int index) {
-  return byte_at(answer, index) + 256 * byte_at(answer, index + 1);
-}
 
 QDateTime later(const QDateTime& time, double seconds) {
   return time.addMSecs(std::llround(seconds * 1000.0));
@@ -70,7 +57,7 @@ MemoryMap map_memory(const QByteArray& answer, int channels, const QDateTime& no
   memory.interval = word_at(answer, interval_at) + 1;
   const int all_readings = stored_readings(answer);
   int readings = all_readings;
-  const int flags = byte_at(answer, flags_at);
+  const int flags = byte_at(answer, mode_flags_at);
   const bool wraps = (flags & wrap_flag) != 0;
   if (wraps && readings > nearly_full) readings -= about_to_go;
   const double duration = static_cast<double>(memory.interval) * readings / channels;

@@ -1,5 +1,6 @@
 #include "app/frmmdi.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 #include <QScreen>
@@ -159,6 +160,10 @@ void frmmdi::MDIForm_Load() {
 // stands in one comes back and leaves.
 void frmmdi::MDIForm_Unload() {
   shutting_down_ = true;
+  // The end of a desktop session can come while a dialog stands; its handler is to leave as well.
+  while (QWidget* dialog = QApplication::activeModalWidget()) {
+    if (!dialog->close()) break;
+  }
   Timer1->stop();
   if (frmrealtime* window = loaded_realtime()) {
     if (window->Timer1->enabled()) window->Timer1->set_enabled(false);
@@ -214,7 +219,7 @@ void frmmdi::set_linked_commands(bool linked) {
 }
 
 frmrealtime* frmmdi::loaded_realtime() {
-  return static_cast<frmrealtime*>(realtime_.data());
+  return realtime_loading_ ? nullptr : static_cast<frmrealtime*>(realtime_.data());
 }
 
 // Loading reads the recorder; the window can be gone again when that is done.
@@ -223,7 +228,10 @@ frmrealtime* frmmdi::realtime() {
     auto* window = new frmrealtime(*this, this);
     realtime_ = window;
     connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
+    const ChildWindow::Handler loading(*window);
+    realtime_loading_ = true;
     window->Form_Load();
+    if (!loading.unloaded()) realtime_loading_ = false;
   }
   return loaded_realtime();
 }
@@ -267,7 +275,10 @@ void frmmdi::show_child(ChildWindow& child) {
 }
 
 void frmmdi::release_child(ChildWindow& child) {
-  if (realtime_ == &child) realtime_ = nullptr;
+  if (realtime_ == &child) {
+    realtime_ = nullptr;
+    realtime_loading_ = false;
+  }
   if (display_ == &child) display_ = nullptr;
   auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
   if (!frame) return;

@@ -92,5 +92,6 @@ class frmmdi final : public QMainWindow, public Shell {
   QMap<QString, QAction*> entries_;
   QPointer<ChildWindow> realtime_;
   QPointer<ChildWindow> display_;
+  bool realtime_loading_ = false;
   bool shutting_down_ = false;
 };

@@ -28,6 +28,7 @@ QAction* frmmdi::add_entry(QMenu& menu, const MenuEntry& entry) {
   action->setObjectName(QString::fromLatin1(entry.name));
   action->setShortcut(entry.shortcut);
   action->setEnabled(entry.enabled);
+  action->setAutoRepeat(false);
   if (entry.run) connect(action, &QAction::triggered, this, entry.run);
   entries_.insert(action->objectName(), action);
   return action;

@@ -40,7 +40,8 @@ class Shell {
   virtual void set_linked_commands(bool linked) = 0;
 
   // The Real-time Data window. realtime() loads it (which reads the recorder) without showing it
-  // if it is not loaded; it can be gone again after any wait.
+  // if it is not loaded; it can be gone again after any wait. Null while a load is under way:
+  // what the window shows is then not yet the recorder's.
   virtual frmrealtime* loaded_realtime() = 0;
   virtual frmrealtime* realtime() = 0;
   virtual void show_realtime() = 0;

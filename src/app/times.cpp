@@ -18,15 +18,17 @@ QString stamp_text(const QDateTime& time) {
 QDateTime stamp_time(const QString& text) {
   constexpr int stamp_length = 19;
   if (text.size() != stamp_length || text[10] != u' ') return {};
-  QDateTime time = QDateTime::fromString(QString(text).replace(10, 1, QChar(u'T')), Qt::ISODate);
-  if (time.isValid()) time.setTimeSpec(Qt::UTC);
-  return time;
+  // Taken apart, since the local time zone has hours that it leaves out.
+  const QDate date = QDate::fromString(text.left(10), Qt::ISODate);
+  const QTime clock = QTime::fromString(text.mid(11), Qt::ISODate);
+  if (!date.isValid() || !clock.isValid()) return {};
+  return {date, clock, Qt::UTC};
 }
 
 QString general_date_time_text(const QDateTime& time) {
   const QLocale locale = QLocale::system();
   // The long time form carries the seconds, and a time-zone name that a wall time does not have.
-  static const QRegularExpression zone(QStringLiteral("\\s*[\\(\\[]?t+[\\)\\]]?\\s*"));
+  static const QRegularExpression zone(QStringLiteral("\\s*,?\\s*[\\(\\[]?t+[\\)\\]]?\\s*"));
   const QString time_form = locale.timeFormat(QLocale::LongFormat).remove(zone);
   return locale.toString(time.date(), QLocale::ShortFormat) + u' ' +
          locale.toString(time.time(), time_form);

@@ -1,5 +1,7 @@
 #include "device/link.h"
 
+#include <QScopedValueRollback>
+
 #include "app/errors.h"
 #include "app/message_box.h"
 #include "app/serial_port.h"
@@ -51,15 +53,26 @@ bool search(Shell& shell) {
   return false;
 }
 
-}  // namespace
-
-void link_Click(Shell& shell) {
+// The window is loaded afresh, since its load is what reads the recorder. It can be closed again
+// during that; then nothing is linked that the commands could work on.
+void link_now(Shell& shell) {
   frmport(shell.window()).exec();
   if (User::PortChoice == no_port || shell.shutting_down()) return;
   const bool found = User::PortChoice == automatic ? search(shell) : find_on_fixed_port(shell);
   if (!found) return;
+  shell.unload_realtime();
   shell.show_realtime();
-  if (!shell.shutting_down()) shell.set_linked_commands(true);
+  if (shell.loaded_realtime() && !shell.shutting_down()) shell.set_linked_commands(true);
+}
+
+}  // namespace
+
+// A link that is under way must not be broken by another: the command is ignored until it ends.
+void link_Click(Shell& shell) {
+  static bool linking = false;
+  if (linking) return;
+  const QScopedValueRollback under_way(linking, true);
+  skip_on_error([&] { link_now(shell); });
 }
 
 void unlink_Click(Shell& shell) {

@@ -22,24 +22,43 @@ constexpr qint64 input_buffer = 1024;
 
 QtSerialPort::QtSerialPort() {
   port_.setReadBufferSize(input_buffer);
-  const auto tell = [this] {
-    if (on_activity) on_activity();
-  };
-  QObject::connect(&port_, &QSerialPort::readyRead, &port_, tell);
-  QObject::connect(&port_, &QSerialPort::errorOccurred, &port_, tell);
+  QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { tell(); });
+  QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                   [this](QSerialPort::SerialPortError error) { take_error(error); });
+}
+
+void QtSerialPort::tell() {
+  if (on_activity) on_activity();
+}
+
+// The line of a device that has hung up stays readable for ever and would keep the event loop
+// busy: it is let go, but only when the port's own handler has returned.
+void QtSerialPort::take_error(QSerialPort::SerialPortError error) {
+  const bool lost = error == QSerialPort::ReadError || error == QSerialPort::ResourceError;
+  if (lost && port_.isOpen() && !gone_) {
+    gone_ = true;
+    QMetaObject::invokeMethod(
+        &port_,
+        [this] {
+          if (gone_) port_.close();
+          tell();
+        },
+        Qt::QueuedConnection);
+  }
+  tell();
 }
 
 void QtSerialPort::require_open() const {
-  if (!port_.isOpen()) throw PortError("port closed");
+  if (!port_.isOpen() || gone_) throw PortError("port closed");
 }
 
 void QtSerialPort::set_port_number(int number) {
-  if (port_.isOpen()) throw PortError("port number of an open port");
+  if (is_open()) throw PortError("port number of an open port");
   number_ = number;
 }
 
 void QtSerialPort::open() {
-  if (port_.isOpen()) throw PortError("port already open");
+  if (is_open()) throw PortError("port already open");
   const QString device = serial_device(number_, program_folder(), system_serial_ports());
   if (device.isEmpty()) throw PortError("no such port");
   port_.setPortName(device);
@@ -47,6 +66,7 @@ void QtSerialPort::open() {
 }
 
 void QtSerialPort::close() {
+  gone_ = false;
   if (port_.isOpen()) port_.close();
 }
 

@@ -14,7 +14,8 @@ class QtSerialPort final : public SerialPort {
   void set_port_number(int number) override;
   void open() override;
   void close() override;
-  bool is_open() const override { return port_.isOpen(); }
+  // A port whose device has gone stays open until it is closed; everything else on it throws.
+  bool is_open() const override { return port_.isOpen() || gone_; }
   void set_settings(const QString& settings) override;
   int bytes_waiting() override;
   QByteArray read_all() override;
@@ -23,9 +24,12 @@ class QtSerialPort final : public SerialPort {
   void set_dtr(bool on) override;
 
  private:
+  void tell();
+  void take_error(QSerialPort::SerialPortError error);
   void require_open() const;
   void drain();
 
   int number_ = 1;
+  bool gone_ = false;
   QSerialPort port_;
 };

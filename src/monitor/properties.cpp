@@ -1,36 +1,17 @@
 #include "monitor/properties.h"
 
-#include "app/errors.h"
-#include "device/fixed_point.h"
+#include "device/answer.h"
 
 namespace {
 
-// Mode flags of a properties answer. A running recorder reports bit 1; a start is requested by
-// other bits, on purpose.
-constexpr std::uint8_t running_flag = 0x02;
-constexpr std::uint8_t delayed_flag = 0x04;
-constexpr std::uint8_t wrap_flag = 0x40;
-
 constexpr int texts_at = 3;
-
-std::uint8_t byte_at(const QByteArray& answer, qsizetype index) {
-  if (index < 0 || index >= answer.size()) throw BoundsError("beyond the answer");
-  return static_cast<std::uint8_t>(answer[index]);
-}
-
-int word_at(const QByteArray& answer, qsizetype index) {
-  return word(byte_at(answer, index), byte_at(answer, index + 1));
-}
-
-double value_at(const QByteArray& answer, qsizetype index) {
-  return fixed_point_value(byte_at(answer, index), byte_at(answer, index + 1));
-}
 
 }  // namespace
 
 RecorderProperties decode_properties(const QByteArray& answer) {
   RecorderProperties properties;
-  const std::uint8_t flags = byte_at(answer, 3);
+  const std::uint8_t flags = byte_at(answer, mode_flags_at);
+  // A running recorder reports one bit; a start is requested by others, on purpose.
   properties.recording = (flags & running_flag) != 0;
   if (properties.recording) {
     properties.startup_type =

@@ -123,6 +123,9 @@ void TestNumbers::stamps() {
   const QDateTime time = wall_time(2006, 14, 0, 25, 61, 5);
   QCOMPARE(stamp_text(time), "2007-02-01 02:01:05");
   QCOMPARE(stamp_time(stamp_text(time)), time);
+  qputenv("TZ", "Europe/Berlin");  // leaves out an hour each spring
+  QVERIFY(stamp_time(QStringLiteral("2024-03-31 02:30:00")).isValid());
+  qunsetenv("TZ");
   QVERIFY(!stamp_time(QStringLiteral("1 Feb 2007 02:01:05")).isValid());
   QVERIFY(general_date_time_text(time).endsWith(QStringLiteral(" 02:01:05")));
 }

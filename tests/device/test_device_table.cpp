@@ -1,6 +1,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <ctime>
 #include <set>
 
 #include "app/errors.h"
@@ -86,10 +87,9 @@ void TestDeviceTable::garbage_is_bounded() {
   file.write("101\n");
   QVERIFY(file.resize(100'000'000));
   file.close();
-  QElapsedTimer timer;
-  timer.start();
+  const std::clock_t before = std::clock();
   QCOMPARE(read_device_file(path).rows(), 101);
-  QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+  QVERIFY(std::clock() - before < 2 * CLOCKS_PER_SEC);
   QCOMPARE(read_device_file(folder.filePath(QStringLiteral("none"))).rows(), 0);
 }
 

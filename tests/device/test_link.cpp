@@ -19,6 +19,8 @@ class TestLink : public QObject {
   void search_goes_through_the_ports_in_order();
   void window_shows_the_recorder();
   void unlink_leaves_the_port_open();
+  void commands_during_a_link();
+  void window_closed_while_it_loads();
   void closing_the_window_ends_the_search();
   void dialog_takes_the_later_of_two_types();
 
@@ -203,6 +205,33 @@ void TestLink::unlink_leaves_the_port_open() {
   link(1, QStringLiteral("Two"));
   QCOMPARE(main_->messages.shown, QStringList({"Warnning: Link Timeout!"}));
   QCOMPARE(state(), "not linked, closed");
+}
+
+// While nobody has answered yet Link can be pressed again, and View can open the window.
+void TestLink::commands_during_a_link() {
+  simulator::Recorder recorder(two_channels("silent:first=2"), clock_->now());
+  port_->recorders[1] = &recorder;
+  clock_->after(500, [&] { main_->run(QStringLiteral("link")); });
+  clock_->after(900, [&] { main_->run(QStringLiteral("realtime")); });
+  link(0, QStringLiteral("Two"));
+  QCOMPARE(main_->messages.shown, QStringList());
+  QCOMPARE(state(), "linked, open");
+  QCOMPARE(main_->window->loaded_realtime()->Text11->text(), "500");
+}
+
+// Unlinked before the window has read the recorder: nothing is left to work on.
+void TestLink::window_closed_while_it_loads() {
+  simulator::Recorder recorder(two_channels("silent:command=08"), clock_->now());
+  port_->recorders[1] = &recorder;
+  clock_->after(700, [&] {
+    QVERIFY(!main_->window->loaded_realtime());
+    main_->run(QStringLiteral("read"));  // nobody knows the channels yet
+    main_->run(QStringLiteral("unlink"));
+  });
+  link(0, QStringLiteral("Two"));
+  QCOMPARE(main_->messages.shown, QStringList());
+  QCOMPARE(state(), "not linked, open");
+  QCOMPARE(main_->window->Sts1[0]->text(), QString());
 }
 
 void TestLink::closing_the_window_ends_the_search() {

@@ -26,6 +26,7 @@ class TestSession : public QObject {
   void link_download_save_open();
   void waiting_costs_no_processor_time();
   void closing_the_window_ends_a_real_wait();
+  void hung_up_line_idles();
   void unplugged_and_plugged_in_again();
 
  private:
@@ -155,8 +156,24 @@ void TestSession::closing_the_window_ends_a_real_wait() {
     main_->window->close();
   });
   link(1);
-  QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+  QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
   QCOMPARE(main_->messages.shown, QStringList());
+}
+
+// A line that has hung up stays readable for ever; it must not keep the event loop busy.
+void TestSession::hung_up_line_idles() {
+  QVERIFY(start({}));
+  link(1);
+  QTest::qWait(500);
+  simulator_.reset();
+  const double before = processor_seconds();
+  QTest::qWait(1000);
+  QVERIFY2(processor_seconds() - before < 0.2,
+           qPrintable(QString::number(processor_seconds() - before)));
+  main_->run(QStringLiteral("unlink"));
+  link(1);
+  QCOMPARE(main_->messages.shown, QStringList({"Warnning: Link Timeout!"}));
+  QVERIFY(!port_->is_open());
 }
 
 void TestSession::unplugged_and_plugged_in_again() {

@@ -1,0 +1,31 @@
+// Reading the bytes of an answer (docs/protocol.md) within its bounds.
+#pragma once
+
+#include <QByteArray>
+
+#include <cstdint>
+
+#include "app/errors.h"
+#include "device/fixed_point.h"
+
+// Mode flags in a properties answer.
+inline constexpr std::uint8_t running_flag = 0x02;
+inline constexpr std::uint8_t delayed_flag = 0x04;
+inline constexpr std::uint8_t wrap_flag = 0x40;
+inline constexpr int mode_flags_at = 3;
+
+// Byte `index` of an answer. Throws BoundsError beyond its end.
+inline std::uint8_t byte_at(const QByteArray& answer, qsizetype index) {
+  if (index < 0 || index >= answer.size()) throw BoundsError("beyond the answer");
+  return static_cast<std::uint8_t>(answer[index]);
+}
+
+// The word whose low byte is byte `index`.
+inline int word_at(const QByteArray& answer, qsizetype index) {
+  return word(byte_at(answer, index), byte_at(answer, index + 1));
+}
+
+// The reading or limit whose low byte is byte `index`.
+inline double value_at(const QByteArray& answer, qsizetype index) {
+  return fixed_point_value(byte_at(answer, index), byte_at(answer, index + 1));
+}
