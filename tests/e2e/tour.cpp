@@ -18,8 +18,8 @@ namespace {
 
 constexpr int look_every_ms = 50;
 constexpr int settle_ms = 250;
-constexpr int patience_ms = 10'000;
-constexpr int whole_tour_ms = 300'000;
+constexpr int patience_ms = 30'000;  // the machine may have a lot else to do
+constexpr int whole_tour_ms = 600'000;
 
 void print(const QString& name, const QString& text) {
   std::printf("%-26s %s\n", qUtf8Printable(name), qUtf8Printable(text));
@@ -66,8 +66,7 @@ void Tour::keep(const QString& file) {
 }
 
 void Tour::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  window_.activateWindow();
-  require(QTest::qWaitForWindowActive(&window_), QStringLiteral("the main window is active"));
+  activate(window_);
   QTest::keyClick(&window_, key, modifiers);
   finish_command();
 }
@@ -86,6 +85,15 @@ void Tour::choose(const QString& menu, const QString& entry) {
 void Tour::click_toolbar(int index) {
   click(window_.Tool1->widgetForAction(window_.toolbar_button(index)));
   finish_command();
+}
+
+// Asks again and again: the window manager may only just have started.
+void Tour::activate(QWidget& window) {
+  const auto active = [&window] {
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window, look_every_ms);
+  };
+  wait_for(active, window.windowTitle() + QStringLiteral(" is the active window"));
 }
 
 void Tour::click(QWidget* widget) {
@@ -124,7 +132,7 @@ void Tour::look_around() {
 
 void Tour::attend(QWidget& dialog) {
   const QPointer<QWidget> before = std::exchange(attended_, &dialog);
-  require(QTest::qWaitForWindowActive(&dialog), QStringLiteral("a dialog becomes active"));
+  activate(dialog);
   QTest::qWait(settle_ms);
   if (dialogs_.empty()) give_up(described(dialog) + QStringLiteral(" came unexpectedly"));
   const auto act = dialogs_.front();

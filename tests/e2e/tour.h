@@ -66,6 +66,7 @@ class Tour {
 
   void look_around();
   void attend(QWidget& dialog);
+  void activate(QWidget& window);
   void take_picture(const QString& name);
   void finish_command();
 
