@@ -5,6 +5,7 @@
 #include "app/frmmdi.h"
 #include "app/icons.h"
 #include "device/qt_serial_port.h"
+#include "print/qt_printer.h"
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -16,7 +17,8 @@ int main(int argc, char** argv) {
   QtSerialPort port;
   WindowMessageBox messages;
   WindowFileDialog files;
-  frmmdi window({clock, port, messages, files});
+  QtPrinter printer;
+  frmmdi window({clock, port, messages, files, printer});
   messages.set_parent(&window);
   files.set_parent(&window);
   window.show();

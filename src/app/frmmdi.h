@@ -24,6 +24,7 @@ struct OutsideWorld {
   SerialPort& port;
   MessageBox& messages;
   FileDialog& files;
+  Printer& printer;
 };
 
 class frmmdi final : public QMainWindow, public Shell {
@@ -36,6 +37,7 @@ class frmmdi final : public QMainWindow, public Shell {
   SerialPort& MSComm1() override { return world_.port; }
   MessageBox& messages() override { return world_.messages; }
   FileDialog& CommonDialog1() override { return world_.files; }
+  Printer& printer() override { return world_.printer; }
   QWidget* window() override { return this; }
 
   void set_panel(int panel, const QString& text) override;

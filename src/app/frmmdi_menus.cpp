@@ -8,6 +8,7 @@
 #include "app/help.h"
 #include "data/data_commands.h"
 #include "device/link.h"
+#include "print/print_commands.h"
 #include "views/frmdisplay.h"
 
 struct frmmdi::MenuEntry {
@@ -57,8 +58,8 @@ void frmmdi::build_menus() {
         {"save", "Save(&S)...", key(Qt::Key_S), false, [this] { SaveDataFile(*this); }},
         {"outputs", "Save As(&A)", none, false, {}},
         {"t5", "-", none, true, {}},
-        {"printview", "Print View(&V)", none, false, {}},
-        {"printdata", "Print(&P)", key(Qt::Key_P), false, {}},
+        {"printview", "Print View(&V)", none, false, [this] { printview_Click(*this); }},
+        {"printdata", "Print(&P)", key(Qt::Key_P), false, [this] { printdata_Click(*this); }},
         {"t", "-", none, true, {}},
         {"Quit", "Exit(&Q)", key(Qt::Key_Q), true, [this] { Quit_Click(); }}}},
       {"device",

@@ -7,6 +7,7 @@
 class Clock;
 class FileDialog;
 class MessageBox;
+class Printer;
 class QWidget;
 class SerialPort;
 class frmdisplay;
@@ -24,6 +25,7 @@ class Shell {
   virtual SerialPort& MSComm1() = 0;
   virtual MessageBox& messages() = 0;
   virtual FileDialog& CommonDialog1() = 0;
+  virtual Printer& printer() = 0;
   // The parent for modal dialogs.
   virtual QWidget* window() = 0;
 

@@ -32,4 +32,11 @@ bool OnlineRefresh = true;
 bool OnlineRecord = true;
 QTime OnlineInterval(0, 0, 5);
 
+std::array<float, 5> AxisHigh{};
+std::array<float, 5> AxisLow{};
+
+std::int16_t PrintPages = 0;
+bool PrintGraph = false;
+std::array<std::int16_t, 5> PrintChannels{};
+
 }  // namespace User

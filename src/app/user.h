@@ -43,4 +43,15 @@ extern bool OnlineRefresh;
 extern bool OnlineRecord;
 extern QTime OnlineInterval;
 
+// Values at the top and the bottom edge of the historical graph, by channel slot, as the last
+// redraw set them.
+extern std::array<float, 5> AxisHigh;
+extern std::array<float, 5> AxisLow;
+
+// Print Set: pages or copies (0 when it was cancelled), graph or sheet, and the check boxes, 0 or
+// 1: first that all curves share one graph, then channels 1..4.
+extern std::int16_t PrintPages;
+extern bool PrintGraph;
+extern std::array<std::int16_t, 5> PrintChannels;
+
 }  // namespace User

@@ -9,6 +9,7 @@
 
 #include "app/shell.h"
 #include "support/scripted.h"
+#include "support/scripted_printer.h"
 
 class FakeShell final : public Shell {
  public:
@@ -18,6 +19,7 @@ class FakeShell final : public Shell {
   ScriptedPort scripted_port;
   ScriptedMessages scripted_messages;
   ScriptedFileDialog scripted_dialog;
+  ScriptedPrinter scripted_printer;
 
   // What was done, in order, one line each: "panel 1: Open File", "progress 50: 50%",
   // "data commands on", "linked commands off", "show display", "unload display",
@@ -45,6 +47,7 @@ class FakeShell final : public Shell {
   SerialPort& MSComm1() override { return scripted_port; }
   MessageBox& messages() override { return scripted_messages; }
   FileDialog& CommonDialog1() override { return scripted_dialog; }
+  Printer& printer() override { return scripted_printer; }
   QWidget* window() override { return parent_window; }
   void set_panel(int panel, const QString& text) override;
   void set_progress(int value, const QString& text) override;

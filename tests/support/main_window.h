@@ -9,6 +9,7 @@
 #include "app/frmmdi.h"
 #include "app/program_folder.h"
 #include "support/scripted.h"
+#include "support/scripted_printer.h"
 
 struct MainWindow {
   // Port, clock and the like of a test; the window is shown offscreen.
@@ -17,7 +18,7 @@ struct MainWindow {
     if (file.open(QIODevice::WriteOnly)) file.write(device_file);
     file.close();
     set_program_folder(folder.path());
-    window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files});
+    window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files, printer});
     window->show();
   }
   ~MainWindow() { set_program_folder({}); }
@@ -37,5 +38,6 @@ struct MainWindow {
   QTemporaryDir folder;
   ScriptedMessages messages;
   ScriptedFileDialog files;
+  ScriptedPrinter printer;
   std::unique_ptr<frmmdi> window;
 };

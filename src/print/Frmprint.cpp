@@ -1,0 +1,168 @@
+#include "print/Frmprint.h"
+
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "app/errors.h"
+#include "app/message_box.h"
+#include "app/numbers.h"
+#include "app/shell.h"
+#include "app/user.h"
+#include "print/printer.h"
+
+namespace {
+
+const QStringList pages_offered = {"1", "2", "3",  "4",  "5",  "6",  "7",
+                                   "8", "9", "10", "20", "30", "50", "100"};
+
+// A name is shown as it is, its "&" no mark of a shortcut.
+QString as_caption(QString text) {
+  return text.replace(u'&', QStringLiteral("&&"));
+}
+
+}  // namespace
+
+Frmprint::Frmprint(Shell& shell) : QDialog(shell.window()), shell_(shell) {
+  build();
+  Form_Load();
+  connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, &QDialog::reject);
+}
+
+void Frmprint::build() {
+  setObjectName(QStringLiteral("Frmprint"));
+  setWindowTitle(QStringLiteral("Print Set"));
+  build_options();
+  build_channels();
+  build_pages();
+  build_buttons();
+  lay_out();
+}
+
+void Frmprint::build_options() {
+  Frm1 = new QGroupBox(QStringLiteral("Print"), this);
+  Frm1->setObjectName(QStringLiteral("Frm1"));
+  auto* options = new QVBoxLayout(Frm1);
+  for (int i = 0; i < 2; ++i) {
+    auto* option = new QRadioButton(
+        i == 0 ? QStringLiteral("Print Sheet") : QStringLiteral("Print Graph"), Frm1);
+    option->setObjectName(QStringLiteral("Option1(%1)").arg(i));
+    connect(option, &QRadioButton::clicked, this, [this, i] { Option1_Click(i); });
+    options->addWidget(option);
+    Option1[static_cast<std::size_t>(i)] = option;
+  }
+  Check1[0] = new QCheckBox(QStringLiteral("趋势合并打印"), Frm1);
+  options->addWidget(Check1[0]);
+  options->addStretch();
+}
+
+void Frmprint::build_channels() {
+  Frame1 = new QGroupBox(QStringLiteral("Channels"), this);
+  Frame1->setObjectName(QStringLiteral("Frame1"));
+  auto* channels = new QVBoxLayout(Frame1);
+  for (std::size_t i = 1; i < Check1.size(); ++i) {
+    Check1[i] = new QCheckBox(QStringLiteral("Channel %1").arg(i), Frame1);
+    Check1[i]->setAccessibleName(Check1[i]->text());
+    channels->addWidget(Check1[i]);
+  }
+  for (std::size_t i = 0; i < Check1.size(); ++i) {
+    Check1[i]->setObjectName(QStringLiteral("Check1(%1)").arg(i));
+  }
+}
+
+void Frmprint::build_pages() {
+  Label1 = new QLabel(QStringLiteral("Pages"), this);
+  Label1->setObjectName(QStringLiteral("Label1"));
+  Combo1 = new QComboBox(this);
+  Combo1->setObjectName(QStringLiteral("Combo1"));
+  Combo1->setAccessibleName(Label1->text());
+  Combo1->setEditable(true);
+  Combo1->setInsertPolicy(QComboBox::NoInsert);
+  Combo1->setCompleter(nullptr);
+  Label1->setBuddy(Combo1);
+}
+
+void Frmprint::build_buttons() {
+  const auto button = [this](const QString& name, const QString& caption) {
+    auto* made = new QPushButton(caption, this);
+    made->setObjectName(name);
+    return made;
+  };
+  Cmd1 = button(QStringLiteral("Cmd1"), QStringLiteral("Ok"));
+  Cmd2 = button(QStringLiteral("Cmd2"), QStringLiteral("Cancel"));
+  Cmd3 = button(QStringLiteral("Cmd3"), QStringLiteral("Printer Set"));
+  Cmd1->setDefault(true);
+  connect(Cmd1, &QPushButton::clicked, this,
+          [this] { stop_at_first_failure([this] { Cmd1_Click(); }); });
+  connect(Cmd2, &QPushButton::clicked, this, &QDialog::reject);
+  connect(Cmd3, &QPushButton::clicked, this,
+          [this] { stop_at_first_failure([this] { Cmd3_Click(); }); });
+}
+
+void Frmprint::lay_out() {
+  auto* pages = new QHBoxLayout;
+  pages->addWidget(Label1);
+  pages->addWidget(Combo1);
+  pages->addStretch();
+  pages->addWidget(Cmd3);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Cmd1);
+  buttons->addWidget(Cmd2);
+  auto* all = new QGridLayout(this);
+  all->addWidget(Frm1, 0, 0);
+  all->addWidget(Frame1, 0, 1);
+  all->setColumnStretch(1, 1);
+  all->setColumnMinimumWidth(1, fontMetrics().averageCharWidth() * 28);
+  all->addLayout(pages, 1, 0, 1, 2);
+  all->addLayout(buttons, 2, 0, 1, 2);
+}
+
+void Frmprint::Form_Load() {
+  User::PrintPages = 0;
+  Combo1->addItems(pages_offered);
+  Check1[0]->setEnabled(true);
+  Check1[0]->setChecked(true);
+  const Recording& recording = User::recording;
+  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  for (std::size_t c = 1; c < Check1.size(); ++c) {
+    const bool present = c <= channels;
+    Check1[c]->setEnabled(present);
+    Check1[c]->setChecked(present);
+    Check1[c]->setText(present ? as_caption(recording.ChannelInfo[0][c - 1] + u'(' +
+                                            recording.ChannelInfo[1][c - 1] + u')')
+                               : QString());
+  }
+  Option1[0]->setChecked(true);
+  skip_on_error([this] { shell_.printer().set_paper_a4(); });
+}
+
+void Frmprint::Option1_Click(int index) {
+  Option1[index == 0 ? 1 : 0]->setChecked(false);
+}
+
+bool Frmprint::a_channel_is_chosen() const {
+  return std::any_of(Check1.begin() + 1, Check1.end(),
+                     [](const QCheckBox* box) { return box->isChecked(); });
+}
+
+void Frmprint::Cmd1_Click() {
+  if (!a_channel_is_chosen()) {
+    shell_.messages().show(QStringLiteral("Please Select Channel"));
+    return;
+  }
+  const QString pages = Combo1->currentText();
+  User::PrintPages = is_number(pages) ? to_int16(pages) : std::int16_t{1};
+  User::PrintGraph = Option1[1]->isChecked();
+  for (std::size_t i = 0; i < Check1.size(); ++i) {
+    User::PrintChannels[i] = Check1[i]->isChecked() ? 1 : 0;
+  }
+  accept();
+}
+
+// The printer keeps its orientation when the dialog is cancelled or there is none.
+void Frmprint::Cmd3_Click() {
+  Printer& printer = shell_.printer();
+  printer.set_orientation(printer.show_setup(printer.orientation(), this));
+}

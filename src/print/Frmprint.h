@@ -1,0 +1,48 @@
+// The dialog "Print Set": what to print, which channels, how many pages or copies.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <array>
+
+class Shell;
+
+class Frmprint : public QDialog {
+  Q_OBJECT
+
+ public:
+  // Reads the channels of User::recording. What is confirmed goes into User::PrintPages,
+  // PrintGraph and PrintChannels; PrintPages is 0 after everything else.
+  explicit Frmprint(Shell& shell);
+
+  QGroupBox* Frm1;
+  std::array<QRadioButton*, 2> Option1{};
+  std::array<QCheckBox*, 5> Check1{};
+  QGroupBox* Frame1;
+  QLabel* Label1;
+  QComboBox* Combo1;
+  QPushButton* Cmd1;
+  QPushButton* Cmd2;
+  QPushButton* Cmd3;
+
+ private:
+  void build();
+  void build_options();
+  void build_channels();
+  void build_pages();
+  void build_buttons();
+  void lay_out();
+  void Form_Load();
+  void Option1_Click(int index);
+  void Cmd1_Click();
+  void Cmd3_Click();
+  bool a_channel_is_chosen() const;
+
+  Shell& shell_;
+};

@@ -1,0 +1,46 @@
+#include "print/frmGraphView.h"
+
+#include "app/shell.h"
+#include "app/user.h"
+#include "print/graph_page.h"
+#include "print/print_commands.h"
+
+namespace {
+
+constexpr int repaint_interval_ms = 1000;
+// The page's white margin, not its edge, stands at the left of the frame.
+constexpr int portrait_scroll = 5;
+
+}  // namespace
+
+frmGraphView::frmGraphView(Shell& shell) : Preview(shell) {
+  setObjectName(QStringLiteral("frmGraphView"));
+  setWindowTitle(QStringLiteral("Graph Preview"));
+  add_print_and_quit();
+  Timer1 = new QTimer(this);
+  Timer1->setInterval(repaint_interval_ms);
+  connect(Timer1, &QTimer::timeout, this, &frmGraphView::Timer1_Timer);
+}
+
+void frmGraphView::Form_Activate() {
+  const QSizeF size = paper();
+  area->set_page_size(size);
+  if (size.width() < size.height()) area->HScroll1->setValue(portrait_scroll);
+  area->redraw();
+  Timer1->start();
+  skip_on_error([this] { shell().printer().set_paper_a4(); });
+}
+
+void frmGraphView::Timer1_Timer() {
+  if (User::recording.ViewCount > 0) area->redraw();
+}
+
+void frmGraphView::draw_page(QPainter& painter, QSizeF size) const {
+  draw_graph_page(painter, size, printed_view(shell()));
+}
+
+bool frmGraphView::print() {
+  return print_document(shell(), [this](Printer& printer, QPainter& painter) {
+    draw_page(painter, printer.paper_size());
+  });
+}

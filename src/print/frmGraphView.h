@@ -1,0 +1,27 @@
+// The graph preview: one page of the historical graph as it will be printed.
+#pragma once
+
+#include <QTimer>
+
+#include "print/preview.h"
+
+class frmGraphView final : public Preview {
+  Q_OBJECT
+
+ public:
+  explicit frmGraphView(Shell& shell);
+
+  // Prints the page once; the window need not be shown. Message "Default Printer Error" when that
+  // fails. Gives whether it was printed.
+  bool print();
+
+  QTimer* Timer1;
+
+ protected:
+  void Form_Activate() override;
+  void cmdPrint_Click() override { print(); }
+  void draw_page(QPainter& painter, QSizeF size) const override;
+
+ private:
+  void Timer1_Timer();
+};

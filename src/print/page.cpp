@@ -1,0 +1,64 @@
+#include "print/page.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double twips_per_point = 20;
+constexpr double smallest_share = 2.0 / 3.0;
+
+// Sized in twips and laid out without hinting, so that a line is equally long on every device. The
+// later families are the likeness of the first where that one is missing.
+QFont paper_font(double points) {
+  QFont font;
+  font.setFamilies({QStringLiteral("MS Sans Serif"), QStringLiteral("Microsoft Sans Serif"),
+                    QStringLiteral("Liberation Sans"), QStringLiteral("Arial")});
+  font.setStyleHint(QFont::SansSerif);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  font.setBold(false);
+  font.setPixelSize(static_cast<int>(points * twips_per_point));
+  return font;
+}
+
+}  // namespace
+
+Page::Page(QPainter& painter, QSizeF size)
+    : painter_(painter),
+      size_(size),
+      across_(size.width() / a4_portrait.width()),
+      down_(size.height() / a4_portrait.height()) {}
+
+double Page::device_pixel() const {
+  return 1.0 / painter_.deviceTransform().m11();
+}
+
+double Page::line_height(double points) {
+  return QFontMetricsF(paper_font(points)).height();
+}
+
+double Page::text_width(const QString& text, double points) {
+  return QFontMetricsF(paper_font(points)).horizontalAdvance(text);
+}
+
+void Page::text(QPointF place, const QString& text, double points, double room, Align align) const {
+  QString shown = text;
+  double size = points;
+  double width = text_width(text, points);
+  if (width > room) {
+    size = points * std::clamp(room / width, smallest_share, 1.0);
+    shown = QFontMetricsF(paper_font(size)).elidedText(text, Qt::ElideRight, room);
+    width = text_width(shown, size);
+  }
+  const QFont font = paper_font(size);
+  const double left = align == Align::left     ? place.x()
+                      : align == Align::centre ? place.x() - width / 2
+                                               : place.x() - width;
+  painter_.setFont(font);
+  // A smaller line keeps its middle where the line of full size has it.
+  const double lowered = (line_height(points) - line_height(size)) / 2;
+  painter_.drawText(QPointF(left, place.y() + lowered + QFontMetricsF(font).ascent()), shown);
+}

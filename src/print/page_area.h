@@ -1,0 +1,51 @@
+// The middle of a preview: a page at full size behind a frame, moved by scroll bars, wheel and
+// keys.
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <functional>
+
+#include "app/picture_box.h"
+
+// 15 twips a pixel of the window, whatever the screen says about its resolution.
+inline constexpr double twips_per_pixel_of_page = 15;
+
+class PageArea : public QAbstractScrollArea {
+  Q_OBJECT
+
+ public:
+  // Draws the page; the painter's unit is the twip, its origin the corner of the paper.
+  using DrawPage = std::function<void(QPainter& painter, QSizeF size)>;
+
+  PageArea(DrawPage draw, QWidget* parent);
+
+  // The paper's size in twips.
+  void set_page_size(QSizeF twips);
+  QSizeF page_size() const { return page_size_; }
+  void redraw() { Pic->redraw(); }
+  // The page as it is shown now.
+  QImage picture(double device_pixel_ratio = 1) const;
+
+  QWidget* Picture2;  // the frame
+  PictureBox* Pic;    // the page
+  // In pixels of the page that lie outside the frame. They vanish when the page fits, and keep
+  // their values.
+  QScrollBar* HScroll1;
+  QScrollBar* VScroll1;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void lay_out();
+  void place_page();
+  void paint(QImage& image) const;
+
+  DrawPage draw_;
+  QSizeF page_size_;
+};

@@ -1,0 +1,45 @@
+// What both previews are: a modal window with the page in it and buttons below.
+#pragma once
+
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include "print/page_area.h"
+#include "print/printer.h"
+
+class Shell;
+
+class Preview : public QDialog {
+  Q_OBJECT
+
+ public:
+  PageArea* area;
+  QPushButton* cmdPrint;
+  QPushButton* Command2;
+
+ protected:
+  explicit Preview(Shell& shell);
+
+  // A button at the right end of the row, `key` its shortcut.
+  QPushButton* add_button(const QString& name, const QString& caption,
+                          const QKeySequence& key = {});
+  // Print and Quit, which every preview ends its row with.
+  void add_print_and_quit();
+  QHBoxLayout* row() const { return row_; }
+
+  // The page as the printer turns it; portrait without a printer.
+  QSizeF paper() const;
+  Shell& shell() const { return shell_; }
+
+  virtual void Form_Activate() = 0;
+  virtual void cmdPrint_Click() = 0;
+  virtual void draw_page(QPainter& painter, QSizeF size) const = 0;
+
+  void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  Shell& shell_;
+  QHBoxLayout* row_;
+};

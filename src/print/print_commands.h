@@ -1,0 +1,22 @@
+// The commands Print View and Print, and what the previews need for theirs.
+#pragma once
+
+#include <functional>
+
+#include "print/printed_view.h"
+
+class Printer;
+class QPainter;
+class Shell;
+
+// Print View: asks what to print and shows its preview.
+void printview_Click(Shell& shell);
+// Print: asks what to print and prints it at once.
+void printdata_Click(Shell& shell);
+
+// The view and the channels to be printed as they are now.
+PrintedView printed_view(Shell& shell);
+
+// Prints what `draw` draws as one document, under the hourglass pointer. Message "Default Printer
+// Error" when there is no printer or it fails. Gives whether the document was sent.
+bool print_document(Shell& shell, const std::function<void(Printer&, QPainter&)>& draw);

@@ -1,0 +1,114 @@
+#include "print/qt_printer.h"
+
+#include <QAbstractPrintDialog>
+#include <QDialogButtonBox>
+#include <QPrintDialog>
+#include <QPrinterInfo>
+#include <QPushButton>
+
+#include "app/twips.h"
+#include "print/page.h"
+#include "print/print_queue.h"
+
+namespace {
+
+void require(bool held, const char* what) {
+  if (!held) throw PrinterError(what);
+}
+
+std::unique_ptr<QPrinter> on_paper(std::unique_ptr<QPrinter> printer) {
+  // The page is placed from the corner of the paper, not from that of the printable part.
+  printer->setFullPage(true);
+  printer->setPageSize(QPageSize(QPageSize::A4));
+  return printer;
+}
+
+// The dialog sets the printer up; what to print is asked elsewhere.
+void keep_to_set_up(QPrintDialog& dialog) {
+  dialog.setWindowTitle(QStringLiteral("Printer Set"));
+  for (const auto option :
+       {QAbstractPrintDialog::PrintToFile, QAbstractPrintDialog::PrintPageRange,
+        QAbstractPrintDialog::PrintSelection, QAbstractPrintDialog::PrintCollateCopies}) {
+    dialog.setOption(option, false);
+  }
+  if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
+    if (QPushButton* ok = buttons->button(QDialogButtonBox::Ok)) ok->setText(QStringLiteral("OK"));
+  }
+}
+
+}  // namespace
+
+QPrinter& QtPrinter::printer() {
+  if (!printer_) {
+    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    require(!info.isNull(), "no default printer");
+    printer_ = on_paper(std::make_unique<QPrinter>(info, QPrinter::HighResolution));
+  }
+  return *printer_;
+}
+
+void QtPrinter::print_to_file(const QString& name) {
+  printer_ = on_paper(std::make_unique<QPrinter>(QPrinter::HighResolution));
+  printer_->setOutputFormat(QPrinter::PdfFormat);
+  printer_->setOutputFileName(name);
+}
+
+Orientation QtPrinter::orientation() {
+  const bool landscape = printer().pageLayout().orientation() == QPageLayout::Landscape;
+  return landscape ? Orientation::landscape : Orientation::portrait;
+}
+
+void QtPrinter::set_orientation(Orientation orientation) {
+  printer().setPageOrientation(orientation == Orientation::landscape ? QPageLayout::Landscape
+                                                                     : QPageLayout::Portrait);
+}
+
+void QtPrinter::set_paper_a4() {
+  printer().setPageSize(QPageSize(QPageSize::A4));
+}
+
+Orientation QtPrinter::show_setup(Orientation orientation, QWidget* parent) {
+  set_orientation(orientation);
+  QPrintDialog dialog(&printer(), parent);
+  keep_to_set_up(dialog);
+  require(dialog.exec() == QDialog::Accepted, "cancelled");
+  // How often to print is asked elsewhere.
+  printer().setCopyCount(1);
+  printer().setFullPage(true);
+  return this->orientation();
+}
+
+QPainter& QtPrinter::start_document(const QString& title) {
+  QPrinter& target = printer();
+  const bool there = to_file() || !QPrinterInfo::printerInfo(target.printerName()).isNull();
+  require(there, "the printer is gone");
+  target.setDocName(title);
+  require(painter_.begin(&target), "the printer takes no document");
+  use_twips();
+  return painter_;
+}
+
+void QtPrinter::use_twips() {
+  const double scale = pixels_of_twips(1, printer().resolution());
+  painter_.scale(scale, scale);
+}
+
+QSizeF QtPrinter::paper_size() {
+  return printer().pageLayout().fullRect(QPageLayout::Millimeter).size() * twips_per_mm;
+}
+
+void QtPrinter::new_page() {
+  require(printer().newPage(), "no further page");
+}
+
+void QtPrinter::end_document() {
+  const bool sent = painter_.end() && printer().printerState() != QPrinter::Error;
+  require(sent, "the document was not sent");
+  require(to_file() || print_queue_took_it(), "the print queue refused the document");
+}
+
+void QtPrinter::abort_document() {
+  if (!painter_.isActive()) return;
+  printer().abort();
+  painter_.end();
+}
