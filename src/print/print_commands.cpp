@@ -9,6 +9,7 @@
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"
 #include "print/printer.h"
+#include "views/frmdisplay.h"
 
 namespace {
 
@@ -54,8 +55,9 @@ void printdata_Click(Shell& shell) {
   }
 }
 
-PrintedView printed_view(Shell&) {
+PrintedView printed_view(Shell& shell) {
   PrintedView view{User::recording};
+  if (const frmdisplay* window = shell.loaded_display()) view.start = window->ViewStart;
   for (std::size_t c = 0; c < view.chosen.size(); ++c) {
     view.chosen[c] = User::PrintChannels[c + 1] != 0;
     view.high[c] = User::AxisHigh[c];

@@ -1,11 +1,180 @@
 #include "views/frmdisplay.h"
 
-frmdisplay::frmdisplay(Shell&) {
-  setObjectName(QStringLiteral("frmdisplay"));
-  setWindowTitle(QStringLiteral("Historical Data"));
+#include "app/errors.h"
+#include "app/numbers.h"
+#include "app/shell.h"
+#include "app/user.h"
+#include "monitor/Frmwarn.h"
+#include "views/date_segment.h"
+#include "views/frmdate.h"
+#include "views/sheet_model.h"
+#include "views/statistics.h"
+
+namespace {
+
+// Sets off where a channel begins in the information list.
+void emphasise(QTreeWidgetItem& item) {
+  QFont font = item.font(1);
+  font.setBold(true);
+  for (const int column : {1, 2}) item.setFont(column, font);
 }
 
-void frmdisplay::cmd_Click(int) {}
-void frmdisplay::cmd2_Click() {}
-void frmdisplay::Cmd6_Click() {}
-void frmdisplay::RedrawGraph() {}
+}  // namespace
+
+frmdisplay::frmdisplay(Shell& shell) : shell_(shell) {
+  build();
+  Form_Load();
+}
+
+void frmdisplay::Form_Load() {
+  Recording& recording = User::recording;
+  if (recording.SampleCount == 0) return;
+  skip_on_error([&] { compute_statistics(recording); });
+  fill_list();
+  build_sheet();
+  load_graph();
+}
+
+void frmdisplay::fill_list() {
+  QList<QTreeWidgetItem*> items;
+  for (const auto& [label, value] : information_rows(User::recording)) {
+    items << new QTreeWidgetItem({QString(), label, value});
+    items.back()->setToolTip(2, value);
+    if (label == QStringLiteral("Channel No.")) emphasise(*items.back());
+  }
+  lv1->clear();
+  lv1->addTopLevelItems(items);
+  lv1->resizeColumnToContents(1);
+}
+
+void frmdisplay::load_graph() {
+  Recording& recording = User::recording;
+  const auto& [number, name, unit, unused] = recording.ChannelInfo;
+  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  for (std::size_t c = 0; c < 4; ++c) {
+    for (std::size_t k = 0; k < 9; ++k) Label4[9 * c + k]->setVisible(c < channels);
+    Line1[c]->setVisible(c < channels);
+    for (const std::size_t label : {c, c + 4, c + 8}) Label3[label]->setVisible(c < channels);
+    if (c >= channels) continue;
+    const QString title = name[c] + u' ' + unit[c];
+    for (const std::size_t label : {c, c + 4}) {
+      Label3[label]->setText(title);
+      Label3[label]->setToolTip(title);
+    }
+  }
+  cursor_ = {};
+  Label5->clear();
+  if (recording.SampleCount > 1) Slider1->setMaximum(recording.SampleCount - 1);
+  recording.ViewCount = recording.SampleCount;
+  skip_on_error([this] { redraw(); });
+}
+
+void frmdisplay::RedrawGraph() {
+  stop_at_first_failure([this] { redraw(); });
+}
+
+void frmdisplay::redraw() {
+  Recording& recording = User::recording;
+  if (recording.SampleCount < 2) return;
+  recording.ViewCount = std::min(recording.ViewCount, recording.SampleCount);
+  ViewStart =
+      view_start(Slider1->value(), Slider1->maximum(), recording.SampleCount, recording.ViewCount);
+  ViewEnd = ViewStart + recording.ViewCount - 1;
+  Label1->setText(recording.SampleTimes(ViewStart));
+  Label2->setText(recording.SampleTimes(ViewEnd));
+  GraphCurves& curves = Pic1->new_curves();
+  curves.take(recording, ViewStart, recording.ViewCount);
+  for (std::size_t c = 0; c < curves.channels.size(); ++c) redraw_channel(curves, c);
+  arrange();
+  show_at_cursor(cursor_sample(cursor_x(), Pic1->twips_width(), recording.ViewCount));
+}
+
+void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
+  std::optional<ScaleLimits> limits;
+  if (User::DisplayLimitAuto[slot] != 1) {
+    limits = {.up = User::DisplayLimit[2 * slot], .down = User::DisplayLimit[2 * slot + 1]};
+  }
+  auto& [values, high, low] = curves.channels[slot];
+  const ChannelScale scale = channel_scale(values, limits);
+  for (std::size_t k = 0; k < scale.labels.size(); ++k) {
+    QLabel& label = *Label4[9 * slot + k];
+    label.setText(scale.labels[k]);
+    // Inside the graph a text needs something behind it, an empty one must not hide the grid.
+    label.setAutoFillBackground(slot >= 2 && !scale.labels[k].isEmpty());
+  }
+  User::AxisHigh[slot] = high = scale.high;
+  User::AxisLow[slot] = low = scale.low;
+}
+
+void frmdisplay::cmd_Click(int index) {
+  stop_at_first_failure([&] {
+    Recording& recording = User::recording;
+    const Zoom zoom = index == 1 ? Zoom::in : Zoom::out;
+    const auto count = zoomed(zoom, recording.ViewCount, recording.SampleCount);
+    if (!count) return;
+    recording.ViewCount = *count;
+    redraw();
+  });
+}
+
+void frmdisplay::cmd2_Click() {
+  const Handler running(*this);
+  Frmwarn(shell_.messages(), shell_.window()).exec();
+  if (!running.unloaded()) RedrawGraph();
+}
+
+// A download that ends under the open dialog brings a new window; the choice is then for that one.
+void frmdisplay::Cmd6_Click() {
+  const Handler running(*this);
+  const auto show = [&shell = shell_](std::int32_t first) {
+    if (frmdisplay* window = shell.loaded_display()) window->show_from(first);
+  };
+  frmdate(shell_.messages(), ViewStart, show, shell_.window()).exec();
+}
+
+void frmdisplay::show_from(std::int32_t first) {
+  Slider1->setValue(first);
+  RedrawGraph();
+}
+
+void frmdisplay::Pic1_MouseDown(float x) {
+  stop_at_first_failure([&] {
+    const Recording& recording = User::recording;
+    // An empty window has nothing to point at, whatever the closed Recording left behind.
+    if (recording.SampleCount == 0) return;
+    const float width = Pic1->twips_width();
+    const Cursor clicked = {cursor_sample(x, width, recording.ViewCount), recording.ViewCount};
+    static_cast<void>(::cursor_x(clicked.sample, width, clicked.view_count));
+    cursor_ = clicked;
+    show_at_cursor(clicked.sample);
+  });
+}
+
+void frmdisplay::Pic1_KeyDown(CursorStep step) {
+  stop_at_first_failure([&] {
+    const std::int32_t count = User::recording.ViewCount;
+    const float width = Pic1->twips_width();
+    const std::int32_t sample = cursor_sample(cursor_x(), width, count);
+    Pic1_MouseDown(::cursor_x(stepped(step, sample, count), width, count));
+  });
+}
+
+float frmdisplay::cursor_x() const {
+  return ::cursor_x(cursor_.sample, Pic1->twips_width(), cursor_.view_count);
+}
+
+void frmdisplay::show_at_cursor(std::int32_t sample) {
+  const Recording& recording = User::recording;
+  const std::int64_t at = std::int64_t{ViewStart} + sample;
+  QStringList values;
+  for (int c = 0; c < recording.held_channels(); ++c) {
+    const auto slot = static_cast<std::size_t>(c);
+    const QString value = general_number(recording.SampleValues(at, c));
+    Label3[slot + 8]->setText(value);
+    values << Label3[slot + 4]->text() + u' ' + value;
+  }
+  Label5->setText(recording.SampleTimes(at));
+  Pic1->setAccessibleDescription(Label5->text() + QStringLiteral("; ") +
+                                 values.join(QStringLiteral("; ")));
+  place_cursor();
+}

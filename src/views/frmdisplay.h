@@ -1,21 +1,99 @@
-// The Historical Data window.
+// The Historical Data window: the Recording as an information list, a graph and a sheet.
 #pragma once
 
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTreeWidget>
+
+#include <array>
+
 #include "app/child_window.h"
+#include "views/graph_layout.h"
+#include "views/graph_surface.h"
 
 class Shell;
 
-class frmdisplay : public ChildWindow {
+class frmdisplay final : public ChildWindow {
   Q_OBJECT
 
  public:
+  // Loads the Recording as it stands.
   explicit frmdisplay(Shell& shell);
 
+  // Shows the view that the slider and User::recording.ViewCount say.
+  void RedrawGraph();
   // Zoom in (1) or out (0).
   void cmd_Click(int index);
   // Display Limit Set.
   void cmd2_Click();
   // Display Time Set.
   void Cmd6_Click();
-  void RedrawGraph();
+
+  // First and last sample in view.
+  std::int32_t ViewStart = 0;
+  std::int32_t ViewEnd = 0;
+
+  QTreeWidget* lv1;
+  QTabWidget* SSTab1;
+  QTableView* MSFlG1;
+  GraphSurface* Pic1;
+  QSlider* Slider1;
+  // Times of the first and of the last sample in view.
+  QLabel* Label1;
+  QLabel* Label2;
+  // Scales: nine labels from top to bottom a channel slot.
+  std::array<QLabel*, 36> Label4{};
+  // Per channel slot c: title of the scale c, legend c + 4, value at the cursor c + 8.
+  std::array<QLabel*, 12> Label3{};
+  // Colour swatches of the legend.
+  std::array<QFrame*, 4> Line1{};
+  // Cursor, and the time at it.
+  QFrame* Line2;
+  QLabel* Label5;
+  std::array<QPushButton*, 2> cmd{};
+  QPushButton* cmd2;
+  QPushButton* Cmd6;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void build();
+  QWidget* build_graph_page();
+  void build_graph_labels(QWidget& page);
+  void build_cursor();
+  void build_buttons(QWidget& page);
+  void build_sheet();
+  void set_colours();
+  void arrange();
+  GraphTexts measure() const;
+
+  void Form_Load();
+  void fill_list();
+  void load_graph();
+  void redraw();
+  void redraw_channel(GraphCurves& curves, std::size_t slot);
+  void show_at_cursor(std::int32_t sample);
+  void place_cursor();
+  void Pic1_MouseDown(float x);
+  void Pic1_KeyDown(CursorStep step);
+  void show_from(std::int32_t first);
+
+  float cursor_x() const;
+
+  Shell& shell_;
+  GraphTexts texts_;
+  QSize arranged_page_;
+  // The cursor stands at this sample of a view of so many samples, and stays at its place in the
+  // picture when the view changes.
+  struct Cursor {
+    std::int32_t sample = 0;
+    std::int32_t view_count = 2;
+  };
+  Cursor cursor_;
 };

@@ -1,0 +1,111 @@
+#include "monitor/Frmwarn.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "app/errors.h"
+#include "app/message_box.h"
+#include "app/numbers.h"
+#include "app/user.h"
+
+Frmwarn::Frmwarn(MessageBox& messages, QWidget* parent) : QDialog(parent), messages_(messages) {
+  build();
+  Form_Load();
+}
+
+void Frmwarn::build() {
+  setObjectName(QStringLiteral("Frmwarn"));
+  setWindowTitle(QStringLiteral("Display Limit Set"));
+  SSTab1 = new QTabWidget(this);
+  SSTab1->setObjectName(QStringLiteral("SSTab1"));
+  SSTab1->setAccessibleName(QStringLiteral("Channels"));
+  SSTab1->setUsesScrollButtons(false);
+  for (std::size_t c = 0; c < Check1.size(); ++c) {
+    SSTab1->addTab(build_channel(c), QStringLiteral("Tab %1").arg(c));
+  }
+  Command1 = new QPushButton(QStringLiteral("Ok"), this);
+  Command1->setObjectName(QStringLiteral("Command1"));
+  Command1->setDefault(true);
+  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
+  Command2->setObjectName(QStringLiteral("Command2"));
+  connect(Command1, &QPushButton::clicked, this, &Frmwarn::Command1_Click);
+  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Command1);
+  buttons->addWidget(Command2);
+  auto* all = new QVBoxLayout(this);
+  all->addWidget(SSTab1);
+  all->addLayout(buttons);
+  all->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QWidget* Frmwarn::build_channel(std::size_t channel) {
+  auto* page = new QWidget(SSTab1);
+  auto* grid = new QGridLayout(page);
+  const std::array captions = {QStringLiteral("Up Limit"), QStringLiteral("Down Limit")};
+  for (std::size_t which = 0; which < captions.size(); ++which) {
+    const std::size_t index = 2 * channel + which;
+    auto* box = new QLineEdit(page);
+    box->setObjectName(QStringLiteral("Text1(%1)").arg(index));
+    box->setAccessibleName(captions[which]);
+    auto* label = new QLabel(captions[which], page);
+    label->setBuddy(box);
+    grid->addWidget(label, static_cast<int>(which), 0);
+    grid->addWidget(box, static_cast<int>(which), 1);
+    Text1[index] = box;
+  }
+  auto* check = new QCheckBox(QStringLiteral("Auto"), page);
+  check->setObjectName(QStringLiteral("Check1(%1)").arg(channel));
+  connect(check, &QCheckBox::toggled, this, [this, channel] { Check1_Click(channel); });
+  grid->addWidget(check, 2, 1);
+  Check1[channel] = check;
+  return page;
+}
+
+void Frmwarn::Form_Load() {
+  for (std::size_t i = 0; i < Text1.size(); ++i) Text1[i]->setText(fixed2(User::DisplayLimit[i]));
+  for (std::size_t c = 0; c < Check1.size(); ++c) {
+    Check1[c]->setChecked(User::DisplayLimitAuto[c] != 0);
+  }
+}
+
+// The texts stay as they are: switching the automatic range off again brings them back.
+void Frmwarn::Check1_Click(std::size_t index) {
+  const bool enabled = !Check1[index]->isChecked();
+  Text1[2 * index]->setEnabled(enabled);
+  Text1[2 * index + 1]->setEnabled(enabled);
+}
+
+void Frmwarn::Command1_Click() {
+  or_error_path([this] { store(); }, [this] { refuse(); });
+}
+
+// Afterwards the first text that was refused is at hand, where its channel is not automatic.
+void Frmwarn::refuse() {
+  messages_.show(QStringLiteral("Input Error,Please Retry"));
+  for (std::size_t i = 0; i < Text1.size(); ++i) {
+    if (stop_at_first_failure([&] { to_float(Text1[i]->text()); })) continue;
+    SSTab1->setCurrentIndex(static_cast<int>(i / 2));
+    Text1[i]->setFocus();
+    Text1[i]->selectAll();
+    return;
+  }
+}
+
+// The limits of an automatic range are read and stored as well.
+void Frmwarn::store() {
+  std::array<float, 8> limits;
+  std::transform(Text1.begin(), Text1.end(), limits.begin(),
+                 [](const QLineEdit* box) { return to_float(box->text()); });
+  std::copy(limits.begin(), limits.end(), User::DisplayLimit.begin());
+  for (std::size_t c = 0; c < Check1.size(); ++c) {
+    User::DisplayLimitAuto[c] = Check1[c]->isChecked() ? 1 : 0;
+  }
+  accept();
+}

@@ -1,0 +1,11 @@
+#include "views/extremes.h"
+
+// Built with the promise that values are finite, which lets the compiler take several at a time.
+Extremes extremes_of(std::span<const float> values) {
+  Extremes result = {values[0], values[0]};
+  for (const float value : values) {
+    result.smallest = value < result.smallest ? value : result.smallest;
+    result.largest = value > result.largest ? value : result.largest;
+  }
+  return result;
+}

@@ -1,0 +1,120 @@
+#include "views/frmdate.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <utility>
+
+#include "app/errors.h"
+#include "app/message_box.h"
+#include "app/times.h"
+#include "app/user.h"
+#include "views/date_segment.h"
+
+namespace {
+
+// The time of a sample's stamp. Throws where there is no sample or its stamp has another form.
+QDateTime sample_time(std::int64_t sample) {
+  const QDateTime time = stamp_time(User::recording.SampleTimes(sample));
+  if (!time.isValid()) throw ConversionError("not a time stamp");
+  return time;
+}
+
+// A Recording whose clock was set back can end before it begins: its end is then no limit.
+void set_latest(QDateTimeEdit& picker, QDate date) {
+  if (date < picker.minimumDate()) throw ConversionError("latest date before the earliest");
+  picker.setMaximumDate(date);
+}
+
+}  // namespace
+
+frmdate::frmdate(MessageBox& messages, std::int32_t view_start,
+                 std::function<void(std::int32_t)> show, QWidget* parent)
+    : QDialog(parent), messages_(messages), show_(std::move(show)) {
+  build();
+  Form_Load(view_start);
+}
+
+void frmdate::build() {
+  setObjectName(QStringLiteral("frmdate"));
+  setWindowTitle(QStringLiteral("Select Date Segment"));
+  auto* grid = new QGridLayout;
+  const auto add_row = [&](int row, const QString& caption, const QString& name) {
+    auto* label = new QLabel(caption, this);
+    label->setObjectName(name);
+    const auto index = static_cast<std::size_t>(2 * row);
+    DTP2[index] =
+        build_picker(index, caption + QStringLiteral(": date"), QStringLiteral("yyyy-MM-dd"));
+    DTP2[index]->setCalendarPopup(true);
+    DTP2[index + 1] = build_picker(index + 1, caption + QStringLiteral(": time of day"),
+                                   QStringLiteral("HH:mm:ss"));
+    label->setBuddy(DTP2[index]);
+    grid->addWidget(label, row, 0);
+    grid->addWidget(DTP2[index], row, 1);
+    grid->addWidget(DTP2[index + 1], row, 2);
+    return label;
+  };
+  Label1 = add_row(0, QStringLiteral("Start Time"), QStringLiteral("Label1"));
+  Label2 = add_row(1, QStringLiteral("End Time"), QStringLiteral("Label2"));
+
+  Command1 = new QPushButton(QStringLiteral("Ok"), this);
+  Command1->setObjectName(QStringLiteral("Command1"));
+  Command1->setDefault(true);
+  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
+  Command2->setObjectName(QStringLiteral("Command2"));
+  connect(Command1, &QPushButton::clicked, this, &frmdate::Command1_Click);
+  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Command1);
+  buttons->addWidget(Command2);
+
+  auto* all = new QVBoxLayout(this);
+  all->addLayout(grid);
+  all->addLayout(buttons);
+  all->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QDateTimeEdit* frmdate::build_picker(std::size_t index, const QString& name,
+                                     const QString& format) {
+  auto* picker = new QDateTimeEdit(this);
+  picker->setObjectName(QStringLiteral("DTP2(%1)").arg(index));
+  picker->setAccessibleName(name);
+  picker->setTimeSpec(Qt::UTC);
+  picker->setDisplayFormat(format);
+  return picker;
+}
+
+void frmdate::Form_Load(std::int32_t view_start) {
+  const Recording& recording = User::recording;
+  const std::int64_t last = std::int64_t{recording.SampleCount} - 1;
+  const std::int64_t view_end = std::int64_t{view_start} + recording.ViewCount - 1;
+  const auto [start_date, start_time, end_date, end_time] = DTP2;
+  for (QDateTimeEdit* picker : {start_date, end_date}) {
+    skip_on_error([&] { picker->setMinimumDate(sample_time(0).date()); });
+    skip_on_error([&] { set_latest(*picker, sample_time(last).date()); });
+  }
+  skip_on_error([&, picker = start_date] { picker->setDate(sample_time(view_start).date()); });
+  skip_on_error([&, picker = start_time] { picker->setTime(sample_time(view_start).time()); });
+  skip_on_error([&, picker = end_date] { picker->setDate(sample_time(view_end).date()); });
+  skip_on_error([&, picker = end_time] { picker->setTime(sample_time(view_end).time()); });
+}
+
+void frmdate::Command1_Click() {
+  stop_at_first_failure([this] {
+    const auto chosen = [this](std::size_t index) {
+      return stamp_text(QDateTime(DTP2[index]->date(), DTP2[index + 1]->time(), Qt::UTC));
+    };
+    const QString start = chosen(0);
+    const QString end = chosen(2);
+    if (start > end) {
+      messages_.show(QStringLiteral("Start Time>End Time"));
+      return;
+    }
+    const DateSegment segment = date_segment(User::recording, start, end);
+    User::recording.ViewCount = segment.count;
+    show_(segment.first);
+    accept();
+  });
+}

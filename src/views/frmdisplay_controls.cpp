@@ -1,0 +1,283 @@
+// The controls of the Historical Data window and where they stand.
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "app/user.h"
+#include "views/copy_selection.h"
+#include "views/frmdisplay.h"
+#include "views/sheet_model.h"
+
+namespace {
+
+constexpr int list_width = 4875 / twips_per_pixel;
+constexpr int widest_list = 420;
+constexpr int column_width = 960 / twips_per_pixel;
+constexpr int time_column_width = 2000 / twips_per_pixel;
+// Opacity of what lies behind texts inside the graph, of 255.
+constexpr int see_through = 215;
+constexpr int time_label_width = static_cast<int>(time_label_twips) / twips_per_pixel;
+
+QString indexed(const QString& name, std::size_t index) {
+  return QStringLiteral("%1(%2)").arg(name).arg(index);
+}
+
+QLabel* label(const QString& name, QWidget* parent, Qt::Alignment alignment) {
+  auto* result = new QLabel(parent);
+  result->setObjectName(name);
+  result->setTextFormat(Qt::PlainText);
+  result->setAlignment(alignment);
+  return result;
+}
+
+// Two parts of the curve's colour and three of the text's.
+QColor readable_colour(QRgb curve, const QColor& text) {
+  const auto mix = [](int a, int b) { return (2 * a + 3 * b) / 5; };
+  return QColor(mix(qRed(curve), text.red()), mix(qGreen(curve), text.green()),
+                mix(qBlue(curve), text.blue()));
+}
+
+void set_role(QWidget* widget, QPalette::ColorRole role, const QColor& colour) {
+  QPalette palette = widget->palette();
+  palette.setColor(role, colour);
+  widget->setPalette(palette);
+}
+
+}  // namespace
+
+void frmdisplay::build() {
+  setObjectName(QStringLiteral("frmdisplay"));
+  setWindowTitle(QStringLiteral("Historical Data"));
+  lv1 = new QTreeWidget(this);
+  lv1->setObjectName(QStringLiteral("lv1"));
+  lv1->setAccessibleName(QStringLiteral("Information"));
+  lv1->setRootIsDecorated(false);
+  lv1->setUniformRowHeights(true);
+  lv1->setAllColumnsShowFocus(true);
+  lv1->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lv1->setHeaderLabels({QString(), QStringLiteral("Item"), QStringLiteral("Value")});
+  lv1->header()->setMinimumSectionSize(0);
+  lv1->setColumnWidth(0, fontMetrics().averageCharWidth());
+  lv1->setMinimumWidth(list_width * 2 / 3);
+  lv1->setMaximumWidth(widest_list);
+  copy_selection_on_request(*lv1);
+
+  SSTab1 = new QTabWidget(this);
+  SSTab1->setObjectName(QStringLiteral("SSTab1"));
+  SSTab1->setAccessibleName(QStringLiteral("Views"));
+  MSFlG1 = new QTableView(SSTab1);
+  MSFlG1->setObjectName(QStringLiteral("MSFlG1"));
+  MSFlG1->setAccessibleName(QStringLiteral("Data Sheet"));
+  copy_selection_on_request(*MSFlG1);
+  SSTab1->addTab(build_graph_page(), QStringLiteral("Data Graph"));
+  SSTab1->addTab(MSFlG1, QStringLiteral("Data Sheet"));
+
+  auto* splitter = new QSplitter(this);
+  splitter->addWidget(lv1);
+  splitter->addWidget(SSTab1);
+  splitter->setChildrenCollapsible(false);
+  splitter->setStretchFactor(0, 1);
+  splitter->setStretchFactor(1, 2);
+  auto* all = new QHBoxLayout(this);
+  all->addWidget(splitter);
+  resize(1000, 620);
+  splitter->setSizes({list_width, width() - list_width});
+  set_colours();
+  arrange();
+}
+
+QWidget* frmdisplay::build_graph_page() {
+  auto* page = new QWidget(SSTab1);
+  page->setMinimumSize(400, 340);
+  Pic1 = new GraphSurface(page);
+  Pic1->setObjectName(QStringLiteral("Pic1"));
+  Pic1->setAccessibleName(QStringLiteral("Graph"));
+  connect(Pic1, &GraphSurface::MouseDown, this, &frmdisplay::Pic1_MouseDown);
+  connect(Pic1, &GraphSurface::cursor_step, this, &frmdisplay::Pic1_KeyDown);
+  connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
+  Slider1 = new QSlider(Qt::Horizontal, page);
+  Slider1->setObjectName(QStringLiteral("Slider1"));
+  Slider1->setAccessibleName(QStringLiteral("Position in the Recording"));
+  Slider1->setMaximum(0);
+  connect(Slider1, &QSlider::valueChanged, this, &frmdisplay::RedrawGraph);
+  build_graph_labels(*page);
+  build_cursor();
+  build_buttons(*page);
+  page->installEventFilter(this);
+  return page;
+}
+
+void frmdisplay::build_graph_labels(QWidget& page) {
+  Label1 = label(QStringLiteral("Label1"), &page, Qt::AlignLeft | Qt::AlignVCenter);
+  Label2 = label(QStringLiteral("Label2"), &page, Qt::AlignLeft | Qt::AlignVCenter);
+  for (std::size_t i = 0; i < Label4.size(); ++i) {
+    const std::size_t slot = i / 9;
+    const bool inside = slot >= 2;
+    const auto side = slot % 2 == (inside ? 1 : 0) ? Qt::AlignRight : Qt::AlignLeft;
+    Label4[i] =
+        label(indexed(QStringLiteral("Label4"), i), inside ? Pic1 : &page, side | Qt::AlignVCenter);
+    Label4[i]->setAttribute(Qt::WA_TransparentForMouseEvents, inside);
+  }
+  for (std::size_t i = 0; i < Label3.size(); ++i) {
+    const bool right = i == 1 || i == 3;
+    Label3[i] = label(indexed(QStringLiteral("Label3"), i), &page,
+                      (right ? Qt::AlignRight : Qt::AlignLeft) |
+                          (i >= 4 && i < 8 ? Qt::AlignTop : Qt::AlignVCenter));
+    Label3[i]->setWordWrap(i >= 4 && i < 8);
+  }
+  for (std::size_t c = 0; c < Line1.size(); ++c) {
+    Line1[c] = new QFrame(&page);
+    Line1[c]->setObjectName(indexed(QStringLiteral("Line1"), c));
+    Line1[c]->setFrameShape(QFrame::Box);
+    Line1[c]->setAutoFillBackground(true);
+    QFont font = Label3[c + 8]->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.2);
+    Label3[c + 8]->setFont(font);
+  }
+}
+
+void frmdisplay::build_cursor() {
+  Line2 = new QFrame(Pic1);
+  Line2->setObjectName(QStringLiteral("Line2"));
+  Line2->setAutoFillBackground(true);
+  Label5 = label(QStringLiteral("Label5"), Pic1, Qt::AlignCenter);
+  Label5->setWordWrap(true);
+  Label5->setFrameShape(QFrame::Box);
+  Label5->setMargin(1);
+  Label5->setAutoFillBackground(true);
+  for (QWidget* mark : {static_cast<QWidget*>(Line2), static_cast<QWidget*>(Label5)}) {
+    mark->setAttribute(Qt::WA_TransparentForMouseEvents);
+    mark->hide();
+  }
+}
+
+void frmdisplay::build_buttons(QWidget& page) {
+  const auto add = [&page](const QString& name, const QString& caption) {
+    auto* button = new QPushButton(caption, &page);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+  };
+  cmd = {add(QStringLiteral("cmd(0)"), QStringLiteral("Zoom Out")),
+         add(QStringLiteral("cmd(1)"), QStringLiteral("Zoom In"))};
+  cmd2 = add(QStringLiteral("cmd2"), QStringLiteral("Display Limit Set"));
+  Cmd6 = add(QStringLiteral("Cmd6"), QStringLiteral("Display Time Set"));
+  for (int index = 0; index < 2; ++index) {
+    connect(cmd[static_cast<std::size_t>(index)], &QPushButton::clicked, this,
+            [this, index] { cmd_Click(index); });
+  }
+  connect(cmd2, &QPushButton::clicked, this, &frmdisplay::cmd2_Click);
+  connect(Cmd6, &QPushButton::clicked, this, &frmdisplay::Cmd6_Click);
+}
+
+void frmdisplay::build_sheet() {
+  auto* model = new SheetModel(User::recording, this);
+  MSFlG1->setModel(model);
+  MSFlG1->setWordWrap(false);
+  MSFlG1->verticalHeader()->hide();
+  MSFlG1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  MSFlG1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  // The widths of the design, unless the font makes a time or a heading wider.
+  QHeaderView& headings = *MSFlG1->horizontalHeader();
+  headings.setHighlightSections(false);
+  for (int column = 0; column < model->columnCount(); ++column) {
+    const int design = column == 1 ? time_column_width : column_width;
+    const QVariant text = column == 1 ? model->index(0, 1).data()
+                                      : model->headerData(column, Qt::Horizontal, Qt::DisplayRole);
+    const int needed = fontMetrics().horizontalAdvance(text.toString() + QStringLiteral("00"));
+    MSFlG1->setColumnWidth(column, std::max(design, needed));
+  }
+}
+
+// Texts of a channel carry its colour, darkened or lightened towards the text colour so that even
+// yellow can be read; the curves and swatches have the colours themselves.
+void frmdisplay::set_colours() {
+  const QColor text = palette().color(QPalette::WindowText);
+  QColor behind = palette().color(QPalette::Base);
+  behind.setAlpha(see_through);
+  for (std::size_t c = 0; c < 4; ++c) {
+    const QColor readable = readable_colour(curve_colours[c], text);
+    for (std::size_t k = 0; k < 9; ++k) {
+      set_role(Label4[9 * c + k], QPalette::WindowText, readable);
+      set_role(Label4[9 * c + k], QPalette::Window, behind);
+    }
+    for (const std::size_t i : {c, c + 4, c + 8}) {
+      set_role(Label3[i], QPalette::WindowText, readable);
+    }
+    set_role(Line1[c], QPalette::Window, QColor(curve_colours[c]));
+    set_role(Line1[c], QPalette::WindowText, readable);
+  }
+  set_role(Line2, QPalette::Window, palette().color(QPalette::Text));
+  set_role(Label5, QPalette::WindowText, palette().color(QPalette::Text));
+  set_role(Label5, QPalette::Window, behind);
+}
+
+GraphTexts frmdisplay::measure() const {
+  const auto width = [](const QLabel* text) {
+    return text->fontMetrics().horizontalAdvance(text->text());
+  };
+  GraphTexts texts;
+  texts.channels = User::recording.SampleCount == 0 ? 0 : User::recording.held_channels();
+  texts.line = fontMetrics().height();
+  texts.slider = Slider1->sizeHint().height();
+  texts.button = cmd2->sizeHint().height();
+  texts.legend = std::max(cmd2->sizeHint().width(), Cmd6->sizeHint().width());
+  for (std::size_t c = 0; c < static_cast<std::size_t>(texts.channels); ++c) {
+    texts.legend = std::max(texts.legend, width(Label3[c + 4]));
+    // The widest texts of a scale are at its ends.
+    texts.scales[c] = std::max(width(Label4[9 * c]), width(Label4[9 * c + 8]));
+  }
+  return texts;
+}
+
+void frmdisplay::arrange() {
+  GraphTexts texts = measure();
+  // A scale that once needed more room keeps it: the graph does not jump while it is scrolled.
+  for (std::size_t c = 0; c < texts.scales.size(); ++c) {
+    texts.scales[c] = std::max(texts.scales[c], texts_.scales[c]);
+  }
+  const QSize page = Pic1->parentWidget()->size();
+  if (texts == texts_ && page == arranged_page_) return;
+  texts_ = texts;
+  arranged_page_ = page;
+  const GraphLayout places = graph_layout(page, texts);
+  Pic1->setGeometry(places.Pic1);
+  Slider1->setGeometry(places.Slider1);
+  Label1->setGeometry(places.Label1);
+  Label2->setGeometry(places.Label2);
+  for (std::size_t i = 0; i < Label4.size(); ++i) Label4[i]->setGeometry(places.Label4[i]);
+  for (std::size_t i = 0; i < Label3.size(); ++i) Label3[i]->setGeometry(places.Label3[i]);
+  for (std::size_t c = 0; c < Line1.size(); ++c) Line1[c]->setGeometry(places.Line1[c]);
+  const std::array buttons = {cmd[0], cmd[1], cmd2, Cmd6};
+  for (std::size_t k = 0; k < buttons.size(); ++k) buttons[k]->setGeometry(places.buttons[k]);
+  place_cursor();
+}
+
+// The time hangs at the height of the lowest grid cell's middle, clear of the inner scales' texts.
+void frmdisplay::place_cursor() {
+  const bool shown = !Label5->text().isEmpty();
+  Line2->setVisible(shown);
+  Label5->setVisible(shown);
+  if (!shown) return;
+  const float x = cursor_x();
+  const float left = time_label_left(x, Pic1->twips_width());
+  Line2->setGeometry(Pic1->pixel(x), 0, 1, Pic1->height());
+  const int height = Label5->heightForWidth(time_label_width);
+  Label5->setGeometry(qRound(left / twips_per_pixel), Pic1->height() * 15 / 16 - height / 2,
+                      time_label_width, height);
+}
+
+bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) arrange();
+  return ChildWindow::eventFilter(watched, event);
+}
+
+void frmdisplay::changeEvent(QEvent* event) {
+  ChildWindow::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) set_colours();
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) arrange();
+}

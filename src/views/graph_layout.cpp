@@ -1,0 +1,132 @@
+#include "views/graph_layout.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int pixels(int twips) {
+  return (twips + 7) / 15;
+}
+
+// Of the design: the graph's left edge and top, and where the two times begin, counted from the
+// graph's left and right edge.
+constexpr int graph_left = pixels(630);
+constexpr int graph_top = pixels(390);
+constexpr int start_time_before_left = pixels(630 - 240);
+constexpr int end_time_before_right = pixels(630 + 7695 - 7290);
+
+constexpr int gap = 4;
+constexpr int swatch_height = 6;
+constexpr int least_graph = 40;
+
+class Arrangement {
+ public:
+  Arrangement(QSize page, const GraphTexts& texts) : page_(page), texts_(texts) {}
+
+  GraphLayout run() {
+    place_graph();
+    place_scales();
+    place_titles();
+    place_legend();
+    return result_;
+  }
+
+ private:
+  void place_graph();
+  void place_scales();
+  void place_titles();
+  void place_legend();
+  int scale_right() const { return result_.Pic1.right() + 1 + right_; }
+
+  QSize page_;
+  const GraphTexts& texts_;
+  GraphLayout result_;
+  int right_ = 0;
+  int legend_width_ = 0;
+};
+
+void Arrangement::place_graph() {
+  const int left = std::max(graph_left, texts_.scales[0] + 2 * gap);
+  right_ = texts_.channels < 2 ? 2 * gap : std::max(graph_left, texts_.scales[1] + 2 * gap);
+  legend_width_ = std::min(texts_.legend, page_.width() / 4);
+  // The topmost label of an outer scale reaches half a line above the graph.
+  const int title_rows = texts_.channels > 2 ? 2 : 1;
+  const int top = std::max(graph_top, title_rows * texts_.line + texts_.line / 2 + gap);
+  const int below = gap + texts_.slider + gap + texts_.line + gap;
+  const int width = page_.width() - left - right_ - legend_width_ - 2 * gap;
+  const int height = page_.height() - top - below;
+  result_.Pic1 = QRect(left, top, std::max(least_graph, width), std::max(least_graph, height));
+
+  const QRect& graph = result_.Pic1;
+  result_.Slider1 = QRect(graph.left(), graph.bottom() + 1 + gap, graph.width(), texts_.slider);
+  const int times_top = result_.Slider1.bottom() + 1 + gap;
+  const int end_time = graph.right() + 1 - end_time_before_right;
+  const int start_time = std::max(gap, graph.left() - start_time_before_left);
+  result_.Label1 = QRect(start_time, times_top, end_time - start_time - gap, texts_.line);
+  result_.Label2 = QRect(end_time, times_top, page_.width() - end_time, texts_.line);
+}
+
+void Arrangement::place_scales() {
+  const QRect& graph = result_.Pic1;
+  const int line = texts_.line;
+  for (int k = 0; k <= 8; ++k) {
+    const int y = k * (graph.height() - 1) / 8 - line / 2;
+    const int outer = graph.top() + y;
+    const int inner = std::clamp(y, 1, std::max(1, graph.height() - line - 1));
+    const auto label = [&](int slot) -> QRect& {
+      return result_.Label4[static_cast<std::size_t>(9 * slot + k)];
+    };
+    label(0) = QRect(0, outer, graph.left() - gap, line);
+    label(1) = QRect(graph.right() + 1 + gap, outer, right_ - gap, line);
+    label(2) = QRect(2, inner, texts_.scales[2] + gap, line);
+    const int inner_right = texts_.scales[3] + gap;
+    label(3) = QRect(graph.width() - 2 - inner_right, inner, inner_right, line);
+  }
+}
+
+void Arrangement::place_titles() {
+  const QRect& graph = result_.Pic1;
+  const int line = texts_.line;
+  const int middle = graph.center().x();
+  const int outer_top =
+      texts_.channels > 2 ? graph.top() - 2 * line - gap : graph.top() - line - line / 2 - gap / 2;
+  const int inner_top = graph.top() - line - gap / 2;
+  result_.Label3[0] = QRect(gap, outer_top, middle - 2 * gap, line);
+  result_.Label3[1] = QRect(middle + gap, outer_top, scale_right() - middle - gap, line);
+  result_.Label3[2] = QRect(graph.left(), inner_top, middle - graph.left() - gap, line);
+  result_.Label3[3] = QRect(middle + gap, inner_top, graph.right() - middle - gap, line);
+}
+
+void Arrangement::place_legend() {
+  const int left = scale_right() + gap;
+  const int bottom = result_.Slider1.bottom() + 1;
+  const int button_step = texts_.button + gap;
+  for (int k = 0; k < 4; ++k) {
+    result_.buttons[static_cast<std::size_t>(k)] =
+        QRect(left, bottom - (4 - k) * button_step + gap, legend_width_, texts_.button);
+  }
+  // Legends too wide for the column take two lines where there is room.
+  const int value = texts_.line + texts_.line / 2;
+  const int one_line = swatch_height + texts_.line + value + gap;
+  const int two_lines = one_line + texts_.line;
+  const int top = result_.Pic1.top();
+  const int room = (bottom - 4 * button_step - top) / 4;
+  const int text_height =
+      texts_.legend > legend_width_ && room >= two_lines ? 2 * texts_.line : texts_.line;
+  const int least_step = text_height + one_line - texts_.line;
+  const int step = std::clamp(room, least_step, least_step + texts_.line);
+  for (int c = 0; c < 4; ++c) {
+    const auto slot = static_cast<std::size_t>(c);
+    const int y = top + c * step;
+    const int text = y + swatch_height + gap / 2;
+    result_.Line1[slot] = QRect(left, y, legend_width_, swatch_height);
+    result_.Label3[slot + 4] = QRect(left, text, legend_width_, text_height);
+    result_.Label3[slot + 8] = QRect(left, text + text_height, legend_width_, value);
+  }
+}
+
+}  // namespace
+
+GraphLayout graph_layout(QSize page, const GraphTexts& texts) {
+  return Arrangement(page, texts).run();
+}

@@ -1,0 +1,35 @@
+// Where the controls of the graph tab stand. The distances are those of the window's design in
+// twips; what the window has beyond its design size goes to the graph.
+#pragma once
+
+#include <QRect>
+#include <QSize>
+
+#include <array>
+
+// What the texts need, in pixels of the window.
+struct GraphTexts {
+  int line = 0;                    // height of a line
+  std::array<int, 4> scales = {};  // widest text of each slot's scale
+  int legend = 0;                  // widest legend or button
+  int button = 0;                  // height of a button
+  int slider = 0;                  // height of the slider
+  int channels = 0;
+
+  bool operator==(const GraphTexts&) const = default;
+};
+
+struct GraphLayout {
+  QRect Pic1;
+  QRect Slider1;
+  QRect Label1;
+  QRect Label2;
+  // A scale's labels from top to bottom, slot after slot; those of slots 2 and 3 inside Pic1.
+  std::array<QRect, 36> Label4;
+  // Titles of the scales, legend texts, values at the cursor.
+  std::array<QRect, 12> Label3;
+  std::array<QRect, 4> Line1;
+  std::array<QRect, 4> buttons;
+};
+
+GraphLayout graph_layout(QSize page, const GraphTexts& texts);

@@ -1,0 +1,111 @@
+// The picture of the historical graph: grid and curves, kept as an image and drawn again from the
+// curves that the last redraw took, whatever has become of the Recording since.
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "app/recording.h"
+
+// Colours of the channel slots and of the grid.
+inline constexpr std::array<QRgb, Recording::max_channels> curve_colours = {
+    qRgb(255, 0, 0), qRgb(0, 0, 255), qRgb(0, 192, 192), qRgb(255, 255, 0)};
+inline constexpr QRgb grid_colour = qRgb(200, 200, 200);
+
+inline constexpr int twips_per_pixel = 15;
+
+// What a redraw shows: the values of the view's samples, channel by channel, and the values at the
+// top and the bottom edge of the graph.
+struct GraphCurves {
+  struct Channel {
+    std::vector<float> values;
+    float high = 1;
+    float low = 0;
+  };
+  std::vector<Channel> channels;
+
+  int samples() const;
+
+  // Takes the values of `count` samples, but at least one, from `start` on; the scales are left
+  // alone. Throws BoundsError when a sample lies outside the arrays, and then takes nothing.
+  void take(const Recording& recording, std::int32_t start, std::int32_t count);
+};
+
+// A picture's size in whole device pixels, and in twips.
+struct PictureSize {
+  QSize pixels;
+  float width = 0;
+  float height = 0;
+  // Device pixels in a pixel of the window.
+  double ratio = 1;
+
+  bool operator==(const PictureSize&) const = default;
+};
+PictureSize picture_size(QSize logical, double device_pixel_ratio);
+
+// Twips to the nearest whole pixel, ties to the right and downwards. A place more than a million
+// pixels away is put there: whole numbers stay exact in single precision, and the slope of a line
+// through the picture does not visibly change.
+inline int whole_pixel(float twips, float pixels_per_twip) {
+  constexpr float farthest = 1048576.0F;
+  float place = twips * pixels_per_twip + 0.5F;
+  place = std::max(-farthest, place);
+  place = std::min(farthest, place);
+  const int towards_zero = static_cast<int>(place);
+  return towards_zero - static_cast<int>(place < static_cast<float>(towards_zero));
+}
+
+// The pixel column of each sample of a view. The picture's edges are its first and last column.
+std::vector<int> sample_columns(int samples, const PictureSize& size);
+
+// The pixel row of a value of one channel. The picture's edges are its first and last row; values
+// outside the scale keep their places outside, up to a million pixels away.
+class ValueRows {
+ public:
+  ValueRows(const GraphCurves::Channel& channel, int slot, const PictureSize& size);
+  int operator()(float value) const {
+    return whole_pixel(height_ - (value - low_) / range_ * height_ + offset_, pixels_per_twip_);
+  }
+
+ private:
+  float low_;
+  float range_;
+  float height_;
+  float offset_;
+  float pixels_per_twip_;
+};
+
+// Background and grid over the whole image.
+void draw_grid(QImage& image, const PictureSize& size, QRgb background);
+
+// The same pixels as a line from each sample to the next, one pixel wide, sample after sample and
+// within it channel after channel; but where samples share a column only what remains visible in
+// the end is written. `columns` is sample_columns() of the view; the image is one of 32 bits a
+// pixel and of this size.
+void draw_curves(QImage& image, const GraphCurves& curves, const std::vector<int>& columns,
+                 const PictureSize& size);
+
+class GraphPicture {
+ public:
+  // The curves to show from now on, to be filled by the caller.
+  GraphCurves& new_curves();
+  // The picture at this size, without a grid until there are curves. Only what differs from the
+  // last time is drawn again.
+  const QImage& image(const PictureSize& size, QRgb background);
+
+ private:
+  void draw_thick_curves();
+
+  GraphCurves curves_;
+  std::vector<int> columns_;
+  QImage grid_;
+  QImage image_;
+  PictureSize size_;
+  QRgb background_ = 0;
+  bool has_curves_ = false;
+  bool stale_ = true;
+};

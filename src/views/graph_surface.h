@@ -1,0 +1,42 @@
+// The picture box of the graph: shows the kept picture and says in the graph's own terms what the
+// user does with mouse and keys.
+#pragma once
+
+#include <QWidget>
+
+#include "views/graph_picture.h"
+#include "views/graph_view.h"
+
+class GraphSurface final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit GraphSurface(QWidget* parent);
+
+  // The curves to show from now on, to be filled by the caller.
+  GraphCurves& new_curves();
+
+  // Width and height in twips.
+  float twips_width() const { return static_cast<float>(width() * twips_per_pixel); }
+  float twips_height() const { return static_cast<float>(height() * twips_per_pixel); }
+  // The pixel of the window that holds this place.
+  int pixel(float x_twips) const;
+
+ Q_SIGNALS:
+  // A button was pressed at this x in twips.
+  void MouseDown(float x);
+  void cursor_step(CursorStep step);
+  void zoom_step(bool in);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  PictureSize size_now() const { return picture_size(size(), devicePixelRatioF()); }
+
+  GraphPicture picture_;
+  int wheel_ = 0;
+};

@@ -1,0 +1,98 @@
+#include "views/graph_view.h"
+
+#include <algorithm>
+
+#include "app/errors.h"
+#include "app/numbers.h"
+#include "views/extremes.h"
+
+namespace {
+
+constexpr double zoom_step = 1.25;
+constexpr std::int32_t least_view = 5;
+
+// Room above and below the extremes of an automatic scale, and the same for a scale too narrow to
+// be labelled; in the channel's unit.
+constexpr float automatic_margin = 5.0F;
+constexpr float narrow_range = 0.08F;
+constexpr float narrow_margin = 0.5F;
+
+}  // namespace
+
+// The test for the end multiplies by the number of samples and the position by one less. That is
+// so on purpose: it decides how early the view sticks to the Recording's end.
+std::int32_t view_start(int slider, int slider_maximum, std::int32_t sample_count,
+                        std::int32_t view_count) {
+  if (slider_maximum == 0) throw RunTimeError("division by zero");
+  const double position = slider;
+  const double maximum = slider_maximum;
+  const double samples = sample_count;
+  if (position * samples / maximum + view_count > samples) return sample_count - view_count;
+  return to_int32((samples - 1) * position / maximum);
+}
+
+std::optional<std::int32_t> zoomed(Zoom zoom, std::int32_t view_count, std::int32_t sample_count) {
+  if (zoom == Zoom::out && view_count >= sample_count) return std::nullopt;
+  const double wanted = zoom == Zoom::in ? view_count / zoom_step : view_count * zoom_step;
+  return std::min(std::max(to_int32(wanted), least_view), sample_count);
+}
+
+std::int32_t cursor_sample(float x, float width, std::int32_t view_count) {
+  return to_int32(static_cast<double>(x) / width * (view_count - 1.0));
+}
+
+float cursor_x(std::int32_t sample, float width, std::int32_t view_count) {
+  if (view_count == 1) throw RunTimeError("division by zero");
+  return sample_x(sample, view_count - 1.0, width);
+}
+
+std::int32_t stepped(CursorStep step, std::int32_t sample, std::int32_t view_count) {
+  const std::int32_t page = std::max(1, to_int32(view_count / 10.0));
+  const std::int32_t last = std::max(0, view_count - 1);
+  switch (step) {
+    case CursorStep::sample_back:
+      return std::clamp(sample - 1, 0, last);
+    case CursorStep::sample_on:
+      return std::clamp(sample + 1, 0, last);
+    case CursorStep::page_back:
+      return std::clamp(sample - page, 0, last);
+    case CursorStep::page_on:
+      return std::clamp(sample + page, 0, last);
+    case CursorStep::start:
+      return 0;
+    case CursorStep::end:
+      return last;
+  }
+  return sample;
+}
+
+float time_label_left(float cursor, float width) {
+  return cursor + time_label_twips > width ? cursor - time_label_twips : cursor;
+}
+
+ChannelScale channel_scale(std::span<const float> values,
+                           const std::optional<ScaleLimits>& limits) {
+  auto [bottom, top] = extremes_of(values);
+  if (limits) {
+    top = limits->up;
+    bottom = limits->down;
+  } else {
+    top += automatic_margin;
+    bottom -= automatic_margin;
+  }
+  ChannelScale scale;
+  if (top - bottom >= narrow_range) {
+    for (int k = 0; k <= 8; ++k) {
+      const float value = bottom + (top - bottom) * static_cast<float>(k) / 8.0F;
+      scale.labels[static_cast<std::size_t>(8 - k)] = fixed2(value);
+    }
+  } else {
+    top += narrow_margin;
+    bottom -= narrow_margin;
+    scale.labels.front() = fixed2(top);
+    scale.labels.back() = fixed2(bottom);
+  }
+  scale.high = top;
+  scale.low = bottom;
+  return scale;
+}
