@@ -299,4 +299,5 @@ void frmmdi::realtime_Click() {
 
 void frmmdi::history_Click() {
   show_display();
+  if (frmrealtime* window = loaded_realtime()) window->RedrawGraph();
 }

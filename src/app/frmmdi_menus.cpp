@@ -8,6 +8,7 @@
 #include "app/help.h"
 #include "data/data_commands.h"
 #include "device/link.h"
+#include "monitor/frmrecord.h"
 #include "print/print_commands.h"
 #include "views/frmdisplay.h"
 
@@ -66,7 +67,7 @@ void frmmdi::build_menus() {
        "Tool(&C)",
        {{"link", "Link(&L)", key(Qt::Key_L), true, [this] { link_Click(*this); }},
         {"unlink", "Unlink(&N)", none, false, [this] { unlink_Click(*this); }},
-        {"record", "Record Set(&S)", none, false, {}},
+        {"record", "Record Set(&S)", none, false, [this] { frmrecord(*this).exec(); }},
         {"read", "Read Data(&R)", key(Qt::Key_R), false, [this] { ReadRecorderData(*this); }}}},
       {"his",
        "Historical Data(&D)",

@@ -1,20 +1,33 @@
-// The Real-time Data window: what the linked recorder is, holds and is set to.
+// The Real-time Data window: what the linked recorder is, holds and is set to, and what it
+// measures now.
 #pragma once
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
 #include <QTabWidget>
+#include <QTableView>
 
 #include <array>
+#include <functional>
+#include <optional>
 
 #include "app/child_window.h"
 #include "app/interval_timer.h"
+#include "app/picture_box.h"
+#include "monitor/live_monitor.h"
+#include "monitor/live_view.h"
 
-class QGridLayout;
-class QGroupBox;
+class QLayout;
 class Shell;
+enum class StartupType;
+struct PatternSettings;
 
 class frmrealtime : public ChildWindow {
   Q_OBJECT
@@ -28,6 +41,12 @@ class frmrealtime : public ChildWindow {
 
   // Shows what the recorder now holds. A request that fails three times leaves the rest as it was.
   void RefreshFromRecorder();
+
+  // Draws the live graph afresh, at the place where the slider stands.
+  void RedrawGraph();
+
+  // Leaves the live sheet with its header alone; the buffer and the alarms stay.
+  void clear_live_sheet();
 
   // "Recorder Status"
   QLineEdit* Text6;  // title
@@ -51,23 +70,85 @@ class frmrealtime : public ChildWindow {
   QTabWidget* SSTab1;
   std::array<QLineEdit*, 8> Text1{};
   std::array<QCheckBox*, 4> Check1{};
+  QPushButton* Command4;  // "Properties Set"
+
+  // Nine labels a channel: element 9c + ChannelLabel.
+  std::array<QLabel*, 36> Label4{};
+
+  // The live tabs: graph, live sheet, alarm sheet.
+  QTabWidget* SSTab3;
+  PictureBox* Pic1;
+  std::array<QFrame*, 4> Line1{};  // legend, a line a channel
+  std::array<QLabel*, 4> Label3{};
+  QFrame* Line2;   // cursor
+  QLabel* Label5;  // time at the cursor
+  QLabel* Label7;  // values at the cursor
+  QLabel* Label1;  // time of the first reading shown
+  QLabel* Label2;  // time of the last one
+  QSlider* Slider1;
+  std::array<QPushButton*, 2> cmd{};  // zoom out, zoom in
+  QTableView* MSFlG1;
+  QTableView* MSFlG2;
 
   // The polling timer.
   IntervalTimer* Timer1;
+
+  const LiveMonitor& live() const { return live_; }
+  const LiveView& view() const { return view_; }
 
  protected:
   void Form_Unload() override;
 
  private:
   void build();
+  QLayout* build_properties();
   QGroupBox* build_status();
   QGroupBox* build_pattern();
   QGroupBox* build_description();
   QTabWidget* build_channels();
+  QWidget* build_readings();
+  QTabWidget* build_live_tabs();
+  QWidget* build_graph_page();
+  QLayout* build_legend(QWidget* page);
+  static QWidget* build_scale(QWidget* page);
+  void build_cursor();
+
+  void Command4_Click();
+  void Timer1_Timer();
+  void cmd_Click(int index);
+  void Pic1_MouseDown(double x);
+
+  // A request, three times if need be. False when nobody answers, or when the window has been
+  // unloaded meanwhile.
+  bool read(const Handler& running, const std::function<int()>& build);
   bool read_properties(const Handler& running);
   bool read_texts(const Handler& running);
   bool read_battery(const Handler& running);
   bool read_limits(const Handler& running);
+  void lay_out_live();
+
+  void set_properties(const Handler& running);
+  PatternSettings typed_settings() const;
+  bool take_typed(const PatternSettings& settings);
+  bool write_all(const Handler& running, StartupType startup_type);
+  // The same as read(), but tells the user when nobody answers.
+  bool write(const Handler& running, const std::function<int()>& build);
+  void restart_polling();
+
+  void take_reading();
+  void save_automatically() const;
+  std::array<AlarmLimits, 4> typed_limits() const;
+  void show_readings();
+  static void show_alarm(QLabel& label, bool alarmed);
+  void draw_graph(QImage& image) const;
+  void place_cursor();
+  void place_cursor_label(QLabel& label, double cursor, double graph_width) const;
+  bool left(const Handler& running) const;
 
   Shell& shell_;
+  LiveMonitor live_;
+  LiveView view_;
+  // The reading at the cursor, counted from the first one since the window opened.
+  std::optional<std::int64_t> cursor_;
+  bool polling_ = false;
 };

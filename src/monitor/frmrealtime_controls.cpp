@@ -1,4 +1,5 @@
-// The controls of the Real-time Data window and where they stand.
+// The controls of the Real-time Data window's upper half, the recorder's properties, and where they
+// stand.
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -6,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "monitor/frmrealtime.h"
+#include "monitor/time_picker.h"
 
 namespace {
 
@@ -13,13 +15,21 @@ namespace {
 constexpr int title_length = 8;
 constexpr int description_length = 24;
 
+QGridLayout* tight_grid(QWidget* box) {
+  auto* grid = new QGridLayout(box);
+  grid->setContentsMargins(8, 4, 8, 6);
+  grid->setVerticalSpacing(4);
+  return grid;
+}
+
 // A caption and the control that it names, side by side.
-void add_row(QGridLayout& grid, int row, int column, const QString& caption, QWidget* control) {
+void add_row(QGridLayout& grid, int row, int column, const QString& caption, QWidget* control,
+             int columns = 1) {
   auto* label = new QLabel(caption);
   label->setBuddy(control);
   control->setAccessibleName(caption);
   grid.addWidget(label, row, 2 * column);
-  grid.addWidget(control, row, 2 * column + 1);
+  grid.addWidget(control, row, 2 * column + 1, 1, columns);
 }
 
 QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false) {
@@ -29,39 +39,41 @@ QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false
   return box;
 }
 
-QDateTimeEdit* time_picker(const QString& name, QWidget* parent) {
-  auto* picker = new QDateTimeEdit(parent);
-  picker->setObjectName(name);
-  picker->setTimeSpec(Qt::UTC);
-  picker->setDisplayFormat(QStringLiteral("HH:mm:ss"));
-  picker->setDateTime(QDateTime(QDate(1999, 1, 1), QTime(0, 0), Qt::UTC));
-  return picker;
-}
-
 }  // namespace
 
 void frmrealtime::build() {
   setObjectName(QStringLiteral("frmrealtime"));
   setWindowTitle(QStringLiteral("Real-time Data"));
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(6, 2, 6, 4);
+  all->setSpacing(4);
+  all->addLayout(build_properties());
+  all->addWidget(build_readings());
+  all->addWidget(build_live_tabs(), 1);
+}
+
+// As low as its tallest part: the graph gets the rest of the window.
+QLayout* frmrealtime::build_properties() {
   auto* left = new QVBoxLayout;
-  left->addWidget(build_status());
+  left->addWidget(build_status(), 1);
   left->addWidget(build_description());
-  left->addStretch();
   auto* right = new QVBoxLayout;
   right->addWidget(build_channels());
+  Command4 = new QPushButton(QStringLiteral("Properties Set"), this);
+  Command4->setObjectName(QStringLiteral("Command4"));
+  connect(Command4, &QPushButton::clicked, this, &frmrealtime::Command4_Click);
   right->addStretch();
+  right->addWidget(Command4);
   auto* upper = new QHBoxLayout;
-  upper->addLayout(left, 2);
-  upper->addWidget(build_pattern(), 4, Qt::AlignTop);
+  upper->addLayout(left, 3);
+  upper->addWidget(build_pattern(), 5);
   upper->addLayout(right, 2);
-  auto* all = new QVBoxLayout(this);
-  all->addLayout(upper);
-  all->addStretch();
+  return upper;
 }
 
 QGroupBox* frmrealtime::build_status() {
   auto* box = new QGroupBox(QStringLiteral("Recorder Status"), this);
-  auto* grid = new QGridLayout(box);
+  QGridLayout* grid = tight_grid(box);
   Text6 = text_box(QStringLiteral("Text6"), box);
   Text6->setMaxLength(title_length);
   Text5 = text_box(QStringLiteral("Text5"), box, true);
@@ -76,14 +88,16 @@ QGroupBox* frmrealtime::build_status() {
 
 QGroupBox* frmrealtime::build_pattern() {
   auto* box = new QGroupBox(QStringLiteral("Recorder Pattern"), this);
-  auto* grid = new QGridLayout(box);
+  QGridLayout* grid = tight_grid(box);
   Combo2 = new QComboBox(box);
   Combo2->setObjectName(QStringLiteral("Combo2"));
   Combo2->addItems(
       {QStringLiteral("Start up"), QStringLiteral("Delay Start up"), QStringLiteral("Stop!")});
   Text3 = text_box(QStringLiteral("Text3"), box, true);
-  DTP2 = time_picker(QStringLiteral("DTP2"), box);
-  DTP1 = time_picker(QStringLiteral("DTP1"), box);
+  Text3->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("2000-00-00  00:00:00")) +
+                         fontMetrics().height());
+  DTP2 = make_time_picker(QStringLiteral("DTP2"), box);
+  DTP1 = make_time_picker(QStringLiteral("DTP1"), box);
   Text12 = text_box(QStringLiteral("Text12"), box, true);
   Text12->hide();
   Text13 = text_box(QStringLiteral("Text13"), box, true);
@@ -95,22 +109,24 @@ QGroupBox* frmrealtime::build_pattern() {
   Text11 = text_box(QStringLiteral("Text11"), box, true);
   Text14 = text_box(QStringLiteral("Text14"), box);
   add_row(*grid, 0, 0, QStringLiteral("Startup Type"), Combo2);
-  add_row(*grid, 1, 0, QStringLiteral("Startup Time"), Text3);
-  add_row(*grid, 2, 0, QStringLiteral("Startup  Delay(s)"), DTP2);
-  add_row(*grid, 3, 0, QStringLiteral("Record Interval(s)"), DTP1);
-  add_row(*grid, 0, 1, QStringLiteral("Stop Type"), Combo3);
+  add_row(*grid, 1, 0, QStringLiteral("Startup  Delay(s)"), DTP2);
+  add_row(*grid, 2, 0, QStringLiteral("Record Interval(s)"), DTP1);
+  add_row(*grid, 3, 0, QStringLiteral("Stop Type"), Combo3, 3);
+  add_row(*grid, 0, 1, QStringLiteral("Startup Time"), Text3);
   add_row(*grid, 1, 1, QStringLiteral("Historical Sampling"), Text11);
   add_row(*grid, 2, 1, QStringLiteral("All Data"), Text14);
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
   return box;
 }
 
 QGroupBox* frmrealtime::build_description() {
   auto* box = new QGroupBox(QStringLiteral("Recorder Description"), this);
-  auto* layout = new QVBoxLayout(box);
+  QGridLayout* grid = tight_grid(box);
   Text15 = text_box(QStringLiteral("Text15"), box);
   Text15->setMaxLength(description_length);
   Text15->setAccessibleName(box->title());
-  layout->addWidget(Text15);
+  grid->addWidget(Text15, 0, 0);
   return box;
 }
 
@@ -118,9 +134,10 @@ QTabWidget* frmrealtime::build_channels() {
   SSTab1 = new QTabWidget(this);
   SSTab1->setObjectName(QStringLiteral("SSTab1"));
   SSTab1->setAccessibleName(QStringLiteral("Channels"));
+  SSTab1->setUsesScrollButtons(false);
   for (int c = 0; c < 4; ++c) {
     auto* page = new QWidget(SSTab1);
-    auto* grid = new QGridLayout(page);
+    QGridLayout* grid = tight_grid(page);
     const std::array captions = {QStringLiteral("Up Limit"), QStringLiteral("Down Limit")};
     for (int which = 0; which < 2; ++which) {
       const int index = 2 * c + which;

@@ -1,0 +1,58 @@
+// Alarms of live polling: which channels are out of their limits, and the list of such readings.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <array>
+#include <optional>
+
+#include "monitor/live_channels.h"
+#include "monitor/sliding_window.h"
+
+// A channel's limits in its unit; one that could not be read guards nothing.
+struct AlarmLimits {
+  std::optional<float> up;
+  std::optional<float> down;
+};
+
+// The limits that two texts are. A text that is not a number gives no limit.
+AlarmLimits alarm_limits(QStringView up, QStringView down);
+
+// Above the upper or below the lower limit; a value equal to a limit is in range.
+bool out_of_range(float value, const AlarmLimits& limits);
+
+// Which of the channels are out of range; the first `count` are looked at.
+using OutOfRange = std::array<bool, 4>;
+OutOfRange out_of_range(const LiveReading& reading, const std::array<AlarmLimits, 4>& limits,
+                        int count);
+
+// The name of each channel out of range, each followed by "Out Of Range" and four blanks; empty
+// when all are in range.
+QString alarm_text(const OutOfRange& out, const LiveChannels& channels);
+
+// The newest alarms, oldest first.
+class AlarmList {
+ public:
+  static constexpr int capacity = 15000;
+
+  struct Alarm {
+    int number = 0;  // the live reading's number when the alarm came
+    QString time;
+    QString text;
+  };
+
+  bool full() const { return count() == capacity; }
+  // Drops the oldest alarm and numbers the others 1, 2 and so on anew. The list must not be empty.
+  void drop_oldest();
+  void push(const Alarm& alarm) { alarms_.push_back(alarm); }
+
+  int count() const { return alarms_.size(); }
+  // Row 0 is the oldest. Throw BoundsError for a row outside 0..count() - 1.
+  const Alarm& at(int row) const;
+  int number(int row) const;
+
+ private:
+  SlidingWindow<Alarm> alarms_;
+  int renumbered_ = 0;  // rows whose number is their place
+};

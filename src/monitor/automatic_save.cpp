@@ -1,0 +1,33 @@
+#include "monitor/automatic_save.h"
+
+#include "app/times.h"
+#include "data/field_writer.h"
+#include "data/file_handle.h"
+#include "monitor/live_buffer.h"
+
+QString automatic_save_name(const QDateTime& now) {
+  return stamp_text(now).replace(u':', u'-') + QStringLiteral(".qlx");
+}
+
+void save_live_buffer(const QString& path, const AutomaticSaveHeader& header,
+                      const LiveBuffer& buffer) {
+  constexpr int usual_line = 60;
+  FieldWriter out(usual_line * buffer.LiveCount() + 4096);
+  out.text(header.title).end_line();
+  out.text(header.recorder_name).end_line();
+  out.whole(header.channels.count).end_line();
+  for (std::size_t c = 0; static_cast<int>(c) < header.channels.count; ++c) {
+    out.text(QString::number(c + 1)).text(header.channels.names[c]).text(header.channels.units[c]);
+    out.end_line();
+  }
+  out.whole(buffer.LiveCount()).end_line();
+  for (int slot = 0; slot < buffer.LiveCount(); ++slot) {
+    out.text(buffer.LiveTimes(slot));
+    for (int c = 0; c < header.channels.count; ++c) out.real(buffer.LiveValues(slot, c));
+    out.end_line();
+  }
+  FileHandle file;
+  file.open_for_writing(path);
+  file.write(out.bytes());
+  file.close();
+}

@@ -1,0 +1,119 @@
+// Live monitoring: the polling cycle, the sheets and the channels' labels.
+#include <QScopedValueRollback>
+
+#include "app/clock.h"
+#include "app/errors.h"
+#include "app/program_folder.h"
+#include "app/shell.h"
+#include "app/times.h"
+#include "app/twips.h"
+#include "app/user.h"
+#include "device/packet.h"
+#include "monitor/automatic_save.h"
+#include "monitor/frmrealtime.h"
+
+namespace {
+
+constexpr Packet::Retries live_retries = {.tries = 3, .pause = 10};
+constexpr double time_column_twips = 2000;
+
+// Wider than laid out where the locale's times need it.
+int time_column_width(const QTableView& sheet, const QString& time) {
+  const int laid_out = static_cast<int>(pixels_of_twips(time_column_twips, sheet.logicalDpiX()));
+  const int needed = sheet.fontMetrics().horizontalAdvance(time) + sheet.fontMetrics().height();
+  return std::max(laid_out, needed);
+}
+
+}  // namespace
+
+// A tick while a cycle still waits for a silent recorder is left out: cycles never pile up.
+void frmrealtime::Timer1_Timer() {
+  if (polling_) return;
+  const Handler running(*this);
+  const QScopedValueRollback polling(polling_, true);
+  const bool answered =
+      Packet::request(Packet::BuildStatusRequest, live_retries, [&] { return left(running); });
+  if (left(running)) return;
+  if (answered) {
+    take_reading();
+  } else {
+    live_.count_missed();
+  }
+  shell_.set_panel(2, live_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
+}
+
+void frmrealtime::take_reading() {
+  // Another recorder type can have been chosen since the window opened.
+  if (live_channels(User::DeviceTable, User::RecorderType) != live_.channels()) lay_out_live();
+  LiveReading reading{};
+  skip_on_error([&] { reading = decode_readings(Packet::ReceiveBuffer, live_.channels().count); });
+  const QString time = general_date_time_text(shell_.clock().now());
+  if (live_.add(time, reading, typed_limits())) skip_on_error([&] { save_automatically(); });
+  RedrawGraph();
+  show_readings();
+  live_.count_answered();
+}
+
+std::array<AlarmLimits, 4> frmrealtime::typed_limits() const {
+  std::array<AlarmLimits, 4> limits;
+  for (std::size_t c = 0; c < limits.size(); ++c) {
+    limits[c] = alarm_limits(Text1[2 * c]->text(), Text1[2 * c + 1]->text());
+  }
+  return limits;
+}
+
+void frmrealtime::save_automatically() const {
+  const QString path = program_folder() + u'/' + automatic_save_name(shell_.clock().now());
+  const QString recorder_name = User::DeviceTable.text(0, User::RecorderType);
+  save_live_buffer(path, {Text6->text(), recorder_name, live_.channels()}, live_.buffer);
+}
+
+void frmrealtime::lay_out_live() {
+  live_.set_channels(live_channels(User::DeviceTable, User::RecorderType));
+  for (int c = 0; c < 4; ++c) {
+    const auto channel = static_cast<std::size_t>(c);
+    const bool present = c < live_.channels().count;
+    for (int which = 0; which < labels_per_channel; ++which) {
+      Label4[static_cast<std::size_t>(labels_per_channel * c + which)]->setVisible(present);
+    }
+    Line1[channel]->setVisible(present);
+    Label3[channel]->setVisible(present);
+    Label3[channel]->setText(live_.channels().names[channel] + u' ' +
+                             live_.channels().units[channel]);
+  }
+  const QString time = general_date_time_text(shell_.clock().now());
+  for (QTableView* sheet : {MSFlG1, MSFlG2}) {
+    sheet->setColumnWidth(1, time_column_width(*sheet, time));
+  }
+  show_readings();
+  RedrawGraph();
+}
+
+void frmrealtime::clear_live_sheet() {
+  live_.live_sheet.clear();
+  lay_out_live();
+}
+
+void frmrealtime::show_readings() {
+  for (int c = 0; c < live_.channels().count; ++c) {
+    const auto channel = static_cast<std::size_t>(c);
+    const ChannelStatus& status = live_.status[channel];
+    const ChannelLabels texts = channel_labels(
+        c, live_.channels(), status, Text1[2 * channel]->text(), Text1[2 * channel + 1]->text());
+    for (std::size_t which = 0; which < texts.size(); ++which) {
+      Label4[labels_per_channel * channel + which]->setText(texts[which]);
+    }
+    show_alarm(*Label4[labels_per_channel * channel + value_label], status.alarmed());
+  }
+}
+
+// Red, and bold for those who do not see red.
+void frmrealtime::show_alarm(QLabel& label, bool alarmed) {
+  QFont font = label.font();
+  if (font.bold() == alarmed) return;
+  font.setBold(alarmed);
+  label.setFont(font);
+  QPalette palette;
+  if (alarmed) palette.setColor(QPalette::WindowText, QColor(216, 0, 0));
+  label.setPalette(palette);
+}

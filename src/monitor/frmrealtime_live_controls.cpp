@@ -1,0 +1,183 @@
+// The controls of the Real-time Data window's lower half, live monitoring, and where they stand.
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+#include "monitor/channel_status.h"
+#include "monitor/following_table.h"
+#include "monitor/frmrealtime.h"
+#include "monitor/live_graph.h"
+
+namespace {
+
+constexpr int channel_count = 4;
+
+QString element(const char* name, int index) {
+  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+// Texts of recorders and device files are never read as markup.
+QLabel* text_label(const QString& name, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+FollowingTable* sheet(const char* name, const char* caption, QAbstractItemModel& model,
+                      QWidget* parent) {
+  auto* table = new FollowingTable(model, parent);
+  table->setObjectName(QLatin1String(name));
+  table->setAccessibleName(QLatin1String(caption));
+  return table;
+}
+
+}  // namespace
+
+QWidget* frmrealtime::build_readings() {
+  auto* box = new QFrame(this);
+  box->setFrameShape(QFrame::StyledPanel);
+  auto* grid = new QGridLayout(box);
+  grid->setContentsMargins(8, 3, 8, 3);
+  grid->setVerticalSpacing(1);
+  for (int which = 0; which < labels_per_channel; ++which) {
+    auto* caption = new QLabel(channel_captions()[static_cast<std::size_t>(which)], box);
+    caption->setForegroundRole(QPalette::PlaceholderText);
+    grid->addWidget(caption, 0, which);
+    grid->setColumnStretch(which, which == name_label || which == last_alarm_label ? 2 : 1);
+    for (int c = 0; c < channel_count; ++c) {
+      const int index = labels_per_channel * c + which;
+      QLabel* label = text_label(element("Label4", index), box);
+      // A new text must not lay the window out anew.
+      label->setMinimumWidth(1);
+      label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+      grid->addWidget(label, c + 1, which);
+      Label4[static_cast<std::size_t>(index)] = label;
+    }
+  }
+  for (QLineEdit* limit : Text1) {
+    connect(limit, &QLineEdit::textChanged, this, &frmrealtime::show_readings);
+  }
+  return box;
+}
+
+QTabWidget* frmrealtime::build_live_tabs() {
+  SSTab3 = new QTabWidget(this);
+  SSTab3->setObjectName(QStringLiteral("SSTab3"));
+  SSTab3->setAccessibleName(QStringLiteral("Live data"));
+  SSTab3->addTab(build_graph_page(), QStringLiteral("Data Graph"));
+  MSFlG1 = sheet("MSFlG1", "Live readings", live_.live_sheet, SSTab3);
+  SSTab3->addTab(MSFlG1, QStringLiteral("Data Sheet"));
+  MSFlG2 = sheet("MSFlG2", "Alarms", live_.alarm_sheet, SSTab3);
+  MSFlG2->horizontalHeader()->setStretchLastSection(true);
+  SSTab3->addTab(MSFlG2, QStringLiteral("Warn Sheet"));
+  connect(SSTab3, &QTabWidget::currentChanged, this, &frmrealtime::RedrawGraph);
+  return SSTab3;
+}
+
+QWidget* frmrealtime::build_graph_page() {
+  auto* page = new QWidget(SSTab3);
+  Pic1 = new PictureBox([this](QImage& image) { draw_graph(image); }, page);
+  Pic1->setObjectName(QStringLiteral("Pic1"));
+  Pic1->setMinimumHeight(80);
+  connect(Pic1, &PictureBox::mouse_down, this, &frmrealtime::Pic1_MouseDown);
+  connect(Pic1, &PictureBox::resized, this, &frmrealtime::place_cursor);
+  build_cursor();
+
+  Label1 = text_label(QStringLiteral("Label1"), page);
+  Label2 = text_label(QStringLiteral("Label2"), page);
+  Label2->setAlignment(Qt::AlignRight);
+  Slider1 = new QSlider(Qt::Horizontal, page);
+  Slider1->setObjectName(QStringLiteral("Slider1"));
+  Slider1->setAccessibleName(QStringLiteral("Position of the graph"));
+  Slider1->setRange(0, 100);
+  connect(Slider1, &QSlider::valueChanged, this, &frmrealtime::RedrawGraph);
+  auto* below = new QHBoxLayout;
+  below->addWidget(Label1);
+  below->addWidget(Slider1, 1);
+  below->addWidget(Label2);
+
+  // The scale's first and last label are centred on the graph's edges.
+  auto* graph = new QVBoxLayout;
+  const int half_label = fontMetrics().height() / 2;
+  graph->setContentsMargins(0, half_label, 0, half_label);
+  graph->addWidget(Pic1);
+
+  auto* grid = new QGridLayout(page);
+  grid->addLayout(build_legend(page), 0, 1);
+  grid->addWidget(build_scale(page), 1, 0);
+  grid->addLayout(graph, 1, 1);
+  grid->addLayout(below, 2, 1);
+  grid->setContentsMargins(6, 4, 8, 4);
+  grid->setRowStretch(1, 1);
+  grid->setVerticalSpacing(2);
+  return page;
+}
+
+// Each channel's line and name, and the zoom buttons at the end.
+QLayout* frmrealtime::build_legend(QWidget* page) {
+  auto* legend = new QHBoxLayout;
+  for (int c = 0; c < channel_count; ++c) {
+    const auto channel = static_cast<std::size_t>(c);
+    auto* line = new QFrame(page);
+    line->setObjectName(element("Line1", c));
+    line->setFixedSize(24, 3);
+    QPalette colours;
+    colours.setColor(QPalette::Window, live_curve_colours[channel]);
+    line->setPalette(colours);
+    line->setAutoFillBackground(true);
+    Line1[channel] = line;
+    Label3[channel] = text_label(element("Label3", c), page);
+    legend->addWidget(line);
+    legend->addSpacing(4);
+    legend->addWidget(Label3[channel]);
+    legend->addSpacing(12);
+  }
+  legend->addStretch();
+  const std::array captions = {QStringLiteral("Zoom Out"), QStringLiteral("Zoom In")};
+  for (int index = 0; index < 2; ++index) {
+    const auto button = static_cast<std::size_t>(index);
+    cmd[button] = new QPushButton(captions[button], page);
+    cmd[button]->setObjectName(element("cmd", index));
+    connect(cmd[button], &QPushButton::clicked, this, [this, index] { cmd_Click(index); });
+    legend->addWidget(cmd[button]);
+  }
+  return legend;
+}
+
+// The fixed scale beside the graph: a value at every fourth line of the grid.
+QWidget* frmrealtime::build_scale(QWidget* page) {
+  auto* scale = new QWidget(page);
+  auto* column = new QVBoxLayout(scale);
+  column->setContentsMargins(0, 0, 0, 0);
+  constexpr int lines_per_label = 4;
+  constexpr double step = (live_graph_high - live_graph_low) / live_graph_cells * lines_per_label;
+  for (double value = live_graph_high; value >= live_graph_low; value -= step) {
+    auto* label = new QLabel(QString::number(value), scale);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (value < live_graph_high) column->addStretch();
+    column->addWidget(label);
+  }
+  return scale;
+}
+
+void frmrealtime::build_cursor() {
+  Line2 = new QFrame(Pic1);
+  Line2->setObjectName(QStringLiteral("Line2"));
+  Line2->setAttribute(Qt::WA_TransparentForMouseEvents);
+  Line2->setAutoFillBackground(true);
+  Line2->setBackgroundRole(QPalette::WindowText);
+  Label5 = text_label(QStringLiteral("Label5"), Pic1);
+  Label7 = text_label(QStringLiteral("Label7"), Pic1);
+  for (QLabel* label : {Label5, Label7}) {
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    label->setAutoFillBackground(true);
+    label->setBackgroundRole(QPalette::ToolTipBase);
+    label->setForegroundRole(QPalette::ToolTipText);
+    label->setMargin(2);
+    label->setWordWrap(true);
+  }
+  for (QWidget* part : std::initializer_list<QWidget*>{Line2, Label5, Label7}) part->hide();
+}

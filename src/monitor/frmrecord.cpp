@@ -1,0 +1,72 @@
+#include "monitor/frmrecord.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "app/shell.h"
+#include "app/user.h"
+#include "monitor/frmrealtime.h"
+#include "monitor/time_picker.h"
+
+frmrecord::frmrecord(Shell& shell) : QDialog(shell.window()), shell_(shell) {
+  build();
+  Form_Load();
+}
+
+void frmrecord::build() {
+  setObjectName(QStringLiteral("frmrecord"));
+  setWindowTitle(QStringLiteral("Online Record"));
+  const std::array captions = {QString(), QStringLiteral("Online Refresh"),
+                               QStringLiteral("Online Record")};
+  auto* all = new QVBoxLayout(this);
+  for (std::size_t index = 1; index < Check1.size(); ++index) {
+    Check1[index] = new QCheckBox(captions[index], this);
+    Check1[index]->setObjectName(QStringLiteral("Check1(%1)").arg(index));
+    all->addWidget(Check1[index]);
+  }
+  DTP1 = make_time_picker(QStringLiteral("DTP1"), this);
+  DTP1->setAccessibleName(QStringLiteral("Interval"));
+  auto* interval = new QFormLayout;
+  interval->addRow(QStringLiteral("Interval"), DTP1);
+  all->addLayout(interval);
+  all->addStretch();
+
+  Command1 = new QPushButton(QStringLiteral("Ok"), this);
+  Command1->setObjectName(QStringLiteral("Command1"));
+  Command1->setDefault(true);
+  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
+  Command2->setObjectName(QStringLiteral("Command2"));
+  connect(Command1, &QPushButton::clicked, this, &frmrecord::Command1_Click);
+  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Command1);
+  buttons->addWidget(Command2);
+  all->addLayout(buttons);
+}
+
+void frmrecord::Form_Load() {
+  Check1[1]->setChecked(User::OnlineRefresh);
+  Check1[2]->setChecked(User::OnlineRecord);
+  set_picked_seconds(*DTP1, QTime(0, 0).secsTo(User::OnlineInterval));
+}
+
+// The Real-time Data window is loaded if it is not, which reads the recorder and sets the three
+// settings to their defaults; what the user has chosen here comes after that.
+void frmrecord::Command1_Click() {
+  setEnabled(false);
+  frmrealtime* window = shell_.realtime();
+  if (shell_.shutting_down()) return reject();
+  User::OnlineRefresh = Check1[1]->isChecked();
+  User::OnlineRecord = Check1[2]->isChecked();
+  const auto seconds = static_cast<int>(picked_seconds(*DTP1));
+  User::OnlineInterval = QTime(0, 0).addSecs(seconds);
+  if (window) {
+    const bool polls = User::OnlineRefresh || User::OnlineRecord;
+    if (polls) window->Timer1->set_interval(seconds * 1000);
+    window->Timer1->set_enabled(polls);
+    window->clear_live_sheet();
+  }
+  accept();
+}

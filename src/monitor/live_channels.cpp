@@ -1,0 +1,39 @@
+#include "monitor/live_channels.h"
+
+#include <QStringList>
+
+#include "app/errors.h"
+#include "app/numbers.h"
+#include "device/device_table.h"
+#include "device/fixed_point.h"
+
+LiveChannels live_channels(const DeviceTable& table, int row) {
+  LiveChannels channels;
+  skip_on_error([&] { channels.count = table.channel_count(row); });
+  for (int c = 0; c < channels.count; ++c) {
+    const auto channel = static_cast<std::size_t>(c);
+    channels.names[channel] = table.text(2 * c + 3, row);
+    channels.units[channel] = table.text(2 * c + 4, row);
+  }
+  return channels;
+}
+
+LiveReading decode_readings(const QByteArray& answer, int count) {
+  constexpr int readings_at = 5;
+  if (answer.size() < readings_at + 2 * count) throw BoundsError("beyond the answer");
+  LiveReading reading{};
+  for (int c = 0; c < count; ++c) {
+    const auto low = static_cast<std::uint8_t>(answer[readings_at + 2 * c]);
+    const auto high = static_cast<std::uint8_t>(answer[readings_at + 2 * c + 1]);
+    reading[static_cast<std::size_t>(c)] = static_cast<float>(fixed_point_value(low, high));
+  }
+  return reading;
+}
+
+QString reading_text(const LiveReading& reading, const LiveChannels& channels) {
+  QStringList lines;
+  for (std::size_t c = 0; static_cast<int>(c) < channels.count; ++c) {
+    lines << channels.names[c] + u' ' + fixed2(reading[c]) + u' ' + channels.units[c];
+  }
+  return lines.join(u'\n');
+}

@@ -1,0 +1,29 @@
+#include "monitor/live_monitor.h"
+
+#include <limits>
+
+#include "monitor/automatic_save.h"
+
+bool LiveMonitor::add(const QString& time, const LiveReading& values,
+                      const std::array<AlarmLimits, 4>& limits) {
+  const OutOfRange out = out_of_range(values, limits, channels_.count);
+  live_sheet.push(time, values);
+  const QString alarm = alarm_text(out, channels_);
+  if (out != OutOfRange{}) alarm_sheet.push({buffer.LiveCount(), time, alarm});
+  for (std::size_t c = 0; static_cast<int>(c) < channels_.count; ++c) {
+    status[c].add(values[c], out[c], time);
+  }
+  if (++SaveCounter < readings_per_save) return false;
+  SaveCounter = 0;
+  return true;
+}
+
+// Days of silence must not bring it back to "Link Ok".
+void LiveMonitor::count_missed() {
+  if (FailCount < std::numeric_limits<std::int16_t>::max()) ++FailCount;
+}
+
+void LiveMonitor::set_channels(const LiveChannels& channels) {
+  channels_ = channels;
+  live_sheet.set_channels(channels);
+}

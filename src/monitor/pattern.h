@@ -1,0 +1,42 @@
+// The recording pattern and the texts as "Properties Set" sends them. The bytes are laid out in
+// docs/protocol.md.
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+
+#include "monitor/properties.h"
+
+// What the user has set, as it stands in the window.
+struct PatternSettings {
+  StartupType startup_type = StartupType::stop;
+  bool wrap = false;
+  // Channel 1..4 takes part in recording.
+  std::array<bool, 4> channels{};
+  qint64 startup_delay = 0;    // seconds, 0..32767
+  qint64 record_interval = 1;  // seconds, 0..32767
+  QString all_data;            // samples of the pattern, 0..65535, as typed
+};
+
+using PatternFrame = std::array<std::uint8_t, 15>;
+
+// Writes the pattern into `pattern`, byte by byte. The recorder's clock (bytes 2..7) is set to
+// `now` when it is to start; for "Stop!" these bytes keep what they were. An interval of 0 seconds
+// is sent as low byte 255 and high byte 0. Throws ConversionError for a number outside its range, a
+// text that is no number, and a year outside 2000..2255; the bytes before the failure are then
+// written already.
+void encode_pattern(const PatternSettings& settings, const QDateTime& now, PatternFrame& pattern);
+
+// Bit 3 of the first byte, by which "Properties Set" decides about a separate start or stop.
+constexpr bool requests_start(const PatternFrame& pattern) {
+  return (pattern[0] & 0x08) != 0;
+}
+
+using DescriptionFrame = std::array<std::uint8_t, 65>;
+
+// 16 bytes of the title and 48 of the description as UTF-16LE code units, zeros where a text is
+// shorter. A border that falls between the halves of a surrogate pair cuts it.
+DescriptionFrame encode_texts(const QString& title, const QString& description);
