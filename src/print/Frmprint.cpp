@@ -1,9 +1,10 @@
 #include "print/Frmprint.h"
 
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 #include "app/errors.h"
 #include "app/message_box.h"
@@ -27,7 +28,6 @@ QString as_caption(QString text) {
 Frmprint::Frmprint(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   build();
   Form_Load();
-  connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, &QDialog::reject);
 }
 
 void Frmprint::build() {

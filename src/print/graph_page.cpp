@@ -36,20 +36,11 @@ constexpr int time_steps = 4;
 
 // In twips.
 constexpr double thin_line = 6;
+constexpr double frame_line = 12;
 constexpr double curve_line = 17;
 // Each channel is drawn this much lower than the one before, as on the screen, so that equal
 // values stay apart.
 constexpr double channel_shift = 3;
-
-QPen solid_pen(double width) {
-  return QPen(QBrush(Qt::black), width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
-}
-
-QPen grid_pen() {
-  QPen pen(QBrush(QColor(128, 128, 128)), thin_line, Qt::DotLine, Qt::FlatCap);
-  pen.setDashPattern({3, 3});
-  return pen;
-}
 
 // Every channel has its own dashes, for paper without colours.
 QPen curve_pen(int slot) {
@@ -112,13 +103,14 @@ class Graph {
   }
 
   void draw_grid() const {
-    painter().setPen(grid_pen());
+    const QColor grey(128, 128, 128);
     for (int row = 0; row <= scale_steps; ++row) {
-      painter().drawLine(QPointF(frame_.left(), row_y(row)), QPointF(frame_.right(), row_y(row)));
+      page_.rule({frame_.left(), row_y(row)}, {frame_.right(), row_y(row)}, grey, thin_line,
+                 Page::Rule::dotted);
     }
     for (int step = 0; step <= time_steps; ++step) {
-      painter().drawLine(QPointF(time_x(step), frame_.top()),
-                         QPointF(time_x(step), frame_.bottom()));
+      page_.rule({time_x(step), frame_.top()}, {time_x(step), frame_.bottom()}, grey, thin_line,
+                 Page::Rule::dotted);
     }
   }
 
@@ -149,9 +141,13 @@ class Graph {
   }
 
   void draw_frame() const {
-    painter().setPen(solid_pen(thin_line * 2));
-    painter().setBrush(Qt::NoBrush);
-    painter().drawRect(frame_);
+    const auto line = [this](QPointF from, QPointF to) {
+      page_.rule(from, to, Qt::black, frame_line);
+    };
+    line(frame_.topLeft(), frame_.topRight());
+    line(frame_.topRight(), frame_.bottomRight());
+    line(frame_.bottomRight(), frame_.bottomLeft());
+    line(frame_.bottomLeft(), frame_.topLeft());
   }
 
   // Date over time of day, so that five of them stand side by side.

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPen>
 
 #include <algorithm>
 
@@ -34,6 +35,16 @@ Page::Page(QPainter& painter, QSizeF size)
 
 double Page::device_pixel() const {
   return 1.0 / painter_.deviceTransform().m11();
+}
+
+void Page::rule(QPointF from, QPointF to, QColor colour, double width, Rule kind) const {
+  const double seen = std::max(width, device_pixel());
+  QPen pen(QBrush(colour), seen, Qt::SolidLine, Qt::FlatCap);
+  if (kind == Rule::dotted) pen.setDashPattern({twips_per_mm / 2 / seen, twips_per_mm / 2 / seen});
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+  painter_.setPen(pen);
+  painter_.drawLine(from, to);
+  painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 double Page::line_height(double points) {

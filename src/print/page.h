@@ -2,6 +2,7 @@
 // paper that there is, and lines of text.
 #pragma once
 
+#include <QColor>
 #include <QPointF>
 #include <QSizeF>
 #include <QString>
@@ -27,6 +28,11 @@ class Page {
 
   // The size of a pixel of the device, in twips.
   double device_pixel() const;
+
+  // A straight line along an edge of the paper, crisp and on the screen never less than a pixel
+  // wide. A dotted one has dots and gaps of half a millimetre.
+  enum class Rule { solid, dotted };
+  void rule(QPointF from, QPointF to, QColor colour, double width, Rule kind = Rule::solid) const;
 
   enum class Align { left, centre, right };
   // One line of text of `points` height whose left end, middle or right end stands at `place`, on

@@ -1,8 +1,9 @@
 #include "print/preview.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "app/shell.h"
@@ -45,17 +46,18 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   const QSize screen = this->screen()->availableSize();
   resize(static_cast<int>(a4_portrait.width() / twips_per_pixel_of_page) + beside_page,
          screen.height() * 9 / 10);
-  connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, &QDialog::reject);
 }
 
-QPushButton* Preview::add_button(const QString& name, const QString& caption,
-                                 const QKeySequence& key) {
+QPushButton* Preview::add_button(const QString& name, const QString& caption, QKeySequence key) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
   button->setAutoDefault(false);
-  button->setShortcut(key);
   button->installEventFilter(this);
   row_->addWidget(button);
+  // A button's own shortcut presses it visibly, which holds up a key that is kept down.
+  if (key.isEmpty()) return button;
+  auto* shortcut = new QShortcut(key, this);
+  connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
   return button;
 }
 

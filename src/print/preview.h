@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QPushButton>
 
 #include "print/page_area.h"
@@ -22,8 +23,7 @@ class Preview : public QDialog {
   explicit Preview(Shell& shell);
 
   // A button at the right end of the row, `key` its shortcut.
-  QPushButton* add_button(const QString& name, const QString& caption,
-                          const QKeySequence& key = {});
+  QPushButton* add_button(const QString& name, const QString& caption, QKeySequence key = {});
   // Print and Quit, which every preview ends its row with.
   void add_print_and_quit();
   QHBoxLayout* row() const { return row_; }

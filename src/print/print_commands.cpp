@@ -21,10 +21,13 @@ class Hourglass {
   Hourglass& operator=(const Hourglass&) = delete;
 };
 
-// Shows Print Set; false when nothing is to be printed.
+// Shows Print Set; false when nothing is to be printed. The Historical Data window holds the view
+// and the scales that are printed, so one that was closed is opened again.
 bool ask_what_to_print(Shell& shell) {
   Frmprint(shell).exec();
-  return User::PrintPages != 0 && !shell.shutting_down();
+  if (User::PrintPages == 0 || shell.shutting_down()) return false;
+  if (!shell.loaded_display()) shell.show_display();
+  return true;
 }
 
 // One copy after the other; a printer that fails is not asked again.

@@ -112,9 +112,7 @@ class Table {
 
   void draw_lines(int rows) const {
     const auto line = [&](double y, QColor colour, double width) {
-      page_.painter().setPen(QPen(QBrush(colour), width));
-      page_.painter().drawLine(QPointF(columns_.front().left, y),
-                               QPointF(columns_.back().right, y));
+      page_.rule({columns_.front().left, y}, {columns_.back().right, y}, colour, width);
     };
     for (int row = 1; row < rows; ++row) line(row_top(row), QColor(200, 200, 200), 4);
     line(top_, Qt::black, 12);

@@ -40,6 +40,7 @@ class FakeShell final : public Shell {
   std::function<frmdisplay*()> make_display;
   frmrealtime* realtime_window = nullptr;
   frmdisplay* display_window = nullptr;
+  Printer* real_printer = nullptr;  // used instead of the scripted one
   QWidget* parent_window = nullptr;
   bool is_shutting_down = false;
 
@@ -47,7 +48,7 @@ class FakeShell final : public Shell {
   SerialPort& MSComm1() override { return scripted_port; }
   MessageBox& messages() override { return scripted_messages; }
   FileDialog& CommonDialog1() override { return scripted_dialog; }
-  Printer& printer() override { return scripted_printer; }
+  Printer& printer() override { return real_printer ? *real_printer : scripted_printer; }
   QWidget* window() override { return parent_window; }
   void set_panel(int panel, const QString& text) override;
   void set_progress(int value, const QString& text) override;
