@@ -10,7 +10,8 @@
 class FieldReader {
  public:
   // Reads from `bytes`, which must outlive the reader; they are in the system's 8-bit encoding.
-  explicit FieldReader(std::string_view bytes) : rest_(bytes) {}
+  explicit FieldReader(std::string_view bytes)
+      : at_(bytes.data()), end_(bytes.data() + bytes.size()) {}
 
   // The next value as a text. Between double quotes everything counts, line ends included, and a
   // doubled quote stands for one; blanks around an unquoted value are dropped. Throws FileError at
@@ -29,11 +30,12 @@ class FieldReader {
  private:
   std::string_view next_unquoted();
   QString next_quoted();
-  bool at_field_end(const char* position) const;
-  void go_to(const char* position);
+  std::string_view up_to_quote(const char* from) const;
   double next_double();
+  bool at_field_end(const char* position) const;
   void skip_blanks();
   void skip_separator();
 
-  std::string_view rest_;
+  const char* at_;
+  const char* end_;
 };

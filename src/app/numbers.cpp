@@ -91,8 +91,12 @@ QString general_number(float value) {
 char* write_shortest_float(char* out, float value) {
   const float magnitude = std::fabs(value);
   if (magnitude < all_hundredths_differ) {
-    const auto hundredths = static_cast<unsigned>(magnitude * 100.0F + 0.5F);
-    if (hundredths != 0 && static_cast<float>(hundredths) / 100.0F == magnitude) {
+    const float scaled = magnitude * 100.0F;
+    const auto hundredths = static_cast<unsigned>(scaled + 0.5F);
+    const auto rounded = static_cast<float>(hundredths);
+    // The first comparison only saves most other values the division.
+    if (std::fabs(scaled - rounded) <= scaled * 2.4e-7F && rounded / 100.0F == magnitude &&
+        hundredths != 0) {
       return write_hundredths(out, hundredths, value < 0.0F);
     }
   }

@@ -4,31 +4,10 @@
 
 #include "app/errors.h"
 
-namespace {
-
-std::size_t checked(std::int64_t index, int bound) {
-  if (index < 0 || index >= bound) throw BoundsError("index outside the Recording");
-  return static_cast<std::size_t>(index);
-}
-
-}  // namespace
-
 Recording::Recording() : times_(max_samples), values_(max_samples * channel_slots) {}
 
-QString& Recording::SampleTimes(std::int64_t sample) {
-  return times_[checked(sample, max_samples)];
-}
-
-const QString& Recording::SampleTimes(std::int64_t sample) const {
-  return times_[checked(sample, max_samples)];
-}
-
-float& Recording::SampleValues(std::int64_t sample, std::int64_t slot) {
-  return values_[checked(sample, max_samples) * channel_slots + checked(slot, channel_slots)];
-}
-
-float Recording::SampleValues(std::int64_t sample, std::int64_t slot) const {
-  return values_[checked(sample, max_samples) * channel_slots + checked(slot, channel_slots)];
+void Recording::throw_out_of_bounds() {
+  throw BoundsError("index outside the Recording");
 }
 
 int Recording::held_samples() const {

@@ -34,13 +34,19 @@ class Recording {
   std::array<std::array<double, channel_slots>, 4> ChannelStats{};
 
   // Time stamp of sample n, "YYYY-MM-DD HH:MM:SS". Throws BoundsError outside 0..30000.
-  QString& SampleTimes(std::int64_t sample);
-  const QString& SampleTimes(std::int64_t sample) const;
+  QString& SampleTimes(std::int64_t sample) { return times_[checked(sample, max_samples)]; }
+  const QString& SampleTimes(std::int64_t sample) const {
+    return times_[checked(sample, max_samples)];
+  }
 
   // Value of sample n on channel slot c in the channel's unit. Throws BoundsError outside
   // 0..30000 and 0..4.
-  float& SampleValues(std::int64_t sample, std::int64_t slot);
-  float SampleValues(std::int64_t sample, std::int64_t slot) const;
+  float& SampleValues(std::int64_t sample, std::int64_t slot) {
+    return values_[checked(sample, max_samples) * channel_slots + checked(slot, channel_slots)];
+  }
+  float SampleValues(std::int64_t sample, std::int64_t slot) const {
+    return values_[checked(sample, max_samples) * channel_slots + checked(slot, channel_slots)];
+  }
 
   // All values, sample after sample, `channel_slots` a sample: for loops over many samples.
   std::span<const float> all_values() const { return values_; }
@@ -51,6 +57,12 @@ class Recording {
   int held_channels() const;
 
  private:
+  static std::size_t checked(std::int64_t index, int bound) {
+    if (index < 0 || index >= bound) throw_out_of_bounds();
+    return static_cast<std::size_t>(index);
+  }
+  [[noreturn]] static void throw_out_of_bounds();
+
   std::vector<QString> times_;
   std::vector<float> values_;
 };

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <charconv>
 
-#include "app/numbers.h"
-
 namespace {
 
 constexpr qsizetype whole_size = 12;
@@ -26,62 +24,38 @@ bool copy_plain(QStringView text, char* out) {
 
 }  // namespace
 
-FieldWriter::FieldWriter(qsizetype expected_size) : buffer_(expected_size, Qt::Uninitialized) {}
+FieldWriter::FieldWriter(qsizetype expected_size)
+    : buffer_(expected_size, Qt::Uninitialized),
+      at_(buffer_.data()),
+      end_(buffer_.data() + buffer_.size()) {}
 
-char* FieldWriter::room(qsizetype characters) {
-  const qsizetype needed = size_ + characters;
-  if (needed > buffer_.size()) buffer_.resize(std::max(needed, 2 * buffer_.size()));
-  return buffer_.data() + size_;
-}
-
-// Gives where a field of at most `characters` goes, behind the comma where one is needed.
-char* FieldWriter::start_field(qsizetype characters) {
-  char* out = room(characters + 1);
-  if (line_started_) *out++ = ',';
-  line_started_ = true;
-  return out;
-}
-
-void FieldWriter::end_field(const char* end) {
-  size_ = end - buffer_.constData();
+void FieldWriter::grow(qsizetype characters) {
+  const qsizetype size = at_ - buffer_.constData();
+  buffer_.resize(std::max(size + characters, 2 * buffer_.size()));
+  at_ = buffer_.data() + size;
+  end_ = buffer_.data() + buffer_.size();
 }
 
 FieldWriter& FieldWriter::text(QStringView text) {
-  char* out = start_field(text.size() + 2);
-  *out++ = '"';
-  if (copy_plain(text, out)) {
-    out += text.size();
+  at_ = start_field(text.size() + 2);
+  *at_++ = '"';
+  if (copy_plain(text, at_)) {
+    at_ += text.size();
   } else {
     QByteArray encoded = text.toString().toLocal8Bit();
     encoded.replace('"', "\"\"");
-    end_field(out);
-    out = std::copy(encoded.cbegin(), encoded.cend(), room(encoded.size() + 1));
+    at_ = std::copy(encoded.cbegin(), encoded.cend(), room(encoded.size() + 1));
   }
-  *out++ = '"';
-  end_field(out);
+  *at_++ = '"';
   return *this;
 }
 
 FieldWriter& FieldWriter::whole(std::int32_t value) {
   char* const out = start_field(whole_size);
-  end_field(std::to_chars(out, out + whole_size, value).ptr);
-  return *this;
-}
-
-FieldWriter& FieldWriter::real(float value) {
-  end_field(write_shortest_float(start_field(shortest_float_size), value));
-  return *this;
-}
-
-FieldWriter& FieldWriter::end_line() {
-  char* out = room(2);
-  *out++ = '\r';
-  *out++ = '\n';
-  end_field(out);
-  line_started_ = false;
+  at_ = std::to_chars(out, out + whole_size, value).ptr;
   return *this;
 }
 
 std::string_view FieldWriter::bytes() const {
-  return {buffer_.constData(), static_cast<std::size_t>(size_)};
+  return {buffer_.constData(), static_cast<std::size_t>(at_ - buffer_.constData())};
 }

@@ -1,6 +1,9 @@
-#include <QElapsedTimer>
 #include <QTest>
 
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <random>
 #include <string>
 
 #include "app/errors.h"
@@ -16,6 +19,7 @@ class TestFieldReader : public QObject {
   void refused_texts();
   void numbers_data();
   void numbers();
+  void the_quick_way_rounds_the_same();
   void whole_numbers_data();
   void whole_numbers();
   void a_refused_value_is_passed_over();
@@ -123,6 +127,29 @@ void TestFieldReader::numbers() {
     } else {
       QCOMPARE(reader.next_float(), value);
     }
+  }
+}
+
+// Decimals of any length, and those on and beside the middle between two floats, where rounding
+// twice would show.
+void TestFieldReader::the_quick_way_rounds_the_same() {
+  std::mt19937 random(1);
+  const auto check = [](double value, int decimals) {
+    char text[64];
+    const char* end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr;
+    float general = 0;
+    std::from_chars(text, end, general);
+    const std::string_view field(text, static_cast<std::size_t>(end - text));
+    const float quick = FieldReader(field).next_float();
+    QVERIFY2(memcmp(&quick, &general, sizeof quick) == 0, std::string(field).c_str());
+  };
+  for (int i = 0; i < 20000; ++i) {
+    const auto mantissa = static_cast<double>(random() >> 8);
+    const double middle = std::ldexp(2.0 * mantissa + 1.0, -static_cast<int>(random() % 24));
+    for (int decimals = 0; decimals < 10; ++decimals) check(-middle, decimals);
+    check(middle + std::ldexp(middle, -50), 9);
+    check(middle - std::ldexp(middle, -50), 9);
   }
 }
 

@@ -1,0 +1,18 @@
+#include <QApplication>
+
+#include "suite.h"
+
+// One function a file. Each adds the comparisons of one part of the program to the table.
+void data_file_benchmarks(Suite& suite);
+
+// corvane-bench [--short] [WORD]: all benchmarks, or those with WORD in their names.
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QStringList words = application.arguments().mid(1);
+  const bool short_run = words.removeAll(QStringLiteral("--short")) > 0;
+  Suite suite(short_run, words.value(0).toStdString());
+  suite.begin();
+  data_file_benchmarks(suite);
+  return suite.end();
+}
