@@ -4,6 +4,8 @@
 
 // One function a file. Each adds the comparisons of one part of the program to the table.
 void data_file_benchmarks(Suite& suite);
+void startup_benchmarks(Suite& suite);
+void download_benchmarks(Suite& suite);
 
 // corvane-bench [--short] [WORD]: all benchmarks, or those with WORD in their names.
 int main(int argc, char** argv) {
@@ -14,5 +16,7 @@ int main(int argc, char** argv) {
   Suite suite(short_run, words.value(0).toStdString());
   suite.begin();
   data_file_benchmarks(suite);
+  startup_benchmarks(suite);
+  download_benchmarks(suite);
   return suite.end();
 }

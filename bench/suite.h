@@ -20,6 +20,8 @@ class Suite {
   // out every benchmark whose name does not contain it.
   Suite(bool short_run, std::string only) : short_run_(short_run), only_(std::move(only)) {}
 
+  bool short_run() const { return short_run_; }
+
   // Runs both sides in turns and prints a line with the medians and their ratio, which shall be at
   // most `most`. A ratio up to a quarter above is taken for noise; beyond that all is measured once
   // more, and only what is beyond it twice has failed.
