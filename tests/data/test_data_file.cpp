@@ -25,6 +25,8 @@ class TestDataFile : public QObject {
   void base_names();
   void the_file_byte_for_byte();
   void a_full_recording_reads_back_the_same();
+  void samples_data();
+  void samples();
   void forms_of_files_data();
   void forms_of_files();
   void comma_separated_records();
@@ -134,6 +136,23 @@ void TestDataFile::a_full_recording_reads_back_the_same() {
   QVERIFY(std::ranges::equal(again.all_values(), recording.all_values()));
   QCOMPARE(again.SampleTimes(30000), recording.SampleTimes(30000));
   QCOMPARE(written(again), bytes);
+}
+
+void TestDataFile::samples_data() {
+  QTest::addColumn<int>("channels");
+  QTest::addColumn<int>("samples");
+  QTest::newRow("cold-store.qlx") << 4 << 480;
+  QTest::newRow("greenhouse.qlx") << 2 << 432;
+}
+
+// The sample files are as the program would write them.
+void TestDataFile::samples() {
+  const QByteArray bytes = contents(QStringLiteral(CORVANE_SAMPLES "/") + QTest::currentDataTag());
+  Recording recording;
+  read_recording(view(bytes), recording);
+  QTEST(int{recording.ChannelCount}, "channels");
+  QTEST(recording.SampleCount, "samples");
+  QVERIFY(written(recording) == bytes);
 }
 
 void TestDataFile::forms_of_files_data() {
