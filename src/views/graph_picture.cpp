@@ -96,48 +96,40 @@ void draw_grid(QImage& image, const PictureSize& size, QRgb background) {
 
 GraphCurves& GraphPicture::new_curves() {
   has_curves_ = true;
-  stale_ = true;
   return curves_;
 }
 
-const QImage& GraphPicture::image(const PictureSize& size, QRgb background) {
-  const bool same_frame = size_ == size && background_ == background && !grid_.isNull();
-  if (same_frame && !stale_) return image_;
+void GraphPicture::draw(QImage& image, const PictureSize& size, QRgb background) {
+  if (!has_curves_) {
+    image.fill(background);
+    return;
+  }
   const bool same_columns =
       size_ == size && columns_.size() == static_cast<std::size_t>(curves_.samples());
   if (!same_columns) columns_ = sample_columns(curves_.samples(), size);
-  stale_ = false;
+  if (size_ != size || background_ != background || grid_.isNull()) {
+    grid_ = QImage(size.pixels, QImage::Format_RGB32);
+    draw_grid(grid_, size, background);
+  }
   size_ = size;
   background_ = background;
-  if (!same_frame) {
-    grid_ = QImage(size.pixels, QImage::Format_RGB32);
-    image_ = QImage(size.pixels, QImage::Format_RGB32);
-    if (image_.isNull()) return image_;
-    draw_grid(grid_, size, background);
-    image_.setDevicePixelRatio(size.ratio);
-  }
-  if (!has_curves_) {
-    image_.fill(background);
-    return image_;
-  }
   if (size.ratio < 2) {
-    std::copy_n(grid_.constBits(), grid_.sizeInBytes(), image_.bits());
-    draw_curves(image_, curves_, columns_, size);
+    std::copy_n(grid_.constBits(), grid_.sizeInBytes(), image.bits());
+    draw_curves(image, curves_, columns_, size);
   } else {
-    draw_thick_curves();
+    draw_thick_curves(image);
   }
-  return image_;
 }
 
 // On a screen whose pixels are twice as small or smaller, a line of one of them could hardly be
 // seen: the curves are drawn on a layer of their own and made as many pixels wide as make up one
 // pixel of the window.
-void GraphPicture::draw_thick_curves() {
-  std::fill_n(image_.bits(), image_.sizeInBytes(), uchar{0});
-  draw_curves(image_, curves_, columns_, size_);
-  for (int width = 1; width < static_cast<int>(size_.ratio); ++width) thicken(image_);
+void GraphPicture::draw_thick_curves(QImage& image) const {
+  std::fill_n(image.bits(), image.sizeInBytes(), uchar{0});
+  draw_curves(image, curves_, columns_, size_);
+  for (int width = 1; width < static_cast<int>(size_.ratio); ++width) thicken(image);
   const auto* grid = reinterpret_cast<const QRgb*>(grid_.constBits());
-  auto* pixel = reinterpret_cast<QRgb*>(image_.bits());
-  const qsizetype count = image_.sizeInBytes() / qsizetype{sizeof(QRgb)};
+  auto* pixel = reinterpret_cast<QRgb*>(image.bits());
+  const qsizetype count = image.sizeInBytes() / qsizetype{sizeof(QRgb)};
   for (qsizetype i = 0; i < count; ++i) pixel[i] = pixel[i] ? pixel[i] : grid[i];
 }

@@ -1,5 +1,5 @@
-// The picture of the historical graph: grid and curves, kept as an image and drawn again from the
-// curves that the last redraw took, whatever has become of the Recording since.
+// The picture of the historical graph: grid and curves, drawn from the values that the last redraw
+// took, whatever has become of the Recording since.
 #pragma once
 
 #include <QImage>
@@ -89,23 +89,22 @@ void draw_grid(QImage& image, const PictureSize& size, QRgb background);
 void draw_curves(QImage& image, const GraphCurves& curves, const std::vector<int>& columns,
                  const PictureSize& size);
 
+// Draws the picture; what does not change from one time to the next is kept.
 class GraphPicture {
  public:
-  // The curves to show from now on, to be filled by the caller.
+  // The curves to show from now on, to be filled by the caller. Without any the picture is empty,
+  // without a grid.
   GraphCurves& new_curves();
-  // The picture at this size, without a grid until there are curves. Only what differs from the
-  // last time is drawn again.
-  const QImage& image(const PictureSize& size, QRgb background);
+  // Fills an image of 32 bits a pixel that has this size.
+  void draw(QImage& image, const PictureSize& size, QRgb background);
 
  private:
-  void draw_thick_curves();
+  void draw_thick_curves(QImage& image) const;
 
   GraphCurves curves_;
+  bool has_curves_ = false;
   std::vector<int> columns_;
   QImage grid_;
-  QImage image_;
   PictureSize size_;
   QRgb background_ = 0;
-  bool has_curves_ = false;
-  bool stale_ = true;
 };

@@ -1,7 +1,6 @@
 #include "views/graph_surface.h"
 
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
@@ -32,13 +31,19 @@ std::optional<CursorStep> step_of(int key) {
 
 }  // namespace
 
-GraphSurface::GraphSurface(QWidget* parent) : QWidget(parent) {
+GraphSurface::GraphSurface(QWidget* parent)
+    : PictureBox(
+          [this](QImage& image) {
+            picture_.draw(image, picture_size(size(), devicePixelRatioF()),
+                          palette().color(QPalette::Base).rgb());
+          },
+          parent) {
   setFocusPolicy(Qt::StrongFocus);
-  setAttribute(Qt::WA_OpaquePaintEvent);
+  connect(this, &PictureBox::mouse_down, this, [this](double x) { Q_EMIT MouseDown(place_of(x)); });
 }
 
 GraphCurves& GraphSurface::new_curves() {
-  update();
+  redraw();
   return picture_.new_curves();
 }
 
@@ -46,20 +51,25 @@ int GraphSurface::pixel(float x_twips) const {
   return whole_pixel(x_twips, static_cast<float>(width() - 1) / twips_width());
 }
 
-void GraphSurface::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.drawImage(0, 0, picture_.image(size_now(), palette().color(QPalette::Base).rgb()));
-  if (hasFocus()) {
-    painter.setPen(palette().color(QPalette::Highlight));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-  }
+// The counterpart of where samples are drawn: the picture's edges are its first and last column.
+float GraphSurface::place_of(double x_pixel) const {
+  const double column = x_pixel * devicePixelRatioF();
+  const int last = picture_size(size(), devicePixelRatioF()).pixels.width() - 1;
+  const double part = std::clamp(column / std::max(1, last), 0.0, 1.0);
+  return static_cast<float>(part) * twips_width();
 }
 
-void GraphSurface::mousePressEvent(QMouseEvent* event) {
-  const PictureSize size = size_now();
-  const double column = event->position().x() * size.ratio;
-  const double part = column / std::max(1, size.pixels.width() - 1);
-  Q_EMIT MouseDown(static_cast<float>(std::clamp(part, 0.0, 1.0)) * size.width);
+void GraphSurface::paintEvent(QPaintEvent* event) {
+  PictureBox::paintEvent(event);
+  if (!hasFocus()) return;
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void GraphSurface::changeEvent(QEvent* event) {
+  PictureBox::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) redraw();
 }
 
 // A notch of an ordinary wheel is a step; finer wheels and touch pads add up to one.

@@ -2,12 +2,11 @@
 // user does with mouse and keys.
 #pragma once
 
-#include <QWidget>
-
+#include "app/picture_box.h"
 #include "views/graph_picture.h"
 #include "views/graph_view.h"
 
-class GraphSurface final : public QWidget {
+class GraphSurface final : public PictureBox {
   Q_OBJECT
 
  public:
@@ -30,12 +29,12 @@ class GraphSurface final : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  PictureSize size_now() const { return picture_size(size(), devicePixelRatioF()); }
+  float place_of(double x_pixel) const;
 
   GraphPicture picture_;
   int wheel_ = 0;
