@@ -22,7 +22,6 @@ constexpr double heading_mm = 5;
 constexpr double under_headings_mm = 1.75;
 constexpr double times_mm = 10;
 constexpr double between_mm = 4;
-constexpr double under_frame_mm = 1.75;
 constexpr double bottom_mm = 287;
 constexpr double gap_mm = 0.5;
 constexpr double scale_gap_mm = 1;
@@ -94,10 +93,12 @@ class Graph {
     page_.text({text_left, top}, info[1][c] + u' ' + info[2][c], points,
                page_.across(right_mm) - text_left);
     if (count_ < 2) return;
+    const double step = frame_.height() / scale_steps;
+    const double size = points * std::min(1.0, step / Page::line_height(points));
     for (int row = 0; row <= scale_steps; ++row) {
       const double high = view_.high[c];
       const double value = high + (view_.low[c] - high) * row / scale_steps;
-      page_.text({right, row_y(row) - Page::line_height(points) / 2}, fixed2(value), points,
+      page_.text({right, row_y(row) - Page::line_height(size) / 2}, fixed2(value), size,
                  right - left, Page::Align::right);
     }
   }
@@ -154,7 +155,8 @@ class Graph {
   void draw_times() const {
     painter().setPen(Qt::black);
     const double room = frame_.width() / time_steps - page_.across(gap_mm);
-    const double top = frame_.bottom() + page_.down(under_frame_mm);
+    // Below the lowest value of the scale, which stands half a line below the frame.
+    const double top = frame_.bottom() + Page::line_height(points) / 2;
     for (int step = 0; step <= time_steps; ++step) {
       const double offset = round_half_even((count_ - 1) * (step / double{time_steps}));
       const QString& time =

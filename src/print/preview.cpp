@@ -12,7 +12,7 @@
 namespace {
 
 // Room for the scroll bar beside a page of full width.
-constexpr int beside_page = 40;
+constexpr int beside_page = 20;
 
 bool scrolls(const QKeyEvent& key) {
   switch (key.key()) {
@@ -42,6 +42,7 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   all->addWidget(area, 1);
   all->addLayout(row_);
   row_->setContentsMargins(9, 9, 9, 9);
+  row_->setSpacing(6);
   row_->addStretch();
   const QSize screen = this->screen()->availableSize();
   resize(static_cast<int>(a4_portrait.width() / twips_per_pixel_of_page) + beside_page,

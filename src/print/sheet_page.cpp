@@ -51,7 +51,8 @@ struct Column {
 // The number's, the time's and a column a channel, from left to right.
 std::vector<Column> columns_of(QSizeF size, std::size_t channels) {
   const double wanted = twips(number_mm + time_mm + value_mm * static_cast<double>(channels));
-  const double stretch = std::min(1.0, (size.width() - twips(2 * margin_side_mm)) / wanted);
+  const double widest = std::max(1.0, size.width() / a4_portrait.width());
+  const double stretch = std::min(widest, (size.width() - twips(2 * margin_side_mm)) / wanted);
   std::vector<Column> columns;
   double left = twips(margin_side_mm);
   const auto add = [&](double mm) {
@@ -114,7 +115,7 @@ class Table {
     const auto line = [&](double y, QColor colour, double width) {
       page_.rule({columns_.front().left, y}, {columns_.back().right, y}, colour, width);
     };
-    for (int row = 1; row < rows; ++row) line(row_top(row), QColor(200, 200, 200), 4);
+    for (int row = 1; row < rows; ++row) line(row_top(row), QColor(220, 220, 220), 6);
     line(top_, Qt::black, 12);
     line(row_top(0), Qt::black, 12);
     line(row_top(rows), Qt::black, 12);

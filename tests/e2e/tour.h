@@ -85,3 +85,6 @@ class Tour {
 // takes the Tour, and name it in the list.
 using TourStep = void (*)(Tour&);
 const std::vector<TourStep>& tour_steps();
+
+void print_graph(Tour& tour);
+void print_sheet(Tour& tour);

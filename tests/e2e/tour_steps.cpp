@@ -126,6 +126,7 @@ void open(Tour& tour) {
 }  // namespace
 
 const std::vector<TourStep>& tour_steps() {
-  static const std::vector<TourStep> steps = {start, link, download, save, close, open};
+  static const std::vector<TourStep> steps = {start, link, download,    save,
+                                              close, open, print_graph, print_sheet};
   return steps;
 }

@@ -93,6 +93,7 @@ class TestPdf : public QObject {
   void graph();
   void sheet_data();
   void sheet();
+  void a_full_recording_stays_small();
   void an_unwritable_file();
   void queue_graph();
   void queue_sheet();
@@ -207,6 +208,23 @@ void TestPdf::sheet() {
     QVERIFY(ink_missing(preview.area->picture(), picture_of(pdf, page)) < 0.01);
   }
   QCOMPARE(number, 100);
+}
+
+// Noise over the whole frame is the most ink that there can be.
+void TestPdf::a_full_recording_stays_small() {
+  constexpr qint64 two_megabytes = 2'000'000;
+  fill_recording(User::recording, Recording::max_samples, 4);
+  for (int n = 0; n < Recording::max_samples; ++n) {
+    for (int c = 0; c < 4; ++c) {
+      User::recording.SampleValues(n, c) = static_cast<float>(10 * (c + 1) + n * 7919 % 2003 / 100);
+    }
+  }
+  User::PrintChannels = {1, 1, 1, 1, 1};
+  const QString pdf = folder_.filePath(QStringLiteral("full.pdf"));
+  printer_->print_to_file(pdf);
+  QVERIFY(frmGraphView(*shell_).print());
+  const qint64 size = QFile(pdf).size();
+  QVERIFY2(size > 0 && size < two_megabytes, qPrintable(QString::number(size)));
 }
 
 void TestPdf::an_unwritable_file() {
