@@ -143,7 +143,7 @@ void TestSession::waiting_costs_no_processor_time() {
   const double share = (processor_seconds() - before) * 1000.0 / double(timer.elapsed());
   QCOMPARE(main_->messages.shown, QStringList({"Warnning: Link Timeout!"}));
   QVERIFY(timer.elapsed() >= 3000);
-  QVERIFY2(timer.elapsed() < 3600, qPrintable(QString::number(timer.elapsed())));
+  QVERIFY2(timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
   // The sanitizers make everything about three times as dear.
   QVERIFY2(share < 0.1, qPrintable(QString::number(share)));
 }
