@@ -35,17 +35,17 @@ struct Settings {
   int readings = 0;      // in memory, all recording channels together
   int interval_s = 60;
   // The start that it reports; without one, that which makes the newest reading `elapsed_s` old.
-  std::optional<QDateTime> start;
+  std::optional<QDateTime> start = {};
   int elapsed_s = 0;
   bool running = true;
   bool wrap = false;
-  std::optional<int> delay_s;  // set: the start was delayed by so many seconds
+  std::optional<int> delay_s = {};  // set: the start was delayed by so many seconds
   int all_data = Memory::capacity;
   QString title = QStringLiteral("Demo");
   QString description = QStringLiteral("Recorder in software");
   double battery_volts = 3.0;
-  std::array<Limits, max_channels> limits;
-  std::vector<Fault> faults;
+  std::array<Limits, max_channels> limits = {};
+  std::vector<Fault> faults = {};
   Signal signal = demo_signal;
 };
 

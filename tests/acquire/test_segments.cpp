@@ -1,36 +1,21 @@
-#include <QTest>
-
+#include "acquire/block.h"
 #include "acquire/segments.h"
 #include "app/errors.h"
 #include "app/times.h"
 #include "support/runner.h"
 
-class TestSegments : public QObject {
-  Q_OBJECT
- private Q_SLOTS:
-  void memory_data();
-  void memory();
-  void segment_times_data();
-  void segment_times();
-  void chosen_samples_data();
-  void chosen_samples();
-  void three_channels_drift_no_second();
-  void kept_segments_are_bounded();
-};
-
 namespace {
 
 const QDateTime now(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
 
+// Of a recording begun at 2026-02-28 23:59:50.
 QByteArray properties(int flags, int readings, int interval, int delay = 0, int elapsed = 0) {
-  QByteArray answer(22, '\0');
+  QByteArray answer = hex("020012 00 0f 1a021c173b32") + QByteArray(11, '\0');
   const auto put = [&](int at, int value) {
     answer[at] = static_cast<char>(value % 256);
     answer[at + 1] = static_cast<char>(value / 256);
   };
   answer[3] = static_cast<char>(flags);
-  const char start[] = {26, 2, 28, 23, 59, 50};  // 2026-02-28 23:59:50
-  answer.replace(5, 6, start, 6);
   put(11, delay);
   put(13, interval - 1);
   put(17, elapsed);
@@ -38,108 +23,148 @@ QByteArray properties(int flags, int readings, int interval, int delay = 0, int 
   return answer;
 }
 
+// Reading r of a block (0 the newest) has the raw value 256 * r, so it reads r degrees.
+QByteArray block(int data_length, bool full = false) {
+  QByteArray answer(260, '\0');
+  answer[1] = full ? 1 : 0;
+  answer[2] = static_cast<char>(full ? 0 : data_length);
+  for (int r = 0; r < data_length / 2; ++r) answer[3 + 2 * r + 1] = static_cast<char>(r);
+  return answer;
+}
+
+float value(const DownloadedSamples& samples, int n, int slot = 0) {
+  return samples.values.at(static_cast<std::size_t>(n * Recording::channel_slots + slot));
+}
+
 }  // namespace
 
-void TestSegments::memory_data() {
-  QTest::addColumn<QByteArray>("answer");
-  QTest::addColumn<int>("channels");
-  QTest::addColumn<QString>("start");
-  QTest::addColumn<QString>("end");
-  QTest::addColumn<int>("samples");
-  QTest::addColumn<int>("segments");
-  const auto row = [](const char* name, const QByteArray& answer, int channels, const char* start,
-                      const char* end, int samples, int segments) {
-    QTest::newRow(name) << answer << channels << start << end << samples << segments;
+class TestSegments : public QObject {
+  Q_OBJECT
+
+  struct FullBlock {
+    const char* name;
+    int channels, wanted, position, first, stored, counted;
   };
-  row("one channel", properties(0x02, 200, 60), 1, "2026-02-28 23:59:50", "2026-03-01 03:19:50",
-      200, 2);
-  row("one second", properties(0, 256, 1), 2, "2026-02-28 23:59:50", "2026-03-01 00:01:58", 128, 2);
-  row("delay counts only with its flag", properties(0x02, 128, 1, 20), 1, "2026-02-28 23:59:50",
-      "2026-03-01 00:01:58", 128, 1);
-  row("delayed", properties(0x06, 128, 1, 20), 1, "2026-03-01 00:00:10", "2026-03-01 00:02:18", 128,
-      1);
-  row("wrap", properties(0x42, 1000, 10, 0, 7), 4, "2026-03-01 09:18:13", "2026-03-01 09:59:53",
-      250, 8);
-  row("wrap, at the bound", properties(0x40, 27500, 1), 1, "2026-03-01 02:21:40",
-      "2026-03-01 10:00:00", 27500, 215);
-  row("wrap, nearly full", properties(0x40, 27501, 1), 1, "2026-03-01 02:30:11",
-      "2026-03-01 10:00:00", 26989, 215);
-  row("three channels, tie to even", properties(0, 128, 3), 3, "2026-02-28 23:59:50",
-      "2026-03-01 00:01:58", 43, 1);
-  row("half a sample, tie to even", properties(0, 129, 2), 2, "2026-02-28 23:59:50",
-      "2026-03-01 00:01:59", 64, 2);
-}
 
-void TestSegments::memory() {
-  QFETCH(QByteArray, answer);
-  QFETCH(int, channels);
-  const MemoryMap memory = map_memory(answer, channels, now);
-  QTEST(stamp_text(whole_second(memory.start)), "start");
-  // The half second of the last row is a tie.
-  QTEST(stamp_text(memory.end), "end");
-  QTEST(memory.samples_wanted, "samples");
-  QTEST(memory.segment_count, "segments");
-  QVERIFY_THROWS_EXCEPTION(BoundsError, map_memory(answer.left(20), channels, now));
-}
+ private Q_SLOTS:
+  // Start, end, samples a channel, segments.
+  void memory() {
+    const auto mapped = [](int channels, const QByteArray& answer) {
+      const MemoryMap memory = map_memory(answer, channels, now);
+      return QStringLiteral("%1 %2 %3 %4")
+          .arg(stamp_text(whole_second(memory.start)).mid(5), stamp_text(memory.end).mid(5))
+          .arg(memory.samples_wanted)
+          .arg(memory.segment_count);
+    };
+    QCOMPARE(mapped(1, properties(0x02, 200, 60)), "02-28 23:59:50 03-01 03:19:50 200 2");
+    QCOMPARE(mapped(2, properties(0, 256, 1)), "02-28 23:59:50 03-01 00:01:58 128 2");
+    // A delay counts only with its flag.
+    QCOMPARE(mapped(1, properties(0x02, 128, 1, 20)), "02-28 23:59:50 03-01 00:01:58 128 1");
+    QCOMPARE(mapped(1, properties(0x06, 128, 1, 20)), "03-01 00:00:10 03-01 00:02:18 128 1");
+    // Wrapping: from the end, and less what is about to go.
+    QCOMPARE(mapped(4, properties(0x42, 1000, 10, 0, 7)), "03-01 09:18:13 03-01 09:59:53 250 8");
+    QCOMPARE(mapped(1, properties(0x40, 27500, 1)), "03-01 02:21:40 03-01 10:00:00 27500 215");
+    QCOMPARE(mapped(1, properties(0x40, 27521, 1)), "03-01 02:29:51 03-01 10:00:00 27009 216");
+    QCOMPARE(mapped(1, properties(0x40, 27501, 1)), "03-01 02:30:11 03-01 10:00:00 26989 215");
+    // Three channels, and half a sample: to even.
+    QCOMPARE(mapped(3, properties(0, 128, 3)), "02-28 23:59:50 03-01 00:01:58 43 1");
+    QCOMPARE(mapped(2, properties(0, 129, 2)), "02-28 23:59:50 03-01 00:01:59 64 2");
+    QVERIFY_THROWS_EXCEPTION(BoundsError, map_memory(properties(0, 1, 1).left(20), 1, now));
+    const MemoryMap full = map_memory(properties(0, 65535, 1), 1, now);
+    QCOMPARE(full.segment_count, 512);
+    QCOMPARE(int(full.segments.size()), max_segments);
+  }
 
-void TestSegments::segment_times_data() {
-  QTest::addColumn<int>("readings");
-  QTest::addColumn<int>("channels");
-  QTest::addColumn<QList<int>>("seconds");  // after the start: first and last of each segment
-  QTest::newRow("short oldest") << 200 << 1 << QList<int>{0, 710, 720, 1990};
-  QTest::newRow("all full") << 256 << 2 << QList<int>{0, 630, 640, 1270};
-  QTest::newRow("three channels") << 256 << 3 << QList<int>{0, 417, 427, 843};
-  QTest::newRow("three channels, short") << 130 << 3 << QList<int>{0, -3, 7, 423};
-}
+  // First and last second of each segment, counted from the start.
+  void segment_times() {
+    const auto seconds = [](int channels, int readings) {
+      const MemoryMap memory = map_memory(properties(0, readings, 10), channels, now);
+      QList<qint64> result;
+      for (const Segment& segment : memory.segments) {
+        for (const QDateTime& time : {segment.first, segment.last}) {
+          result << memory.start.secsTo(whole_second(time));
+        }
+      }
+      return result;
+    };
+    QCOMPARE(seconds(1, 200), QList<qint64>({0, 710, 720, 1990}));
+    QCOMPARE(seconds(2, 256), QList<qint64>({0, 630, 640, 1270}));
+    QCOMPARE(seconds(3, 256), QList<qint64>({0, 417, 427, 843}));
+    QCOMPARE(seconds(3, 130), QList<qint64>({0, -3, 7, 423}));
+    QCOMPARE(seconds(3, 250 * 128).at(2 * 249), 249 * 1280 / 3);  // no drift
+  }
 
-void TestSegments::segment_times() {
-  QFETCH(int, readings);
-  QFETCH(int, channels);
-  const MemoryMap memory = map_memory(properties(0, readings, 10), channels, now);
-  QList<int> seconds;
-  for (const Segment& segment : memory.segments) {
-    for (const QDateTime& time : {segment.first, segment.last}) {
-      seconds << static_cast<int>(memory.start.secsTo(whole_second(time)));
+  void chosen_samples() {
+    const auto samples = [](int channels, int first, int last) {
+      return samples_in(map_memory(properties(0, 1000, 1), channels, now), first, last);
+    };
+    QCOMPARE(samples(1, 0, 7), 1000);
+    QCOMPARE(samples(1, 0, 0), 104);
+    QCOMPARE(samples(1, 0, 6), 872);
+    QCOMPARE(samples(1, 2, 4), 384);
+    QCOMPARE(samples(4, 7, 7), 32);
+    QCOMPARE(samples(3, 3, 4), 85);
+    QCOMPARE(samples(3, 0, 5), 248);
+  }
+
+  void full_blocks_data() {
+    add_rows<FullBlock>({{"one channel", 1, 128, 0, 0, 128, 128},
+                         {"two channels, second block", 2, 200, 1, 72, 64, 64},
+                         {"three channels store 42 and count 43", 3, 128, 0, 85, 42, 43},
+                         {"three channels, second block", 3, 128, 1, 43, 42, 43},
+                         {"four channels", 4, 32, 0, 0, 32, 32},
+                         {"cut at the beginning", 1, 100, 0, -28, 128, 128},
+                         {"cut at the end", 1, 30100, 0, 29972, 128, 128}});
+  }
+  // The first sample in time stands last in the block, its channels in slot order.
+  void full_blocks() {
+    QFETCH(FullBlock, row);
+    DownloadedSamples samples;
+    place_block(block(256, true), {row.channels, 60, row.wanted, row.position, now}, samples);
+    QCOMPARE(samples.count, row.counted);
+    for (int n = 0; n < Recording::max_samples; ++n) {
+      const int j = n - row.first;
+      const bool stored = j >= 0 && j < row.stored;
+      QCOMPARE(samples.times.at(std::size_t(n)), stored ? stamp_text(now.addSecs(60 * j)) : "");
+      for (int slot = 0; stored && slot < row.channels; ++slot) {
+        QCOMPARE(value(samples, n, slot), float(128 - row.channels * (j + 1) + slot));
+      }
     }
   }
-  QTEST(seconds, "seconds");
-}
 
-void TestSegments::chosen_samples_data() {
-  QTest::addColumn<int>("channels");
-  QTest::addColumn<int>("first");
-  QTest::addColumn<int>("last");
-  QTest::addColumn<int>("samples");
-  QTest::newRow("everything") << 1 << 0 << 7 << 1000;
-  QTest::newRow("oldest only") << 1 << 0 << 0 << 104;
-  QTest::newRow("without the newest") << 1 << 0 << 6 << 872;
-  QTest::newRow("middle") << 1 << 2 << 4 << 384;
-  QTest::newRow("newest") << 4 << 7 << 7 << 32;
-  QTest::newRow("three channels, two") << 3 << 3 << 4 << 85;
-  QTest::newRow("three channels, all but two") << 3 << 0 << 5 << 248;
-}
+  void short_blocks() {
+    DownloadedSamples samples;
+    // 72 readings of 2 channels; one full block of 64 samples is newer.
+    place_block(block(144), {2, 1, 100, 1, now}, samples);
+    QCOMPARE(samples.count, 36);
+    QCOMPARE(samples.times[0], stamp_text(now));
+    QCOMPARE(value(samples, 0, 0) * 100 + value(samples, 0, 1), 7071.0F);
+    QCOMPARE(value(samples, 35, 0) * 100 + value(samples, 35, 1), 1.0F);
+    QVERIFY(samples.times[36].isEmpty());
+    // A length that lies is harmless.
+    for (const int length : {1, 255}) {
+      QByteArray answer = block(length);
+      place_block(answer, {4, 1, 31, 0, now}, samples);
+      place_block(answer.left(20), {1, 1, 0, 1, now}, samples);
+    }
+    QVERIFY_THROWS_EXCEPTION(BoundsError, place_block("12", {1, 1, 1, 0, now}, samples));
+  }
 
-void TestSegments::chosen_samples() {
-  QFETCH(int, channels);
-  QFETCH(int, first);
-  QFETCH(int, last);
-  const MemoryMap memory = map_memory(properties(0, 1000, 1), channels, now);
-  QTEST(samples_in(memory, first, last), "samples");
-}
+  void values() {
+    const auto decoded = [](const char* raw) {
+      DownloadedSamples samples;
+      place_block(block(2).replace(3, 2, hex(raw)), {1, 1, 1, 0, now}, samples);
+      return value(samples, 0);
+    };
+    QCOMPARE(decoded("8001"), 1.5F);
+    QCOMPARE(decoded("0080"), 128.0F);  // not -128: only what lies beyond is negative
+    QCOMPARE(decoded("0180"), -128.0F);
+    QCOMPARE(decoded("ffff"), 0.0F);
+    QCOMPARE(decoded("2000"), 0.13F);
+    QCOMPARE(decoded("e0ff"), -0.13F);
+  }
+};
 
-void TestSegments::three_channels_drift_no_second() {
-  const MemoryMap memory = map_memory(properties(0, 250 * 128, 3), 3, now);
-  QCOMPARE(memory.start.secsTo(memory.segments.back().first), 249 * 128);
-}
-
-void TestSegments::kept_segments_are_bounded() {
-  const MemoryMap memory = map_memory(properties(0, 65535, 1), 1, now);
-  QCOMPARE(memory.segment_count, 512);
-  QCOMPARE(int(memory.segments.size()), max_segments);
-}
-
-namespace {
 const int registered = register_test<TestSegments>();
-}
 
 #include "test_segments.moc"

@@ -1,7 +1,6 @@
 // A main window that only writes down what handlers do with it.
 #pragma once
 
-#include <QString>
 #include <QStringList>
 
 #include <array>
@@ -13,7 +12,9 @@
 
 class FakeShell final : public Shell {
  public:
-  FakeShell();
+  FakeShell() {
+    scripted_messages.meanwhile = [this] { note("box ", scripted_messages.shown.constLast()); };
+  }
 
   ScriptedClock scripted_clock;
   ScriptedPort scripted_port;
@@ -50,16 +51,47 @@ class FakeShell final : public Shell {
   FileDialog& CommonDialog1() override { return scripted_dialog; }
   Printer& printer() override { return real_printer ? *real_printer : scripted_printer; }
   QWidget* window() override { return parent_window; }
-  void set_panel(int panel, const QString& text) override;
-  void set_progress(int value, const QString& text) override;
-  void enable_data_commands(bool enabled) override;
-  void set_linked_commands(bool linked_now) override;
+  void set_panel(int panel, const QString& text) override {
+    note(QStringLiteral("panel %1: ").arg(panel), text);
+    panels.at(static_cast<std::size_t>(panel)) = text;
+  }
+  void set_progress(int value, const QString& text) override {
+    note(QStringLiteral("progress %1: ").arg(value), text);
+    progress = value;
+    progress_text = text;
+  }
+  void enable_data_commands(bool enabled) override {
+    note("data commands ", enabled ? "on" : "off");
+    data_commands = enabled;
+  }
+  void set_linked_commands(bool linked_now) override {
+    note("linked commands ", linked_now ? "on" : "off");
+    linked = linked_now;
+  }
   frmrealtime* loaded_realtime() override { return realtime_window; }
-  frmrealtime* realtime() override;
-  void show_realtime() override;
-  void unload_realtime() override;
+  frmrealtime* realtime() override {
+    if (!realtime_window && make_realtime) realtime_window = make_realtime();
+    return realtime_window;
+  }
+  void show_realtime() override {
+    note("show realtime");
+    realtime();
+  }
+  void unload_realtime() override {
+    note("unload realtime");
+    realtime_window = nullptr;
+  }
   frmdisplay* loaded_display() override { return display_window; }
-  void show_display() override;
-  void unload_display() override;
+  void show_display() override {
+    note("show display");
+    if (!display_window && make_display) display_window = make_display();
+  }
+  void unload_display() override {
+    note("unload display");
+    display_window = nullptr;
+  }
   bool shutting_down() const override { return is_shutting_down; }
+
+ private:
+  void note(const QString& what, const QString& text = {}) { log << what + text; }
 };

@@ -1,8 +1,8 @@
 #include "support/runner.h"
 
 #include <QApplication>
-#include <QTest>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -19,23 +19,20 @@ int add_test_object(std::function<std::unique_ptr<QObject>()> make) {
   return static_cast<int>(makers().size());
 }
 
-// With test function names as arguments ("name" or "name:row") only the classes that have them run.
+// Of the classes those run that have all the test functions named as arguments ("name" or
+// "name:row").
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
+  const QStringList arguments = application.arguments();
   int failures = makers().empty() ? 1 : 0;
   for (const auto& make : makers()) {
     const auto test = make();
-    QStringList arguments = {application.arguments().constFirst()};
-    bool named = false;
-    bool wanted = false;
-    for (const QString& argument : application.arguments().mid(1)) {
+    const auto unknown = [&test](const QString& argument) {
       const QByteArray slot = argument.section(u':', 0, 0).toLatin1() + "()";
-      const bool has = test->metaObject()->indexOfSlot(slot.constData()) >= 0;
-      named = named || !argument.startsWith(u'-');
-      wanted = wanted || has;
-      if (has || argument.startsWith(u'-')) arguments << argument;
-    }
-    if (!named || wanted) failures += QTest::qExec(test.get(), arguments);
+      return !argument.startsWith(u'-') && test->metaObject()->indexOfSlot(slot) < 0;
+    };
+    if (std::any_of(arguments.begin() + 1, arguments.end(), unknown)) continue;
+    failures += QTest::qExec(test.get(), arguments);
   }
   return failures == 0 ? 0 : 1;
 }

@@ -1,9 +1,12 @@
-// Collects the test classes of one folder and runs them one after the other.
+// What every test file needs: collects the test classes of one folder and runs them one after the
+// other; data rows in a line each.
 #pragma once
 
 #include <QObject>
+#include <QTest>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 
 int add_test_object(std::function<std::unique_ptr<QObject>()> make);
@@ -12,4 +15,17 @@ int add_test_object(std::function<std::unique_ptr<QObject>()> make);
 template <class Test>
 int register_test() {
   return add_test_object([] { return std::make_unique<Test>(); });
+}
+
+// In a test's _data() function: structs with a member `name`, which the test takes one by one with
+// QFETCH(Row, row).
+template <class Row>
+void add_rows(std::initializer_list<Row> rows) {
+  QTest::addColumn<Row>("row");
+  for (const Row& row : rows) QTest::newRow(row.name) << row;
+}
+
+// "00 1f" as bytes.
+inline QByteArray hex(const QByteArray& digits) {
+  return QByteArray::fromHex(digits);
 }

@@ -8,21 +8,42 @@
 // Starts it with the options given; the destructor ends it as a user would, by SIGTERM.
 class SimulatorProcess {
  public:
-  explicit SimulatorProcess(const QStringList& options);
-  ~SimulatorProcess();
+  explicit SimulatorProcess(const QStringList& options) {
+    process_.start(QStringLiteral(CORVANE_SIMULATOR), options);
+  }
+  ~SimulatorProcess() {
+    if (process_.state() != QProcess::NotRunning) stop();
+  }
 
   // Waits until the device and its links stand; false when it ends instead.
-  bool wait_ready();
+  bool wait_ready() {
+    while (process_.canReadLine() || process_.waitForReadyRead(patience_ms)) {
+      const QString line = QString::fromLocal8Bit(process_.readLine()).trimmed();
+      if (line.startsWith(u"device ")) device_ = line.mid(7);
+      if (line == u"ready") return true;
+    }
+    return false;
+  }
   // Its pseudo-terminal, once it is ready.
   QString device() const { return device_; }
 
   // Waits until it has ended by itself; its exit code, or -1 when it crashed or still runs.
-  int wait_end();
+  int wait_end() {
+    const bool ended =
+        process_.state() == QProcess::NotRunning || process_.waitForFinished(patience_ms);
+    return ended && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+  }
   // Ends it by SIGTERM and gives what wait_end() does.
-  int stop();
-  QString errors();
+  int stop() {
+    process_.terminate();
+    return wait_end();
+  }
+  QString errors() { return QString::fromLocal8Bit(process_.readAllStandardError()); }
 
  private:
+  // Starts and ends take milliseconds; this is for a computer busy with other tests.
+  static constexpr int patience_ms = 20'000;
+
   QProcess process_;
   QString device_;
 };
