@@ -4,7 +4,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QMessageBox>
+#include <QTreeView>
 
 namespace {
 
@@ -40,6 +42,19 @@ bool WindowMessageBox::ask(const QString& text, const QString& caption) {
   return run(parent_, text, caption, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
+namespace {
+
+// Room for whole sizes and dates, and what is left for the names.
+void lay_out(QFileDialog& dialog) {
+  dialog.resize(760, 480);
+  auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (!list) return;
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
+}  // namespace
+
 void WindowFileDialog::show(Purpose purpose) {
   // A remembered folder that is gone would be taken for the name of a file.
   QFileDialog dialog(parent_, title, QFileInfo(folder_).isDir() ? folder_ : QString());
@@ -54,6 +69,7 @@ void WindowFileDialog::show(Purpose purpose) {
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(filter_index - 1));
   if (!file_name.isEmpty()) dialog.selectFile(file_name);
+  lay_out(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
   // Without "." and ".." on the way, whose dots would count when the name is cut at its first one.
   file_name = QDir::cleanPath(dialog.selectedFiles().constFirst());
