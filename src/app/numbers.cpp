@@ -92,7 +92,8 @@ char* write_shortest_float(char* out, float value) {
   const float magnitude = std::fabs(value);
   if (magnitude < all_hundredths_differ) {
     const float scaled = magnitude * 100.0F;
-    const auto hundredths = static_cast<unsigned>(scaled + 0.5F);
+    const auto hundredths =
+        static_cast<unsigned>(scaled + 0.5F);  // NOLINT: faster than lround, and checked below
     const auto rounded = static_cast<float>(hundredths);
     // The first comparison only saves most other values the division.
     if (std::fabs(scaled - rounded) <= scaled * 2.4e-7F && rounded / 100.0F == magnitude &&

@@ -36,7 +36,7 @@ QString choose_file_to_open(Shell& shell, const QString& filter, const QString& 
 
 QString choose_file_to_save(Shell& shell, const QString& filter, const QString& title) {
   for (;;) {
-    const QString name = choose(shell, filter, title, FileDialog::Purpose::save);
+    QString name = choose(shell, filter, title, FileDialog::Purpose::save);
     if (name.isEmpty() || !file_exists(name) ||
         shell.messages().ask(QStringLiteral("File Exists ，Overwrite?"))) {
       return name;

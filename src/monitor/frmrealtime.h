@@ -20,9 +20,9 @@
 
 #include "app/child_window.h"
 #include "app/interval_timer.h"
-#include "app/picture_box.h"
 #include "monitor/live_monitor.h"
 #include "monitor/live_view.h"
+#include "views/graph_surface.h"
 
 class QLayout;
 class Shell;
@@ -44,6 +44,9 @@ class frmrealtime : public ChildWindow {
 
   // Draws the live graph afresh, at the place where the slider stands.
   void RedrawGraph();
+
+  // The display limits of the historical graph; this window's graph keeps its fixed scale.
+  void ShowDisplayLimits();
 
   // Leaves the live sheet with its header alone; the buffer and the alarms stay.
   void clear_live_sheet();
@@ -77,7 +80,7 @@ class frmrealtime : public ChildWindow {
 
   // The live tabs: graph, live sheet, alarm sheet.
   QTabWidget* SSTab3;
-  PictureBox* Pic1;
+  GraphSurface* Pic1;
   std::array<QFrame*, 4> Line1{};  // legend, a line a channel
   std::array<QLabel*, 4> Label3{};
   QFrame* Line2;   // cursor
@@ -93,11 +96,12 @@ class frmrealtime : public ChildWindow {
   // The polling timer.
   IntervalTimer* Timer1;
 
-  const LiveMonitor& live() const { return live_; }
+  LiveMonitor& live() { return live_; }
   const LiveView& view() const { return view_; }
 
  protected:
   void Form_Unload() override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void build();
@@ -116,7 +120,8 @@ class frmrealtime : public ChildWindow {
   void Command4_Click();
   void Timer1_Timer();
   void cmd_Click(int index);
-  void Pic1_MouseDown(double x);
+  void Pic1_MouseDown(float x);
+  void Pic1_KeyDown(CursorStep step);
 
   // A request, three times if need be. False when nobody answers, or when the window has been
   // unloaded meanwhile.
@@ -140,9 +145,9 @@ class frmrealtime : public ChildWindow {
   std::array<AlarmLimits, 4> typed_limits() const;
   void show_readings();
   static void show_alarm(QLabel& label, bool alarmed);
-  void draw_graph(QImage& image) const;
+  std::optional<int> cursor_slot() const;
   void place_cursor();
-  void place_cursor_label(QLabel& label, double cursor, double graph_width) const;
+  void place_cursor_label(QLabel& label, double cursor) const;
   bool left(const Handler& running) const;
 
   Shell& shell_;

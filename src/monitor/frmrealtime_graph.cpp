@@ -1,7 +1,10 @@
 // The live graph of the Real-time Data window and its cursor.
+#include <QEvent>
+
 #include <cmath>
 
-#include "app/twips.h"
+#include "app/shell.h"
+#include "monitor/Frmwarn.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/live_graph.h"
 
@@ -17,13 +20,19 @@ void frmrealtime::RedrawGraph() {
   const auto last = view_.last_reading(live_.buffer.LiveCount());
   Label1->setText(last ? live_.buffer.LiveTimes(view_.FirstShown) : QString());
   Label2->setText(last ? live_.buffer.LiveTimes(*last) : QString());
-  Pic1->redraw();
+  take_live_curves(Pic1->new_curves(), live_.buffer, view_, live_.channels().count);
   place_cursor();
 }
 
-void frmrealtime::draw_graph(QImage& image) const {
-  draw_live_graph(image, Pic1->device_dpi(), live_.buffer, view_, live_.channels().count,
-                  {palette().color(QPalette::Base), palette().color(QPalette::Midlight)});
+void frmrealtime::ShowDisplayLimits() {
+  const Handler running(*this);
+  Frmwarn(shell_.messages(), shell_.window()).exec();
+  if (!left(running)) RedrawGraph();
+}
+
+bool frmrealtime::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == Pic1 && event->type() == QEvent::Resize) place_cursor();
+  return ChildWindow::eventFilter(watched, event);
 }
 
 void frmrealtime::cmd_Click(int index) {
@@ -31,38 +40,54 @@ void frmrealtime::cmd_Click(int index) {
   RedrawGraph();
 }
 
-void frmrealtime::Pic1_MouseDown(double x) {
-  const auto reading = view_.nearest(x, Pic1->width() - 1, live_.buffer.LiveCount());
+void frmrealtime::Pic1_MouseDown(float x) {
+  const auto reading = view_.nearest(x, Pic1->twips_width(), live_.buffer.LiveCount());
   if (!reading) return;
   cursor_ = live_.buffer.dropped() + view_.FirstShown + *reading;
   place_cursor();
 }
 
+// From the newest reading shown, where there is no cursor yet.
+void frmrealtime::Pic1_KeyDown(CursorStep step) {
+  const auto last = view_.last_reading(live_.buffer.LiveCount());
+  if (!last) return;
+  const int from = cursor_slot().value_or(*last) - view_.FirstShown;
+  const int to = stepped(step, from, view_.Span);
+  cursor_ = live_.buffer.dropped() + std::min(view_.FirstShown + to, *last);
+  place_cursor();
+}
+
+// The slot of the reading at the cursor, where it is in sight.
+std::optional<int> frmrealtime::cursor_slot() const {
+  const auto last = view_.last_reading(live_.buffer.LiveCount());
+  if (!last || !cursor_) return std::nullopt;
+  const std::int64_t slot = *cursor_ - live_.buffer.dropped();
+  if (slot < view_.FirstShown || slot > *last) return std::nullopt;
+  return static_cast<int>(slot);
+}
+
 // The cursor stays on its reading: it moves with the graph, and out of sight with it.
 void frmrealtime::place_cursor() {
-  const auto last = view_.last_reading(live_.buffer.LiveCount());
-  const std::int64_t slot = cursor_ ? *cursor_ - live_.buffer.dropped() : -1;
-  const bool shown = last && slot >= view_.FirstShown && slot <= *last;
+  const auto slot = cursor_slot();
   for (QWidget* part : std::initializer_list<QWidget*>{Line2, Label5, Label7}) {
-    part->setVisible(shown);
+    part->setVisible(slot.has_value());
   }
-  if (!shown) return;
-  const int width = Pic1->width() - 1;
-  const double x = view_.place_of(static_cast<int>(slot) - view_.FirstShown, width);
-  Line2->setGeometry(static_cast<int>(std::lround(x)), 0, 1, Pic1->height());
-  Label5->setText(live_.buffer.LiveTimes(static_cast<int>(slot)));
-  Label7->setText(reading_text(live_.buffer.reading(static_cast<int>(slot)), live_.channels()));
-  place_cursor_label(*Label7, x, width);
-  place_cursor_label(*Label5, x, width);
+  if (!slot) return;
+  const double x = view_.place_of(*slot - view_.FirstShown, Pic1->twips_width());
+  Line2->setGeometry(Pic1->pixel(static_cast<float>(x)), 0, 1, Pic1->height());
+  Label5->setText(live_.buffer.LiveTimes(*slot));
+  Label7->setText(reading_text(live_.buffer.reading(*slot), live_.channels()));
+  Pic1->setAccessibleDescription(Label5->text() + u'\n' + Label7->text());
+  place_cursor_label(*Label7, x);
+  place_cursor_label(*Label5, x);
   Label5->move(Label5->x(), Pic1->height() - Label5->height() - Label7->y());
 }
 
 // No wider than what it is moved by at the graph's right edge, so that it stays whole there.
-void frmrealtime::place_cursor_label(QLabel& label, double cursor, double graph_width) const {
-  const double dpi = logicalDpiX();
-  const int width = static_cast<int>(pixels_of_twips(cursor_label_twips, dpi));
+void frmrealtime::place_cursor_label(QLabel& label, double cursor) const {
+  const int width = static_cast<int>(cursor_label_twips / twips_per_pixel);
   label.resize(width, label.heightForWidth(width));
-  const double left = cursor_label_left(twips_of_pixels(cursor, dpi), twips_of_pixels(width, dpi),
-                                        twips_of_pixels(graph_width, dpi));
-  label.move(static_cast<int>(std::lround(pixels_of_twips(left, dpi))), cursor_label_margin);
+  const double left = cursor_label_left(cursor, cursor_label_twips, Pic1->twips_width());
+  const long beside = std::lround((left - cursor) / twips_per_pixel);
+  label.move(Line2->x() + static_cast<int>(beside), cursor_label_margin);
 }

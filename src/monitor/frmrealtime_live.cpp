@@ -6,7 +6,6 @@
 #include "app/program_folder.h"
 #include "app/shell.h"
 #include "app/times.h"
-#include "app/twips.h"
 #include "app/user.h"
 #include "device/packet.h"
 #include "monitor/automatic_save.h"
@@ -15,13 +14,12 @@
 namespace {
 
 constexpr Packet::Retries live_retries = {.tries = 3, .pause = 10};
-constexpr double time_column_twips = 2000;
+constexpr int time_column_twips = 2000;
 
 // Wider than laid out where the locale's times need it.
 int time_column_width(const QTableView& sheet, const QString& time) {
-  const int laid_out = static_cast<int>(pixels_of_twips(time_column_twips, sheet.logicalDpiX()));
   const int needed = sheet.fontMetrics().horizontalAdvance(time) + sheet.fontMetrics().height();
-  return std::max(laid_out, needed);
+  return std::max(time_column_twips / twips_per_pixel, needed);
 }
 
 }  // namespace
@@ -64,7 +62,7 @@ std::array<AlarmLimits, 4> frmrealtime::typed_limits() const {
 
 void frmrealtime::save_automatically() const {
   const QString path = program_folder() + u'/' + automatic_save_name(shell_.clock().now());
-  const QString recorder_name = User::DeviceTable.text(0, User::RecorderType);
+  const QString& recorder_name = User::DeviceTable.text(0, User::RecorderType);
   save_live_buffer(path, {Text6->text(), recorder_name, live_.channels()}, live_.buffer);
 }
 

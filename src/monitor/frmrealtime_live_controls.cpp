@@ -9,6 +9,7 @@
 #include "monitor/following_table.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/live_graph.h"
+#include "views/copy_selection.h"
 
 namespace {
 
@@ -31,6 +32,7 @@ FollowingTable* sheet(const char* name, const char* caption, QAbstractItemModel&
   auto* table = new FollowingTable(model, parent);
   table->setObjectName(QLatin1String(name));
   table->setAccessibleName(QLatin1String(caption));
+  copy_selection_on_request(*table);
   return table;
 }
 
@@ -79,11 +81,14 @@ QTabWidget* frmrealtime::build_live_tabs() {
 
 QWidget* frmrealtime::build_graph_page() {
   auto* page = new QWidget(SSTab3);
-  Pic1 = new PictureBox([this](QImage& image) { draw_graph(image); }, page);
+  Pic1 = new GraphSurface(page);
   Pic1->setObjectName(QStringLiteral("Pic1"));
+  Pic1->setAccessibleName(QStringLiteral("Live graph"));
   Pic1->setMinimumHeight(80);
-  connect(Pic1, &PictureBox::mouse_down, this, &frmrealtime::Pic1_MouseDown);
-  connect(Pic1, &PictureBox::resized, this, &frmrealtime::place_cursor);
+  Pic1->installEventFilter(this);
+  connect(Pic1, &GraphSurface::MouseDown, this, &frmrealtime::Pic1_MouseDown);
+  connect(Pic1, &GraphSurface::cursor_step, this, &frmrealtime::Pic1_KeyDown);
+  connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
   build_cursor();
 
   Label1 = text_label(QStringLiteral("Label1"), page);
@@ -123,9 +128,11 @@ QLayout* frmrealtime::build_legend(QWidget* page) {
     const auto channel = static_cast<std::size_t>(c);
     auto* line = new QFrame(page);
     line->setObjectName(element("Line1", c));
-    line->setFixedSize(24, 3);
+    line->setFixedSize(24, 5);
+    line->setFrameShape(QFrame::Box);
     QPalette colours;
-    colours.setColor(QPalette::Window, live_curve_colours[channel]);
+    colours.setColor(QPalette::Window, QColor(curve_colours[channel]));
+    colours.setColor(QPalette::WindowText, QColor(curve_colours[channel]).darker());
     line->setPalette(colours);
     line->setAutoFillBackground(true);
     Line1[channel] = line;
@@ -152,9 +159,8 @@ QWidget* frmrealtime::build_scale(QWidget* page) {
   auto* scale = new QWidget(page);
   auto* column = new QVBoxLayout(scale);
   column->setContentsMargins(0, 0, 0, 0);
-  constexpr int lines_per_label = 4;
-  constexpr double step = (live_graph_high - live_graph_low) / live_graph_cells * lines_per_label;
-  for (double value = live_graph_high; value >= live_graph_low; value -= step) {
+  constexpr float step = (live_graph_high - live_graph_low) / 4;
+  for (float value = live_graph_high; value >= live_graph_low; value -= step) {
     auto* label = new QLabel(QString::number(value), scale);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     if (value < live_graph_high) column->addStretch();

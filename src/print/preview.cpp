@@ -49,7 +49,8 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
          screen.height() * 9 / 10);
 }
 
-QPushButton* Preview::add_button(const QString& name, const QString& caption, QKeySequence key) {
+QPushButton* Preview::add_button(const QString& name, const QString& caption,
+                                 const QKeySequence& key) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
   button->setAutoDefault(false);

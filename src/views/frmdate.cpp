@@ -16,7 +16,7 @@ namespace {
 
 // The time of a sample's stamp. Throws where there is no sample or its stamp has another form.
 QDateTime sample_time(std::int64_t sample) {
-  const QDateTime time = stamp_time(User::recording.SampleTimes(sample));
+  QDateTime time = stamp_time(User::recording.SampleTimes(sample));
   if (!time.isValid()) throw ConversionError("not a time stamp");
   return time;
 }

@@ -62,9 +62,9 @@ PictureSize picture_size(QSize logical, double device_pixel_ratio) {
           .ratio = device_pixel_ratio};
 }
 
-std::vector<int> sample_columns(int samples, const PictureSize& size) {
+std::vector<int> sample_columns(int samples, const PictureSize& size, int span) {
   std::vector<int> columns(static_cast<std::size_t>(samples));
-  const double last = samples - 1.0;
+  const double last = std::max(samples, span) - 1.0;
   const float across = pixels_per_twip(size.pixels.width(), size.width);
   for (int i = 0; i < samples; ++i) {
     columns[static_cast<std::size_t>(i)] = whole_pixel(sample_x(i, last, size.width), across);
@@ -104,9 +104,11 @@ void GraphPicture::draw(QImage& image, const PictureSize& size, QRgb background)
     image.fill(background);
     return;
   }
-  const bool same_columns =
-      size_ == size && columns_.size() == static_cast<std::size_t>(curves_.samples());
-  if (!same_columns) columns_ = sample_columns(curves_.samples(), size);
+  const bool same_columns = size_ == size &&
+                            columns_.size() == static_cast<std::size_t>(curves_.samples()) &&
+                            columns_span_ == curves_.span;
+  if (!same_columns) columns_ = sample_columns(curves_.samples(), size, curves_.span);
+  columns_span_ = curves_.span;
   if (size_ != size || background_ != background || grid_.isNull()) {
     grid_ = QImage(size.pixels, QImage::Format_RGB32);
     draw_grid(grid_, size, background);

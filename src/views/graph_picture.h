@@ -27,6 +27,9 @@ struct GraphCurves {
     float low = 0;
   };
   std::vector<Channel> channels;
+  // The samples that the picture's width is for. Where there are fewer, its right part stays empty;
+  // there being more, it is for them.
+  int span = 0;
 
   int samples() const;
 
@@ -59,8 +62,9 @@ inline int whole_pixel(float twips, float pixels_per_twip) {
   return towards_zero - static_cast<int>(place < static_cast<float>(towards_zero));
 }
 
-// The pixel column of each sample of a view. The picture's edges are its first and last column.
-std::vector<int> sample_columns(int samples, const PictureSize& size);
+// The pixel column of each of the first `samples` samples of a view of `span` samples, or of as
+// many where that is more. The picture's edges are the view's first and last column.
+std::vector<int> sample_columns(int samples, const PictureSize& size, int span = 0);
 
 // The pixel row of a value of one channel. The picture's edges are its first and last row; values
 // outside the scale keep their places outside, up to a million pixels away.
@@ -104,6 +108,7 @@ class GraphPicture {
   GraphCurves curves_;
   bool has_curves_ = false;
   std::vector<int> columns_;
+  int columns_span_ = 0;
   QImage grid_;
   PictureSize size_;
   QRgb background_ = 0;

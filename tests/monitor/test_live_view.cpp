@@ -1,10 +1,10 @@
-#include <QPainter>
 #include <QTest>
 
 #include "monitor/live_buffer.h"
 #include "monitor/live_graph.h"
 #include "monitor/live_view.h"
 #include "support/runner.h"
+#include "views/graph_picture.h"
 
 class TestLiveView : public QObject {
   Q_OBJECT
@@ -15,7 +15,8 @@ class TestLiveView : public QObject {
   void nearest_data();
   void nearest();
   void cursor_labels();
-  void grid_and_scale();
+  void fixed_scale();
+  void only_readings_that_exist();
   void channels_lie_side_by_side();
 };
 
@@ -23,11 +24,12 @@ namespace {
 
 constexpr int width = 321;
 constexpr int height = 161;
-const LiveGraphColours colours = {Qt::white, QColor(200, 200, 200)};
 
-QImage drawn(const LiveBuffer& buffer, const LiveView& view, int channels, double dpi = 96) {
+QImage drawn(const LiveBuffer& buffer, const LiveView& view, int channels) {
+  GraphPicture picture;
+  take_live_curves(picture.new_curves(), buffer, view, channels);
   QImage image(width, height, QImage::Format_RGB32);
-  draw_live_graph(image, dpi, buffer, view, channels, colours);
+  picture.draw(image, picture_size(image.size(), 1), qRgb(255, 255, 255));
   return image;
 }
 
@@ -118,39 +120,38 @@ void TestLiveView::cursor_labels() {
   QCOMPARE(cursor_label_left(3971, 1000, 5000), 3971 - 1417.5);
 }
 
-// 16 x 16 cells whose outer lines lie on the picture's edges; -40 at the bottom, 120 at the top.
-void TestLiveView::grid_and_scale() {
+// -40 lies at the bottom, 120 at the top.
+void TestLiveView::fixed_scale() {
   LiveView view;
-  const QImage grid = drawn({}, view, 4);
-  int lines = 0;
-  for (int x = 0; x < width; ++x) lines += grid.pixelColor(x, 5) == colours.grid;
-  QCOMPARE(lines, 17);
-  QVERIFY(grid.pixelColor(0, 5) == colours.grid && grid.pixelColor(width - 1, 5) == colours.grid);
-  lines = 0;
-  for (int y = 0; y < height; ++y) lines += grid.pixelColor(5, y) == colours.grid;
-  QCOMPARE(lines, 17);
-
   view.Span = 5;
   for (const auto& [value, y] : {std::pair(120.0F, 0), {40.0F, 80}, {-40.0F, 160}}) {
     const QImage image = drawn(filled(5, {value}), view, 1);
-    for (int x = 1; x < width - 1; ++x) QCOMPARE(image.pixelColor(x, y), live_curve_colours[0]);
-  }
-  // Two of the span's five readings: a quarter of the width.
-  const QImage part = drawn(filled(2, {35.0F}), view, 1);
-  for (int x = 0; x < width; ++x) {
-    QCOMPARE(part.pixelColor(x, 85) == live_curve_colours[0], x <= (width - 1) / 4);
+    for (int x = 0; x < width; ++x) QCOMPARE(image.pixel(x, y), curve_colours[0]);
   }
 }
 
-// Three twips at 4800 dots an inch are ten dots.
+void TestLiveView::only_readings_that_exist() {
+  for (const int span : {5, 101, 641, 6401}) {
+    LiveView view;
+    view.Span = span;
+    const int readings = span / 4 + 1;
+    const QImage image = drawn(filled(readings, {35, -20}), view, 2);
+    for (int x = 0; x < width; ++x) {
+      QCOMPARE(image.pixel(x, 85) == curve_colours[0], x <= (width - 1) / 4);
+      QCOMPARE(image.pixel(x, 140) == curve_colours[1], x <= (width - 1) / 4);
+    }
+  }
+  LiveView view;
+  QCOMPARE(drawn({}, view, 4), drawn(filled(1, {35}), view, 1));
+}
+
+// The first three of four equal curves are under the last, which 9 twips move down by a pixel.
 void TestLiveView::channels_lie_side_by_side() {
   LiveView view;
   view.Span = 5;
-  const QImage image = drawn(filled(5, {40, 40, 40, 40}), view, 3, 4800);
-  for (int c = 0; c < 3; ++c) {
-    QCOMPARE(image.pixelColor(100, 80 + 10 * c), live_curve_colours[static_cast<std::size_t>(c)]);
-  }
-  QVERIFY(image.pixelColor(105, 110) == colours.grid || image.pixelColor(105, 110) == Qt::white);
+  const QImage image = drawn(filled(5, {35, 35, 35, 35}), view, 4);
+  QCOMPARE(image.pixel(100, 85), curve_colours[2]);
+  QCOMPARE(image.pixel(100, 86), curve_colours[3]);
 }
 
 namespace {
