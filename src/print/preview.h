@@ -23,7 +23,8 @@ class Preview : public QDialog {
   explicit Preview(Shell& shell);
 
   // A button at the right end of the row, `key` its shortcut.
-  QPushButton* add_button(const QString& name, const QString& caption, QKeySequence key = {});
+  QPushButton* add_button(const QString& name, const QString& caption,
+                          const QKeySequence& key = {});
   // Print and Quit, which every preview ends its row with.
   void add_print_and_quit();
   QHBoxLayout* row() const { return row_; }
