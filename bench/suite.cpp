@@ -36,26 +36,32 @@ double milliseconds(const std::function<void()>& work) {
 
 std::optional<Suite::Medians> Suite::measure(const Side& ours, const Side& peer,
                                              int repetitions) const {
-  // The first run of each only warms up.
-  if (!ours() || !peer()) return std::nullopt;
   std::vector<double> our_times;
   std::vector<double> peer_times;
-  for (int i = 0; i < repetitions; ++i) {
-    our_times.push_back(ours().value());
-    peer_times.push_back(peer().value());
+  const bool warm_up = repetitions > 1;
+  for (int i = warm_up ? -1 : 0; i < repetitions; ++i) {
+    const auto our_time = ours();
+    const auto peer_time = peer();
+    if (!our_time || !peer_time) return std::nullopt;
+    if (i < 0) continue;
+    our_times.push_back(*our_time);
+    peer_times.push_back(*peer_time);
   }
   return Medians{.ours = median(our_times), .peer = median(peer_times)};
 }
 
 void Suite::compare(const std::string& name, const Side& ours, const std::string& peer_name,
-                    const Side& peer, double most) {
+                    const Side& peer, double most, Repeat repeat) {
   if (name.find(only_) == std::string::npos) return;
   std::printf("%-34s %-44s ", name.c_str(), peer_name.c_str());
   std::fflush(stdout);
-  auto medians = measure(ours, peer, short_run_ ? repetitions_short : repetitions_full);
-  if (medians && medians->ratio() > most * noise) medians = measure(ours, peer, repetitions_full);
+  const bool once = repeat == Repeat::Once;
+  auto medians = measure(ours, peer, once ? 1 : short_run_ ? repetitions_short : repetitions_full);
+  if (medians && medians->ratio() > most * noise) {
+    medians = measure(ours, peer, once ? 1 : repetitions_full);
+  }
   if (!medians) {
-    std::puts("skipped: the peer is not installed");
+    std::puts("skipped: it or its peer cannot run here");
     return;
   }
   const bool failed = medians->ratio() > most * noise;

@@ -14,6 +14,9 @@ double milliseconds(const std::function<void()>& work);
 // One side of a comparison: a run, and its time in milliseconds. Nothing when it cannot run here.
 using Side = std::function<std::optional<double>()>;
 
+// Work of many seconds is measured once a side, without a run to warm up.
+enum class Repeat { Often, Once };
+
 class Suite {
  public:
   // `short_run`: fewer repetitions, for a quick check that nothing has become slow. `only`: leaves
@@ -26,7 +29,7 @@ class Suite {
   // most `most`. A ratio up to a quarter above is taken for noise; beyond that all is measured once
   // more, and only what is beyond it twice has failed.
   void compare(const std::string& name, const Side& ours, const std::string& peer_name,
-               const Side& peer, double most);
+               const Side& peer, double most, Repeat repeat = Repeat::Often);
 
   // Prints the table's head; 0 or, when a benchmark failed, 1.
   void begin() const;

@@ -34,11 +34,12 @@ Line::Arrival Line::take(qint64 now_us) {
   return arrival;
 }
 
-std::optional<qint64> Line::next_due() const {
+std::optional<qint64> Line::next_due(qint64 not_before) const {
   if (pending_.empty()) return std::nullopt;
   const Pending& front = pending_.front();
   const qint64 next = std::min<qint64>(front.taken + 1, front.answer.bytes.size());
-  return begin_of(front) + duration(next);
+  const qint64 end = begin_of(front) + duration(front.answer.bytes.size());
+  return std::min(std::max(begin_of(front) + duration(next), not_before), end);
 }
 
 }  // namespace simulator

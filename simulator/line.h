@@ -34,8 +34,10 @@ class Line {
   // What has arrived by now and was not taken before.
   Arrival take(qint64 now_us);
 
-  // When the next byte arrives or the cable comes out; nothing while the line is idle.
-  std::optional<qint64> next_due() const;
+  // When to take what arrives next, or nothing while the line is idle: at `not_before` if that is
+  // later than the next byte, so that bytes can be taken by handfuls, but no later than an answer's
+  // end, which the other side waits for.
+  std::optional<qint64> next_due(qint64 not_before = 0) const;
   void clear() { pending_.clear(); }
 
  private:

@@ -10,9 +10,9 @@ namespace simulator {
 
 namespace {
 
-// A paced line is looked at no more often: a handful of bytes at a time keeps the processor idle,
-// and each byte is at most so late.
-constexpr qint64 least_wait_ms = 4;
+// A paced line is looked at no more often within an answer: a handful of bytes at a time keeps the
+// processor idle, and each byte is at most so late.
+constexpr qint64 least_wait_us = 4000;
 
 QDateTime wall_time_now() {
   const QDateTime time = QDateTime::currentDateTime();
@@ -65,9 +65,9 @@ void Service::transmit() {
 }
 
 void Service::wait_for_line() {
-  const auto due = line_.next_due();
+  const auto due = line_.next_due(now_us() + least_wait_us);
   if (!due) return line_timer_.stop();
-  const qint64 wait_ms = std::max((*due - now_us() + 999) / 1000, least_wait_ms);
+  const qint64 wait_ms = std::max<qint64>((*due - now_us() + 999) / 1000, 0);
   if (line_timer_.isActive() && line_timer_.remainingTime() <= wait_ms) return;
   line_timer_.start(static_cast<int>(wait_ms));
 }
