@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <string_view>
 
@@ -68,6 +69,26 @@ QString fixed2(double value) {
   QString result = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
   if (value < 0 && !zero) result.prepend(u'-');
   return result;
+}
+
+char16_t* write_fixed2(char16_t* out, float value) {
+  // A hundred times a float is exact in double precision, and so is the half that is added to it:
+  // below the limit no digit can come out other than in fixed2.
+  constexpr double limit = 1e15;
+  const double hundredths = std::floor(std::fabs(value) * 100.0 + 0.5);
+  if (!(hundredths < limit)) {
+    const QString text = fixed2(static_cast<double>(value));
+    return std::copy_n(text.utf16(), text.size(), out);
+  }
+  auto rest = static_cast<std::uint64_t>(hundredths);
+  if (value < 0 && rest != 0) *out++ = u'-';
+  char16_t digits[20];
+  char16_t* first = std::end(digits);
+  for (int place = 0; place < 3 || rest != 0; ++place, rest /= 10) {
+    *--first = static_cast<char16_t>(u'0' + rest % 10);
+    if (place == 1) *--first = u'.';
+  }
+  return std::copy(first, std::end(digits), out);
 }
 
 float rounded_to_2_decimals(double value) {

@@ -12,6 +12,11 @@
 // (0.125 is 0.13, -0.125 is -0.13); a value that rounds to zero has no sign.
 QString fixed2(double value);
 
+// The same for a reading, for loops over many: writes into `out`, which must hold at least
+// `fixed2_size` characters, and gives the end of what was written.
+inline constexpr int fixed2_size = 64;
+char16_t* write_fixed2(char16_t* out, float value);
+
 // The value that fixed2 shows, read back as a 32-bit float.
 float rounded_to_2_decimals(double value);
 

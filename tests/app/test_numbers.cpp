@@ -22,6 +22,21 @@ class TestNumbers : public QObject {
     }
   }
 
+  // The fast form must agree with the exact one for every float, ties and giants included.
+  void readings_with_two_decimals() {
+    std::uint32_t bits = 7;
+    for (int i = 0; i < 40000; ++i) {
+      bits = bits * 1664525U + 1013904223U;
+      // A reading is a multiple of 1/256; every 32nd multiple of 1/4096 is a tie.
+      const float reading = static_cast<float>(static_cast<std::int32_t>(bits) >> 12) / 4096.0F;
+      for (const float value : {std::bit_cast<float>(bits), reading}) {
+        char16_t text[fixed2_size];
+        QCOMPARE(QString::fromUtf16(text, write_fixed2(text, value) - text),
+                 fixed2(static_cast<double>(value)));
+      }
+    }
+  }
+
   // The written form must give the same 32 bits again, and be the shortest plain one.
   void floats_read_back_the_same() {
     const auto written = [](float value) {

@@ -1,0 +1,164 @@
+// Office automation on Windows: the system's own, late-bound through IDispatch.
+#include <algorithm>
+#include <oleauto.h>
+#include <string>
+
+#include "data/automation.h"
+
+namespace {
+
+void require(HRESULT result, const char* what) {
+  if (FAILED(result)) throw AutomationError(what);
+}
+
+// A thread that talks to an application belongs to an apartment, which it leaves when it ends.
+void enter_apartment() {
+  struct Apartment {
+    Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~Apartment() { CoUninitialize(); }
+  };
+  static thread_local Apartment apartment;
+}
+
+std::wstring wide(std::string_view ascii) {
+  return {ascii.cbegin(), ascii.cend()};
+}
+
+class Variant : public VARIANT {
+ public:
+  Variant() { VariantInit(this); }
+  explicit Variant(const AutomationValue& value) : Variant() {
+    std::visit([this](const auto& held) { set(held); }, value);
+  }
+  Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
+  Variant(const Variant&) = delete;
+  Variant& operator=(const Variant&) = delete;
+  ~Variant() { VariantClear(this); }
+
+ private:
+  void set(double number) {
+    vt = VT_R8;
+    dblVal = number;
+  }
+  void set(const QString& text) {
+    // A text is a text, also where it begins like a formula.
+    const QString shown = text.startsWith(u'=') ? u'\'' + text : text;
+    vt = VT_BSTR;
+    bstrVal = SysAllocStringLen(reinterpret_cast<const OLECHAR*>(shown.utf16()),
+                                static_cast<UINT>(shown.size()));
+  }
+  // Rows first, counted from 1, as the applications have them.
+  void set(const AutomationTable& table) {
+    SAFEARRAYBOUND bounds[] = {{static_cast<ULONG>(table.rows()), 1},
+                               {static_cast<ULONG>(table.columns), 1}};
+    vt = VT_ARRAY | VT_VARIANT;
+    parray = SafeArrayCreate(VT_VARIANT, 2, bounds);
+    if (!parray) throw AutomationError("no memory");
+    for (std::size_t i = 0; i < table.cells.size(); ++i) {
+      Variant cell;
+      std::visit([&cell](const auto& held) { cell.set(held); }, table.cells[i]);
+      LONG place[] = {static_cast<LONG>(i / table.columns) + 1,
+                      static_cast<LONG>(i % table.columns) + 1};
+      require(SafeArrayPutElement(parray, place, &cell), "block of cells");
+    }
+  }
+};
+
+class ComObject final : public AutomationObject {
+ public:
+  // Takes over the reference.
+  explicit ComObject(IDispatch* object) : object_(object) {}
+  ~ComObject() override { object_->Release(); }
+
+  using AutomationObject::get;
+  AutomationPointer get(std::string_view member, const AutomationArguments& arguments) override {
+    AutomationPointer result = invoke(DISPATCH_PROPERTYGET, member, arguments, {});
+    if (!result) throw AutomationError("not an object");
+    return result;
+  }
+  using AutomationObject::put;
+  void put(std::string_view member, const AutomationArguments& arguments,
+           const AutomationValue& value) override {
+    AutomationArguments all = arguments;
+    all.push_back(value);
+    invoke(DISPATCH_PROPERTYPUT, member, all, {});
+  }
+  using AutomationObject::call;
+  AutomationPointer call(std::string_view member, const AutomationArguments& arguments,
+                         const NamedArguments& named) override {
+    return invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, member, arguments, named);
+  }
+
+ private:
+  AutomationPointer invoke(unsigned kind, std::string_view member,
+                           const AutomationArguments& arguments, const NamedArguments& named);
+
+  IDispatch* object_;
+};
+
+AutomationPointer ComObject::invoke(unsigned kind, std::string_view member,
+                                    const AutomationArguments& arguments,
+                                    const NamedArguments& named) {
+  std::vector<std::wstring> names = {wide(member)};
+  for (const NamedArgument& argument : named) names.push_back(wide(argument.name));
+  std::vector<OLECHAR*> name_pointers;
+  for (std::wstring& name : names) name_pointers.push_back(name.data());
+  std::vector<DISPID> ids(names.size());
+  require(object_->GetIDsOfNames(IID_NULL, name_pointers.data(), static_cast<UINT>(ids.size()),
+                                 LOCALE_USER_DEFAULT, ids.data()),
+          "no such member");
+  // Named arguments first, then the others from the last to the first.
+  std::vector<Variant> values;
+  for (const NamedArgument& argument : named) values.emplace_back(argument.value);
+  std::for_each(arguments.crbegin(), arguments.crend(),
+                [&values](const AutomationValue& value) { values.emplace_back(value); });
+  std::vector<DISPID> named_ids(ids.cbegin() + 1, ids.cend());
+  if (kind == DISPATCH_PROPERTYPUT) named_ids = {DISPID_PROPERTYPUT};
+  DISPPARAMS parameters = {values.data(), named_ids.data(), static_cast<UINT>(values.size()),
+                           static_cast<UINT>(named_ids.size())};
+  Variant result;
+  require(object_->Invoke(ids[0], IID_NULL, LOCALE_USER_DEFAULT, static_cast<WORD>(kind),
+                          &parameters, &result, nullptr, nullptr),
+          "the application refused");
+  if (result.vt != VT_DISPATCH || !result.pdispVal) return nullptr;
+  result.pdispVal->AddRef();
+  return std::make_shared<ComObject>(result.pdispVal);
+}
+
+AutomationPointer dispatch(IUnknown* unknown) {
+  IDispatch* object = nullptr;
+  const HRESULT result = unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&object));
+  unknown->Release();
+  require(result, "no automation");
+  return std::make_shared<ComObject>(object);
+}
+
+CLSID class_of(std::string_view application) {
+  enter_apartment();
+  CLSID id;
+  require(CLSIDFromProgID(wide(application).c_str(), &id), "no such application");
+  return id;
+}
+
+class ComAutomation final : public Automation {
+ public:
+  AutomationPointer running(std::string_view application, const GiveUp&) override {
+    IUnknown* object = nullptr;
+    require(GetActiveObject(class_of(application), nullptr, &object), "not running");
+    return dispatch(object);
+  }
+  AutomationPointer create(std::string_view application, const GiveUp&) override {
+    IUnknown* object = nullptr;
+    require(CoCreateInstance(class_of(application), nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
+                             reinterpret_cast<void**>(&object)),
+            "cannot be created");
+    return dispatch(object);
+  }
+};
+
+}  // namespace
+
+Automation& office_automation() {
+  static ComAutomation automation;
+  return automation;
+}

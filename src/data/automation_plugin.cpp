@@ -1,0 +1,25 @@
+#include "data/automation_plugin.h"
+
+#include <QCoreApplication>
+
+AutomationPlugin::AutomationPlugin(const QString& folder)
+    : library_(folder + QStringLiteral("/corvane_office")) {}
+
+Automation& AutomationPlugin::loaded() {
+  const auto entry = reinterpret_cast<OfficePluginEntry>(library_.resolve(office_plugin_entry));
+  if (!entry) throw AutomationError("no office plug-in");
+  return *entry();
+}
+
+AutomationPointer AutomationPlugin::running(std::string_view application, const GiveUp& give_up) {
+  return loaded().running(application, give_up);
+}
+
+AutomationPointer AutomationPlugin::create(std::string_view application, const GiveUp& give_up) {
+  return loaded().create(application, give_up);
+}
+
+Automation& office_automation() {
+  static AutomationPlugin plugin(QCoreApplication::applicationDirPath());
+  return plugin;
+}

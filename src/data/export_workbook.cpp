@@ -1,0 +1,176 @@
+#include "data/export_workbook.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "app/numbers.h"
+#include "app/recording.h"
+#include "data/automation.h"
+#include "data/export_lines.h"
+#include "data/export_office.h"
+#include "data/export_progress.h"
+
+namespace {
+
+// A time stamp is a date of ten characters, a blank and the time.
+constexpr qsizetype date_size = 10;
+constexpr double number_width = 10;
+constexpr double time_width = 25;
+constexpr double date_width = 15;
+constexpr double least_channel_width = 12;
+// Where the columns of the channels begin, counted from 1.
+constexpr int first_channel_with_time = 3;
+constexpr int first_channel_with_date_and_time = 4;
+// How the application settles a conflict with changes of other users: ours are kept.
+constexpr double keep_own_changes = 2;
+
+// What a cell shows as "0.00" is what it holds, not the many digits of the 32-bit float.
+AutomationCell value_cell(float value) {
+  char16_t text[fixed2_size];
+  const char16_t* const end = write_fixed2(text, value);
+  if (!std::isfinite(value)) return QString::fromUtf16(text, end - text);
+  char digits[fixed2_size];
+  const char* const last = std::transform(std::cbegin(text), end, digits,
+                                          [](char16_t c) { return static_cast<char>(c); });
+  double result = 0;
+  std::from_chars(digits, last, result);
+  return result;
+}
+
+class WorkbookExport {
+ public:
+  WorkbookExport(AutomationObject& workbook, const Recording& recording, ExportProgress& progress)
+      : workbook_(workbook), recording_(recording), progress_(progress) {}
+
+  void fill() {
+    add_sheets();
+    format_columns();
+    progress_.reach(2);
+    write_heads();
+    progress_.reach(3);
+    write_samples();
+  }
+
+ private:
+  void add_sheets();
+  void format_columns();
+  void format_channels(AutomationObject& sheet, int first_column);
+  void write_heads();
+  void write_samples();
+  void write_rows(int first, int count);
+
+  int channels() const { return recording_.held_channels(); }
+
+  AutomationObject& workbook_;
+  const Recording& recording_;
+  ExportProgress& progress_;
+  // The sheet added first has the date and the time in columns of their own.
+  AutomationPointer first_added_;
+  // The sheet added second has what the Recording is, and whole time stamps.
+  AutomationPointer second_added_;
+};
+
+void WorkbookExport::add_sheets() {
+  const AutomationPointer sheets = workbook_.get("Worksheets");
+  first_added_ = sheets->call("Add");
+  second_added_ = sheets->call("Add");
+  if (!first_added_ || !second_added_) throw AutomationError("no sheet was added");
+}
+
+void WorkbookExport::format_columns() {
+  second_added_->get("Columns", {1.0})->put("ColumnWidth", number_width);
+  second_added_->get("Columns", {2.0})->put("ColumnWidth", time_width);
+  format_channels(*second_added_, first_channel_with_time);
+  first_added_->get("Columns", {2.0})->put("ColumnWidth", date_width);
+  format_channels(*first_added_, first_channel_with_date_and_time);
+}
+
+void WorkbookExport::format_channels(AutomationObject& sheet, int first_column) {
+  for (int slot = 0; slot < channels(); ++slot) {
+    const auto head = static_cast<double>(column_head(recording_, slot).size());
+    const AutomationPointer column =
+        sheet.get("Columns", {static_cast<double>(first_column + slot)});
+    // Wide enough for its head, within what the application takes.
+    column->put("ColumnWidth", std::clamp(head + 2, least_channel_width, 100.0));
+    column->put("NumberFormatLocal", QStringLiteral("0.00_ "));
+  }
+}
+
+void WorkbookExport::write_heads() {
+  const auto write = [](AutomationObject& sheet, int row, int column, const QString& text) {
+    sheet.put("Cells", {static_cast<double>(row), static_cast<double>(column)}, text);
+  };
+  write(*first_added_, 1, 1, QStringLiteral("Number"));
+  write(*first_added_, 1, 2, QStringLiteral("Date"));
+  write(*first_added_, 1, 3, QStringLiteral("Time"));
+  int row = 0;
+  for (const QString& line : information_lines(recording_, MinimumLabel::with_stop)) {
+    write(*second_added_, ++row, 1, line);
+  }
+  row += 2;
+  write(*second_added_, row, 1, QStringLiteral("Number"));
+  write(*second_added_, row, 2, QStringLiteral("Time"));
+  for (int slot = 0; slot < channels(); ++slot) {
+    const QString head = column_head(recording_, slot);
+    write(*first_added_, 1, first_channel_with_date_and_time + slot, head);
+    write(*second_added_, row, first_channel_with_time + slot, head);
+  }
+}
+
+void WorkbookExport::write_samples() {
+  const int total = recording_.SampleCount;
+  for (int first = 0; first < total; first += samples_per_call) {
+    const int count = std::min(samples_per_call, total - first);
+    write_rows(first, count);
+    progress_.reach_sample(3, first + count, total);
+  }
+}
+
+// `count` samples from sample `first` on, as one block on each sheet.
+void WorkbookExport::write_rows(int first, int count) {
+  AutomationTable with_time;
+  AutomationTable with_date_and_time;
+  with_time.columns = static_cast<std::size_t>(first_channel_with_time - 1 + channels());
+  with_date_and_time.columns = with_time.columns + 1;
+  for (int n = first; n < first + count; ++n) {
+    const QString& time = recording_.SampleTimes(n);
+    with_time.cells.insert(with_time.cells.end(), {n + 1.0, time});
+    with_date_and_time.cells.insert(with_date_and_time.cells.end(),
+                                    {n + 1.0, time.left(date_size), time.mid(date_size + 1)});
+    for (int slot = 0; slot < channels(); ++slot) {
+      const AutomationCell cell = value_cell(recording_.SampleValues(n, slot));
+      with_time.cells.push_back(cell);
+      with_date_and_time.cells.push_back(cell);
+    }
+  }
+  const auto write = [count](AutomationObject& sheet, int row, AutomationTable&& table) {
+    const auto columns = static_cast<double>(table.columns);
+    sheet.get("Cells", {static_cast<double>(row), 1.0})
+        ->get("Resize", {static_cast<double>(count), columns})
+        ->put("Value", std::move(table));
+  };
+  write(*second_added_, channels() + 8 + first, std::move(with_time));
+  write(*first_added_, 2 + first, std::move(with_date_and_time));
+}
+
+}  // namespace
+
+void export_workbook(Automation& office, const Recording& recording, const QString& path,
+                     ExportProgress& progress) {
+  const OfficeApplication spreadsheet = running_or_new(office, "Excel.Application", progress);
+  progress.reach(1);
+  const AutomationPointer workbook = spreadsheet->get("Workbooks")->call("Add");
+  if (!workbook) throw AutomationError("no workbook was added");
+  try {
+    WorkbookExport(*workbook, recording, progress).fill();
+    workbook->call("SaveAs", {}, {{"filename", path}, {"ConflictResolution", keep_own_changes}});
+  } catch (const RunTimeError&) {
+    // Not left behind unseen in an application that goes on running.
+    skip_on_error([&] { workbook->call("close", {}, {{"SaveChanges", 0.0}}); });
+    throw;
+  }
+  workbook->call("close");
+}

@@ -1,0 +1,6 @@
+// "Excel.Application" as the office suite's spreadsheet program: workbooks, sheets, columns, cells.
+#pragma once
+
+#include "office/office_object.h"
+
+AutomationPointer spreadsheet_application(std::shared_ptr<OfficeConnection> connection);

@@ -1,0 +1,194 @@
+#include "office/office_word_processor.h"
+
+#include <com/sun/star/awt/FontPitch.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
+#include <com/sun/star/text/ControlCharacter.hpp>
+#include <com/sun/star/text/XTextDocument.hpp>
+
+#include "office/office_text.h"
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::UNO_QUERY_THROW;
+
+namespace {
+
+using Connection = std::shared_ptr<OfficeConnection>;
+using Document = std::shared_ptr<OfficeDocument>;
+
+const QString document_format = QStringLiteral("MS Word 97");
+constexpr double landscape = 1;
+
+// The default style of that family.
+Reference<css::beans::XPropertySet> standard_style(const OfficeDocument& document,
+                                                   const rtl::OUString& family) {
+  const Reference<css::style::XStyleFamiliesSupplier> supplier(document.model(), UNO_QUERY_THROW);
+  const Reference<css::container::XNameAccess> styles(
+      supplier->getStyleFamilies()->getByName(family), UNO_QUERY_THROW);
+  return {styles->getByName("Standard"), UNO_QUERY_THROW};
+}
+
+// The font of what is typed from now on. Nothing was typed before, so it is the document's.
+class Font final : public OfficeObject {
+ public:
+  Font(Connection connection, Document document)
+      : OfficeObject(std::move(connection)), document_(std::move(document)) {}
+
+ protected:
+  void put_member(std::string_view member, const AutomationArguments&,
+                  const AutomationValue& value) override {
+    const auto style = standard_style(*document_, "ParagraphStyles");
+    if (member == "Name") {
+      style->setPropertyValue("CharFontName", Any(to_uno(text(value))));
+      style->setPropertyValue("CharFontPitch", Any(css::awt::FontPitch::FIXED));
+    } else if (member == "Size") {
+      const auto size = Any(static_cast<float>(number(value)));
+      style->setPropertyValue("CharHeight", size);
+      style->setPropertyValue("CharHeightAsian", size);
+    } else {
+      no_member(member);
+    }
+  }
+
+ private:
+  Document document_;
+};
+
+class Selection final : public OfficeObject {
+ public:
+  Selection(Connection connection, Document document)
+      : OfficeObject(std::move(connection)), document_(std::move(document)) {
+    text_ = Reference<css::text::XTextDocument>(document_->model(), UNO_QUERY_THROW)->getText();
+  }
+
+ protected:
+  AutomationPointer get_member(std::string_view member, const AutomationArguments&) override {
+    if (member != "Font") no_member(member);
+    return std::make_shared<Font>(connection(), document_);
+  }
+
+  // A carriage return in a text ends a paragraph, here as there.
+  AutomationPointer call_member(std::string_view member, const AutomationArguments& arguments,
+                                const NamedArguments&) override {
+    if (member == "TypeText") {
+      if (arguments.empty()) throw AutomationError("argument missing");
+      text_->insertString(text_->getEnd(), to_uno(text(arguments[0])), false);
+    } else if (member == "TypeParagraph") {
+      text_->insertControlCharacter(text_->getEnd(), css::text::ControlCharacter::PARAGRAPH_BREAK,
+                                    false);
+    } else {
+      no_member(member);
+    }
+    return nullptr;
+  }
+
+ private:
+  Document document_;
+  Reference<css::text::XText> text_;
+};
+
+class PageSetup final : public OfficeObject {
+ public:
+  PageSetup(Connection connection, Document document)
+      : OfficeObject(std::move(connection)), document_(std::move(document)) {}
+
+ protected:
+  void put_member(std::string_view member, const AutomationArguments&,
+                  const AutomationValue& value) override {
+    if (member != "Orientation") no_member(member);
+    const auto page = standard_style(*document_, "PageStyles");
+    bool is_landscape = false;
+    page->getPropertyValue("IsLandscape") >>= is_landscape;
+    if (is_landscape == (number(value) == landscape)) return;
+    const Any width = page->getPropertyValue("Width");
+    const Any height = page->getPropertyValue("Height");
+    page->setPropertyValue("IsLandscape", Any(!is_landscape));
+    page->setPropertyValue("Width", height);
+    page->setPropertyValue("Height", width);
+  }
+
+ private:
+  Document document_;
+};
+
+class TextDocument final : public OfficeObject {
+ public:
+  TextDocument(Connection connection, Document document)
+      : OfficeObject(std::move(connection)), document_(std::move(document)) {}
+
+ protected:
+  AutomationPointer get_member(std::string_view member, const AutomationArguments&) override {
+    if (member != "PageSetup") no_member(member);
+    return std::make_shared<PageSetup>(connection(), document_);
+  }
+
+  AutomationPointer call_member(std::string_view member, const AutomationArguments& arguments,
+                                const NamedArguments&) override {
+    if (member == "SaveAs") {
+      if (arguments.empty()) throw AutomationError("argument missing");
+      document_->save(text(arguments[0]), document_format);
+    } else if (member == "Close") {
+      document_->close();
+    } else {
+      no_member(member);
+    }
+    return nullptr;
+  }
+
+ private:
+  Document document_;
+};
+
+// The documents that the application object has added; it knows of no other.
+using AddedDocuments = std::shared_ptr<std::vector<Document>>;
+
+class Documents final : public OfficeObject {
+ public:
+  Documents(Connection connection, AddedDocuments added)
+      : OfficeObject(std::move(connection)), added_(std::move(added)) {}
+
+ protected:
+  AutomationPointer call_member(std::string_view member, const AutomationArguments&,
+                                const NamedArguments&) override {
+    if (member != "Add") no_member(member);
+    added_->push_back(std::make_shared<OfficeDocument>(
+        *connection(), QStringLiteral("com.sun.star.text.TextDocument")));
+    return std::make_shared<TextDocument>(connection(), added_->back());
+  }
+
+ private:
+  AddedDocuments added_;
+};
+
+class WordProcessorApplication final : public OfficeObject {
+ public:
+  explicit WordProcessorApplication(Connection connection) : OfficeObject(std::move(connection)) {}
+
+ protected:
+  AutomationPointer get_member(std::string_view member, const AutomationArguments&) override {
+    if (member == "Documents") return std::make_shared<Documents>(connection(), added_);
+    if (member != "Selection") no_member(member);
+    if (added_->empty()) throw AutomationError("no document to type into");
+    return std::make_shared<Selection>(connection(), added_->back());
+  }
+
+  // The user's documents live in the same process: only what was added here is closed, and the
+  // process ends only when it was started here and the user has nothing open in it.
+  AutomationPointer call_member(std::string_view member, const AutomationArguments&,
+                                const NamedArguments&) override {
+    if (member != "Quit") no_member(member);
+    for (const Document& document : *added_) document->close();
+    connection()->quit();
+    return nullptr;
+  }
+
+ private:
+  AddedDocuments added_ = std::make_shared<std::vector<Document>>();
+};
+
+}  // namespace
+
+AutomationPointer word_processor_application(std::shared_ptr<OfficeConnection> connection) {
+  return std::make_shared<WordProcessorApplication>(std::move(connection));
+}
