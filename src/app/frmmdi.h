@@ -16,6 +16,7 @@
 
 #include "app/shell.h"
 
+class Automation;
 class ChildWindow;
 
 // The outside world as the main window uses it; all of it outlives the window.
@@ -25,6 +26,7 @@ struct OutsideWorld {
   MessageBox& messages;
   FileDialog& files;
   Printer& printer;
+  Automation& office;
 };
 
 class frmmdi final : public QMainWindow, public Shell {

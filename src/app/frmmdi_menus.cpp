@@ -7,6 +7,7 @@
 #include "app/frmmdi.h"
 #include "app/help.h"
 #include "data/data_commands.h"
+#include "data/export_command.h"
 #include "device/link.h"
 #include "monitor/frmrecord.h"
 #include "print/print_commands.h"
@@ -57,7 +58,7 @@ void frmmdi::build_menus() {
         {"close", "Close(&C)", none, true, [this] { CloseDataFile(*this); }},
         {"tt", "-", none, true, {}},
         {"save", "Save(&S)...", key(Qt::Key_S), false, [this] { SaveDataFile(*this); }},
-        {"outputs", "Save As(&A)", none, false, {}},
+        {"outputs", "Save As(&A)", none, false, [this] { ExportRecording(*this, world_.office); }},
         {"t5", "-", none, true, {}},
         {"printview", "Print View(&V)", none, false, [this] { printview_Click(*this); }},
         {"printdata", "Print(&P)", key(Qt::Key_P), false, [this] { printdata_Click(*this); }},

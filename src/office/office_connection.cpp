@@ -41,14 +41,14 @@ constexpr int hand_over_limit_ms = 500;
 qint64 run_office(const QStringList& arguments) {
   QProcess process;
   process.setProgram(program_folder + QStringLiteral("/soffice"));
-  // No start centre, no splash screen, no question about documents from a crash. Without a display
-  // there are no windows that could be missed; with one it must not start "headless", or it would
-  // hide the windows that the user opens later.
-  QStringList all = arguments + QStringList{"--nodefault", "--nologo", "--norestore"};
+  // No start centre, no splash screen, no question about documents from a crash; and neither
+  // "--headless" nor "--invisible", which would hide the windows that the user opens later.
+  process.setArguments(arguments + QStringList{"--nodefault", "--nologo", "--norestore"});
   if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
-    all << QStringLiteral("--headless");
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("SAL_USE_VCLPLUGIN"), QStringLiteral("svp"));
+    process.setProcessEnvironment(environment);
   }
-  process.setArguments(all);
   process.setStandardInputFile(QProcess::nullDevice());
   process.setStandardOutputFile(QProcess::nullDevice());
   process.setStandardErrorFile(QProcess::nullDevice());

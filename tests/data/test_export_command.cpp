@@ -7,8 +7,8 @@
 #include "app/user.h"
 #include "data/automation_plugin.h"
 #include "data/export_command.h"
-#include "data/export_recording.h"
 #include "data/recording_automation.h"
+#include "support/export_recording.h"
 #include "support/fake_shell.h"
 #include "support/runner.h"
 
@@ -118,7 +118,7 @@ void TestExportCommand::office_forms() {
   QFETCH(int, filter);
   QFETCH(QString, panel);
   QFETCH(QString, saved);
-  User::recording = many_samples(Recording::max_samples);
+  User::recording = many_samples(3000);
   choose("run.x", filter);
   ExportRecording(*shell_, *office_);
   QVERIFY(office_->lines.contains(saved.arg(path("run"))));

@@ -2,9 +2,9 @@
 
 #include "data/export_document.h"
 #include "data/export_progress.h"
-#include "data/export_recording.h"
 #include "data/export_workbook.h"
 #include "data/recording_automation.h"
+#include "support/export_recording.h"
 #include "support/runner.h"
 
 class TestExportOffice : public QObject {

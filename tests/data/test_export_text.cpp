@@ -4,9 +4,9 @@
 
 #include "app/errors.h"
 #include "data/export_lines.h"
-#include "data/export_recording.h"
 #include "data/export_text.h"
 #include "data/file_handle.h"
+#include "support/export_recording.h"
 #include "support/runner.h"
 
 class TestExportText : public QObject {

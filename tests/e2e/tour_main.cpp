@@ -9,6 +9,7 @@
 #include "app/dialogs.h"
 #include "app/icons.h"
 #include "app/program_folder.h"
+#include "data/automation_plugin.h"
 #include "device/qt_serial_port.h"
 #include "e2e/tour.h"
 #include "print/qt_printer.h"
@@ -29,7 +30,8 @@ int main(int argc, char** argv) {
   WindowMessageBox messages;
   WindowFileDialog files;
   QtPrinter printer;
-  frmmdi window({clock, port, messages, files, printer});
+  AutomationPlugin office(QStringLiteral(CORVANE_PLUGIN_FOLDER));
+  frmmdi window({clock, port, messages, files, printer, office});
   messages.set_parent(&window);
   files.set_parent(&window);
   window.show();

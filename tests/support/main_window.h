@@ -8,6 +8,7 @@
 
 #include "app/frmmdi.h"
 #include "app/program_folder.h"
+#include "data/automation_plugin.h"
 #include "support/scripted.h"
 #include "support/scripted_printer.h"
 
@@ -18,7 +19,7 @@ struct MainWindow {
     if (file.open(QIODevice::WriteOnly)) file.write(device_file);
     file.close();
     set_program_folder(folder.path());
-    window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files, printer});
+    window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files, printer, office});
     window->show();
   }
   ~MainWindow() { set_program_folder({}); }
@@ -39,5 +40,7 @@ struct MainWindow {
   ScriptedMessages messages;
   ScriptedFileDialog files;
   ScriptedPrinter printer;
+  // The office plug-in of this build, loaded only when a test exports with it.
+  AutomationPlugin office{QStringLiteral(CORVANE_PLUGIN_FOLDER)};
   std::unique_ptr<frmmdi> window;
 };
