@@ -31,7 +31,9 @@ QStringList pipes_of(qint64 process) {
   QByteArrayList sockets;
   const QDir handles(QStringLiteral("/proc/%1/fd").arg(process));
   for (const QFileInfo& handle : handles.entryInfoList(QDir::System | QDir::Files)) {
-    sockets << QFile::encodeName(handle.symLinkTarget().section(u'/', -1)).replace("socket:[", "").replace("]", "");
+    sockets << QFile::encodeName(handle.symLinkTarget().section(u'/', -1))
+                   .replace("socket:[", "")
+                   .replace("]", "");
   }
   QStringList result;
   for (const QByteArray& line : contents(QStringLiteral("/proc/net/unix")).split('\n')) {
@@ -68,6 +70,10 @@ OfficeSuite::~OfficeSuite() {
 bool OfficeSuite::installed() {
   return QFileInfo(program()).isExecutable() &&
          QFileInfo::exists(QStringLiteral(CORVANE_PLUGIN_FOLDER "/corvane_office.so"));
+}
+
+bool OfficeSuite::has_windows() {
+  return QFileInfo::exists(QFileInfo(program()).path() + QStringLiteral("/libvclplug_genlo.so"));
 }
 
 QList<qint64> OfficeSuite::processes() const {

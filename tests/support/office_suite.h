@@ -17,6 +17,9 @@ class OfficeSuite {
   // Whether the plug-in was built and the suite that it was built for is there.
   static bool installed();
 
+  // Whether it can open a file in a process that runs already; the suite made for servers cannot.
+  static bool has_windows();
+
   // The ids of the office processes with this profile.
   QList<qint64> processes() const;
   // What this profile's processes have left in the folder for temporary files.
