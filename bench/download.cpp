@@ -23,6 +23,7 @@
 #include "app/frmmdi.h"
 #include "app/program_folder.h"
 #include "app/user.h"
+#include "data/automation.h"
 #include "device/frmport.h"
 #include "device/packet.h"
 #include "device/qt_serial_port.h"
@@ -121,7 +122,7 @@ std::optional<Measured> download(int readings) {
   WindowMessageBox messages;
   WindowFileDialog files;
   QtPrinter printer;
-  frmmdi window({clock, port, messages, files, printer});
+  frmmdi window({clock, port, messages, files, printer, office_automation()});
   window.show();
   const auto ports = when_shown<frmport>([](frmport& dialog) {
     dialog.Option1[0]->click();

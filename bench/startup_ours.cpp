@@ -3,6 +3,7 @@
 #include "app/dialogs.h"
 #include "app/frmmdi.h"
 #include "app/icons.h"
+#include "data/automation.h"
 #include "device/qt_serial_port.h"
 #include "print/qt_printer.h"
 #include "until_painted.h"
@@ -15,7 +16,7 @@ int main(int argc, char** argv) {
   WindowMessageBox messages;
   WindowFileDialog files;
   QtPrinter printer;
-  frmmdi window({clock, port, messages, files, printer});
+  frmmdi window({clock, port, messages, files, printer, office_automation()});
   messages.set_parent(&window);
   files.set_parent(&window);
   const UntilPainted until_painted(window);
