@@ -6,6 +6,7 @@
 void data_file_benchmarks(Suite& suite);
 void startup_benchmarks(Suite& suite);
 void download_benchmarks(Suite& suite);
+void graph_benchmarks(Suite& suite);
 
 // corvane-bench [--short] [WORD]: all benchmarks, or those with WORD in their names.
 int main(int argc, char** argv) {
@@ -18,5 +19,6 @@ int main(int argc, char** argv) {
   data_file_benchmarks(suite);
   startup_benchmarks(suite);
   download_benchmarks(suite);
+  graph_benchmarks(suite);
   return suite.end();
 }

@@ -12,6 +12,11 @@
 
 namespace {
 
+// Tool tips take what looks like markup for markup; this text comes from a file.
+QString plain_tool_tip(const QString& text) {
+  return text.isEmpty() ? text : QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
+}
+
 // Sets off where a channel begins in the information list.
 void emphasise(QTreeWidgetItem& item) {
   QFont font = item.font(1);
@@ -39,7 +44,7 @@ void frmdisplay::fill_list() {
   QList<QTreeWidgetItem*> items;
   for (const auto& [label, value] : information_rows(User::recording)) {
     items << new QTreeWidgetItem({QString(), label, value});
-    items.back()->setToolTip(2, value);
+    items.back()->setToolTip(2, plain_tool_tip(value));
     if (label == QStringLiteral("Channel No.")) emphasise(*items.back());
   }
   lv1->clear();
@@ -59,7 +64,7 @@ void frmdisplay::load_graph() {
     const QString title = name[c] + u' ' + unit[c];
     for (const std::size_t label : {c, c + 4}) {
       Label3[label]->setText(title);
-      Label3[label]->setToolTip(title);
+      Label3[label]->setToolTip(plain_tool_tip(title));
     }
   }
   cursor_ = {};
@@ -80,6 +85,7 @@ void frmdisplay::redraw() {
   ViewStart =
       view_start(Slider1->value(), Slider1->maximum(), recording.SampleCount, recording.ViewCount);
   ViewEnd = ViewStart + recording.ViewCount - 1;
+  Slider1->setPageStep(std::max(1, recording.ViewCount));
   Label1->setText(recording.SampleTimes(ViewStart));
   Label2->setText(recording.SampleTimes(ViewEnd));
   GraphCurves& curves = Pic1->new_curves();

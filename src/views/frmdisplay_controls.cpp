@@ -176,11 +176,12 @@ void frmdisplay::build_buttons(QWidget& page) {
 
 void frmdisplay::build_sheet() {
   auto* model = new SheetModel(User::recording, this);
-  MSFlG1->setModel(model);
   MSFlG1->setWordWrap(false);
   MSFlG1->verticalHeader()->hide();
+  // The height first: with the rows there, each of them would be told of it.
   MSFlG1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   MSFlG1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  MSFlG1->setModel(model);
   // The widths of the design, unless the font makes a time or a heading wider.
   QHeaderView& headings = *MSFlG1->horizontalHeader();
   headings.setHighlightSections(false);

@@ -1,0 +1,205 @@
+// The Historical Data window with the largest Recording: its picture against other ways to draw
+// it, its load and its sheet against a table filled cell by cell, and scrolling.
+#include <QCoreApplication>
+#include <QTableWidget>
+
+#include <cstdio>
+#include <cstdlib>
+#include <malloc.h>
+#include <memory>
+
+#include "app/numbers.h"
+#include "app/times.h"
+#include "app/user.h"
+#include "graph_peers.h"
+#include "graph_signal.h"
+#include "suite.h"
+#include "support/fake_shell.h"
+#include "support/plain_graph.h"
+#include "views/frmdisplay.h"
+#include "views/sheet_model.h"
+
+namespace {
+
+constexpr QRgb white = qRgb(255, 255, 255);
+
+void fill_recording(Recording& recording, bool noise) {
+  recording.Title = QStringLiteral("Cold store");
+  recording.ChannelCount = graph_channels;
+  recording.SampleCount = graph_samples;
+  for (std::size_t c = 0; c < graph_channels; ++c) {
+    recording.ChannelInfo[0][c] = QString::number(c + 1);
+    recording.ChannelInfo[1][c] = QStringLiteral("Temperature");
+    recording.ChannelInfo[2][c] = QStringLiteral("C");
+  }
+  for (int n = 0; n < graph_samples; ++n) {
+    recording.SampleTimes(n) = stamp_text(wall_time(2026, 3, 1, 8, n, 0));
+    for (int c = 0; c < graph_channels; ++c) {
+      recording.SampleValues(n, c) = graph_value(noise, n, c);
+    }
+  }
+}
+
+Side timed(const std::function<void()>& work) {
+  return [work] { return milliseconds(work); };
+}
+
+// A side that stands for a fixed limit.
+Side always(double value) {
+  return [value] { return value; };
+}
+
+void take_curves(GraphCurves& curves) {
+  curves.take(User::recording, 0, graph_samples);
+  for (GraphCurves::Channel& channel : curves.channels) {
+    channel.high = graph_high;
+    channel.low = graph_low;
+  }
+}
+
+void picture_benchmarks(Suite& suite, bool noise) {
+  fill_recording(User::recording, noise);
+  const PictureSize size = picture_size({graph_width, graph_height}, 1);
+  QImage ours(size.pixels, QImage::Format_RGB32);
+  QImage plain(size.pixels, QImage::Format_RGB32);
+  GraphPicture picture;
+  take_curves(picture.new_curves());
+  GraphCurves curves;
+  take_curves(curves);
+  // With the values taken from the Recording each time, as a redraw does it.
+  const auto draw = timed([&] {
+    take_curves(picture.new_curves());
+    picture.draw(ours, size, white);
+  });
+  const auto draw_plainly = timed([&] {
+    draw_grid(plain, size, white);
+    draw_curves_plainly(plain, curves, size);
+  });
+  draw();
+  draw_plainly();
+  if (ours != plain) {
+    std::puts("the graph's picture differs from the plain drawing");
+    std::exit(2);
+  }
+  const std::string name = noise ? "graph: noise" : "graph: smooth";
+  suite.compare(name, draw, "a clipped line a pair of samples", draw_plainly, 1.0 / 15);
+  CustomPlot custom_plot(noise);
+  suite.compare(
+      name, draw, "QCustomPlot, fast polylines", [&] { return custom_plot.draw(); }, 0.5);
+  QwtProcess qwt(noise);
+  suite.compare(
+      name, draw, "Qwt 6.1 (Qt 5), filtered points", [&] { return qwt.draw(); }, 0.1);
+}
+
+void fill_cell_by_cell(QTableWidget& table) {
+  const Recording& recording = User::recording;
+  table.setRowCount(graph_samples);
+  table.setColumnCount(graph_channels + 2);
+  for (int n = 0; n < graph_samples; ++n) {
+    table.setItem(n, 0, new QTableWidgetItem(QString::number(n + 1)));
+    table.setItem(n, 1, new QTableWidgetItem(recording.SampleTimes(n)));
+    for (int c = 0; c < graph_channels; ++c) {
+      table.setItem(n, c + 2, new QTableWidgetItem(fixed2(recording.SampleValues(n, c))));
+    }
+  }
+}
+
+// The time to make what `make` gives; it is destroyed outside that time.
+template <class Make>
+Side timed_making(Make make) {
+  return [make] {
+    decltype(make()) made;
+    return milliseconds([&] { made = make(); });
+  };
+}
+
+void load_benchmarks(Suite& suite) {
+  FakeShell shell;
+  suite.compare("Historical Data window: load", timed_making([&shell] {
+                  auto window = std::make_unique<frmdisplay>(shell);
+                  QImage picture(window->Pic1->size(), QImage::Format_RGB32);
+                  window->Pic1->render(&picture);
+                  return window;
+                }),
+                "QTableWidget alone, cell by cell", timed_making([] {
+                  auto table = std::make_unique<QTableWidget>();
+                  fill_cell_by_cell(*table);
+                  return table;
+                }),
+                0.1);
+}
+
+// Megabytes that `make` leaves allocated in what it returns.
+template <class Make>
+double megabytes(Make make) {
+  const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+  const auto kept = make();
+  return static_cast<double>(mallinfo2().uordblks + mallinfo2().hblkhd - before) / 1e6;
+}
+
+void memory_benchmarks(Suite& suite) {
+  suite.compare(
+      "data sheet: memory, MB for ms",
+      [] {
+        return megabytes([] {
+          auto sheet = std::make_unique<QTableView>();
+          sheet->setModel(new SheetModel(User::recording, sheet.get()));
+          sheet->grab();
+          return sheet;
+        });
+      },
+      "QTableWidget, cell by cell",
+      [] {
+        return megabytes([] {
+          auto table = std::make_unique<QTableWidget>();
+          fill_cell_by_cell(*table);
+          table->grab();
+          return table;
+        });
+      },
+      0.1);
+}
+
+class PaintCounter final : public QObject {
+ public:
+  int paints = 0;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    paints += event->type() == QEvent::Paint ? 1 : 0;
+    return false;
+  }
+};
+
+// From the slider's change to the painted window, all of the largest Recording but one step of zoom
+// in view.
+void scroll_benchmarks(Suite& suite, bool noise) {
+  fill_recording(User::recording, noise);
+  FakeShell shell;
+  frmdisplay window(shell);
+  window.resize(1024, 640);
+  window.show();
+  window.cmd_Click(1);
+  PaintCounter counter;
+  window.Pic1->installEventFilter(&counter);
+  constexpr int redraws = 60;
+  const auto scroll = timed([&] {
+    for (int k = 1; k <= redraws; ++k) {
+      const int before = counter.paints;
+      window.Slider1->setValue(k % 2 == 0 ? 0 : k * 50);
+      while (counter.paints == before) QCoreApplication::processEvents();
+    }
+  });
+  suite.compare(noise ? "graph: 60 scrolls, noise" : "graph: 60 scrolls, smooth", scroll,
+                "a second", always(1000), 1);
+}
+
+}  // namespace
+
+void graph_benchmarks(Suite& suite) {
+  for (const bool noise : {false, true}) picture_benchmarks(suite, noise);
+  for (const bool noise : {false, true}) scroll_benchmarks(suite, noise);
+  load_benchmarks(suite);
+  memory_benchmarks(suite);
+  User::recording = Recording();
+}

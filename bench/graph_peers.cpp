@@ -1,0 +1,32 @@
+#include "graph_peers.h"
+
+namespace {
+
+constexpr double slow_ms = 500;
+
+}  // namespace
+
+bool QwtProcess::start() {
+  process_.start(QStringLiteral(CORVANE_BENCH_QWT), {QString::number(noise_ ? 1 : 0)});
+  return process_.waitForStarted();
+}
+
+QwtProcess::~QwtProcess() {
+  if (process_.state() == QProcess::NotRunning) return;
+  process_.closeWriteChannel();
+  process_.waitForFinished();
+}
+
+std::optional<double> QwtProcess::draw() {
+  if (!ready_) ready_ = start();
+  if (!*ready_) return std::nullopt;
+  if (last_time_ > slow_ms) return last_time_;
+  process_.write("\n");
+  while (!process_.canReadLine() && process_.waitForReadyRead()) {
+  }
+  bool is_number = false;
+  const double time = process_.readLine().trimmed().toDouble(&is_number);
+  if (!is_number) return std::nullopt;
+  last_time_ = time;
+  return time;
+}

@@ -1,0 +1,45 @@
+// Other ways to draw the graph's picture, with the same grid, colours, scale and size.
+#pragma once
+
+#include <QProcess>
+
+#include <memory>
+#include <optional>
+
+class QCustomPlot;
+
+// Adaptive sampling, fast polylines, no antialiasing.
+class CustomPlot {
+ public:
+  explicit CustomPlot(bool noise);
+  ~CustomPlot();
+  CustomPlot(const CustomPlot&) = delete;
+  CustomPlot& operator=(const CustomPlot&) = delete;
+
+  // The time of one drawing in milliseconds; nothing where it is not installed.
+  std::optional<double> draw();
+
+ private:
+  std::unique_ptr<QCustomPlot> plot_;
+};
+
+// Qwt, which Debian has for Qt 5 only, in a process of its own.
+class QwtProcess {
+ public:
+  explicit QwtProcess(bool noise) : noise_(noise) {}
+  ~QwtProcess();
+  QwtProcess(const QwtProcess&) = delete;
+  QwtProcess& operator=(const QwtProcess&) = delete;
+
+  // The same. A drawing that takes more than half a second is done once, and its time stands for
+  // the rest.
+  std::optional<double> draw();
+
+ private:
+  bool start();
+
+  bool noise_;
+  QProcess process_;
+  std::optional<bool> ready_;
+  double last_time_ = 0;
+};
