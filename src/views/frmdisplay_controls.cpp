@@ -17,8 +17,10 @@ constexpr int list_width = 4875 / twips_per_pixel;
 constexpr int widest_list = 420;
 constexpr int column_width = 960 / twips_per_pixel;
 constexpr int time_column_width = 2000 / twips_per_pixel;
-// Opacity of what lies behind texts inside the graph, of 255.
-constexpr int see_through = 215;
+// Opacity, of 255, of what lies behind texts inside the graph: a scale must not hide the curves
+// under it.
+constexpr int scale_opacity = 150;
+constexpr int time_opacity = 215;
 constexpr int time_label_width = static_cast<int>(time_label_twips) / twips_per_pixel;
 
 QString indexed(const QString& name, std::size_t index) {
@@ -133,6 +135,7 @@ void frmdisplay::build_graph_labels(QWidget& page) {
     Line1[c]->setObjectName(indexed(QStringLiteral("Line1"), c));
     Line1[c]->setFrameShape(QFrame::Box);
     Line1[c]->setAutoFillBackground(true);
+    Line1[c]->hide();
     QFont font = Label3[c + 8]->font();
     font.setBold(true);
     font.setPointSizeF(font.pointSizeF() * 1.2);
@@ -198,13 +201,14 @@ void frmdisplay::build_sheet() {
 // yellow can be read; the curves and swatches have the colours themselves.
 void frmdisplay::set_colours() {
   const QColor text = palette().color(QPalette::WindowText);
-  QColor behind = palette().color(QPalette::Base);
-  behind.setAlpha(see_through);
+  const auto behind = [base = palette().color(QPalette::Base)](int opacity) {
+    return QColor(base.red(), base.green(), base.blue(), opacity);
+  };
   for (std::size_t c = 0; c < 4; ++c) {
     const QColor readable = readable_colour(curve_colours[c], text);
     for (std::size_t k = 0; k < 9; ++k) {
       set_role(Label4[9 * c + k], QPalette::WindowText, readable);
-      set_role(Label4[9 * c + k], QPalette::Window, behind);
+      set_role(Label4[9 * c + k], QPalette::Window, behind(scale_opacity));
     }
     for (const std::size_t i : {c, c + 4, c + 8}) {
       set_role(Label3[i], QPalette::WindowText, readable);
@@ -214,7 +218,7 @@ void frmdisplay::set_colours() {
   }
   set_role(Line2, QPalette::Window, palette().color(QPalette::Text));
   set_role(Label5, QPalette::WindowText, palette().color(QPalette::Text));
-  set_role(Label5, QPalette::Window, behind);
+  set_role(Label5, QPalette::Window, behind(time_opacity));
 }
 
 GraphTexts frmdisplay::measure() const {
@@ -258,7 +262,7 @@ void frmdisplay::arrange() {
   place_cursor();
 }
 
-// The time hangs at the height of the lowest grid cell's middle, clear of the inner scales' texts.
+// The time hangs between the lowest two labels of an inner scale, of which the last stands inside.
 void frmdisplay::place_cursor() {
   const bool shown = !Label5->text().isEmpty();
   Line2->setVisible(shown);
@@ -268,8 +272,9 @@ void frmdisplay::place_cursor() {
   const float left = time_label_left(x, Pic1->twips_width());
   Line2->setGeometry(Pic1->pixel(x), 0, 1, Pic1->height());
   const int height = Label5->heightForWidth(time_label_width);
-  Label5->setGeometry(qRound(left / twips_per_pixel), Pic1->height() * 15 / 16 - height / 2,
-                      time_label_width, height);
+  const int middle = Pic1->height() * 15 / 16 - texts_.line / 4;
+  Label5->setGeometry(qRound(left / twips_per_pixel), middle - height / 2, time_label_width,
+                      height);
 }
 
 bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {

@@ -88,3 +88,7 @@ const std::vector<TourStep>& tour_steps();
 
 void print_graph(Tour& tour);
 void print_sheet(Tour& tour);
+void zoom_graph(Tour& tour);
+void set_limits(Tour& tour);
+void choose_segment(Tour& tour);
+void show_sheet(Tour& tour);
