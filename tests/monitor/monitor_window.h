@@ -1,74 +1,81 @@
 // The Real-time Data window in the real main window, linked to a recorder in software.
 #pragma once
 
-#include <QTest>
-
-#include <memory>
-
 #include "app/user.h"
-#include "device/packet.h"
 #include "monitor/frmrealtime.h"
-#include "simulator/fault.h"
-#include "support/main_window.h"
-#include "support/simulated_port.h"
+#include "monitor/frmrecord.h"
+#include "monitor/time_picker.h"
+#include "support/dialogs.h"
+#include "support/runner.h"
+#include "support/simulated_window.h"
 
-class MonitorWindow {
- public:
-  // Recorder types of the main window's device file: 0 to 3 have one to four channels.
-  explicit MonitorWindow(const simulator::Settings& settings = {}, bool paced = false)
-      : port(clock, paced), main(port, clock) {
-    attach(settings);
-    User::RecorderType = static_cast<std::int16_t>(settings.channels - 1);
+// A steady signal of 20.00, 21.00, 22.00, 23.00 on the four channels.
+inline simulator::Settings steady(int channels = 2) {
+  simulator::Settings settings = {.channels = channels, .mask = 3, .readings = 500, .title = "AB"};
+  settings.description = "三";
+  settings.limits[0] = {.down = -10.5, .up = 25};
+  settings.signal = [](auto, int channel) {
+    return static_cast<std::uint16_t>(256 * (20 + channel));
+  };
+  return settings;
+}
+
+inline QStringList row_texts(const QAbstractItemModel* model, int row, int columns = 9) {
+  QStringList texts;
+  for (int column = 0; column < std::min(columns, model->columnCount()); ++column) {
+    texts << model->index(row, column).data().toString();
+  }
+  return texts;
+}
+
+struct MonitorWindow : SimulatedWindow {
+  explicit MonitorWindow(bool paced = false) : SimulatedWindow(paced) {
+    plug_in(steady());
+    User::RecorderType = 1;  // of two channels
     User::PatternBytes.fill(0);
     port.open();
-    main.run(QStringLiteral("realtime"));
+    main.run("realtime");
     main.window->set_linked_commands(true);
     port.log.clear();
     clock.sleeps.clear();
   }
   ~MonitorWindow() { clock.stop(); }
-  MonitorWindow(const MonitorWindow&) = delete;
-  MonitorWindow& operator=(const MonitorWindow&) = delete;
 
-  // Another recorder on the same line.
-  void attach(simulator::Settings settings, const char* fault = nullptr) {
-    if (fault) settings.faults.push_back(*simulator::fault_from_text(QString::fromLatin1(fault)));
-    recorder = std::make_unique<simulator::Recorder>(settings, clock.now());
-    port.recorders[1] = recorder.get();
+  frmrealtime& window() { return *realtime(); }
+  LiveMonitor& live() { return window().live(); }
+  void poll(int times = 1) {
+    for (int i = 0; i < times; ++i) {
+      Q_EMIT window().Timer1->tick();
+      clock.sleep(1000);
+    }
   }
-
-  frmrealtime& window() { return *main.window->loaded_realtime(); }
-  void tick() { Q_EMIT window().Timer1->tick(); }
   QString link_state() const { return main.window->Sts1[1]->text(); }
-
   // "Properties Set" with the question answered.
   void set(bool yes = true) {
     main.messages.answers = {yes};
     window().Command4->click();
   }
-
+  // Record Set with these settings and "Ok" or "Cancel"; gives what it showed, as "1 0 00:00:05".
+  QString record(bool refresh, bool record, int seconds, bool ok = true) {
+    QString shown;
+    const auto script = when_shown<frmrecord>([&](frmrecord& dialog) {
+      for (int which : {1, 2}) shown += dialog.Check1[which]->isChecked() ? "1 " : "0 ";
+      shown += dialog.DTP1->text();
+      dialog.Check1[1]->setChecked(refresh);
+      dialog.Check1[2]->setChecked(record);
+      set_picked_seconds(*dialog.DTP1, seconds);
+      press(ok ? dialog.Command1 : dialog.Command2);
+    });
+    main.run("record");
+    return shown;
+  }
   // The requests sent since the last call, without their address bytes, as "02 00 02".
   QStringList requests() {
-    QStringList frames;
-    for (const QString& line : std::as_const(port.log)) {
-      if (line.startsWith(QStringLiteral("write ")) && line != QStringLiteral("write 00")) {
-        frames << line.mid(6);
-      }
-    }
-    port.log.clear();
-    return frames;
+    QString frames = std::exchange(port.log, {}).filter("write ").join('|') + '|';
+    return frames.remove("write 00|").remove("write ").split('|', Qt::SkipEmptyParts);
   }
-
   // The messages shown since the last call, without the program's name.
   QStringList messages() {
-    QStringList texts = main.messages.shown;
-    main.messages.shown.clear();
-    texts.replaceInStrings(QStringLiteral("Corvane: "), QString());
-    return texts;
+    return std::exchange(main.messages.shown, {}).replaceInStrings("Corvane: ", "");
   }
-
-  ScriptedClock clock;
-  std::unique_ptr<simulator::Recorder> recorder;
-  SimulatedPort port;
-  MainWindow main;
 };

@@ -5,6 +5,8 @@
 #include "support/simulated_port.h"
 
 struct SimulatedWindow {
+  // `paced`: answers come at the pace of 9600 baud, not at once.
+  explicit SimulatedWindow(bool paced = false) : port(clock, paced) {}
   // Puts a recorder on port 1 in place of the one that is there.
   void plug_in(simulator::Settings settings, const QString& fault = {}) {
     if (!fault.isEmpty()) settings.faults = {*simulator::fault_from_text(fault)};
@@ -14,7 +16,7 @@ struct SimulatedWindow {
   frmrealtime* realtime() { return main.window->loaded_realtime(); }
 
   ScriptedClock clock;
-  SimulatedPort port{clock};
+  SimulatedPort port;
   std::unique_ptr<simulator::Recorder> recorder;
   MainWindow main{port, clock};
 };

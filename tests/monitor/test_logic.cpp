@@ -1,0 +1,208 @@
+#include "app/errors.h"
+#include "monitor/live_graph.h"
+#include "monitor/monitor_window.h"
+#include "monitor/pattern.h"
+
+namespace {
+
+struct Typed {
+  const char* name;
+  QByteArray bytes;  // 8 to 13 as sent; empty where the pattern is refused
+  const char* all_data = "1000";
+  int delay = 0, interval = 60, year = 2026;
+};
+
+QByteArray encoded(const Typed& typed, StartupType type = StartupType::start_up) {
+  const QDateTime now(QDate(typed.year, 3, 1), QTime(12, 34, 56), Qt::UTC);
+  PatternFrame frame;
+  frame.fill(0xEE);
+  encode_pattern({type, false, {true, false, true}, typed.delay, typed.interval, typed.all_data},
+                 now, frame);
+  return QByteArray(reinterpret_cast<const char*>(frame.data()), frame.size());
+}
+
+const LiveChannels two_channels = {2, {"Air", "Damp", "", ""}, {"C", "%RH", "", ""}};
+const std::array<AlarmLimits, 4> limits = {alarm_limits(u"10", u"-10"), alarm_limits(u"10", u"")};
+
+}  // namespace
+
+class TestMonitorLogic : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void numbers_data() {
+    add_rows<Typed>({
+        {"all largest", "ff7ffe7fffff", "65535", 32767, 32767, 2255},
+        {"interval of a second", "00000000e803", "1000", 0, 1},
+        {"no interval", "0000ff00e803", "1000", 0, 0},
+        {"delay of 09:06:08", "", "1000", 32768},
+        {"interval of 09:06:08", "", "1000", 0, 32768},
+        {"too many samples", "", "65535.5"},
+        {"fewer samples than none", "", "-1"},
+        {"no number of samples", "", "0x10"},
+        {"clock after 2255", "", "1000", 0, 60, 2256},
+        {"clock before 2000", "", "1000", 0, 60, 1999},
+    });
+  }
+  void numbers() {
+    QFETCH(Typed, row);
+    if (row.bytes.isEmpty()) {
+      QVERIFY_THROWS_EXCEPTION(ConversionError, encoded(row));
+    } else {
+      QCOMPARE(encoded(row).mid(8).toHex(), row.bytes + "ee");
+      QCOMPARE(encoded(row).left(8), hex("8805") + char(row.year - 2000) + hex("03010c2238"));
+    }
+    // "Stop!" leaves the clock as it was last sent, so one that could not be sent does not matter.
+    QCOMPARE(encoded({"", "", "1000", 0, 60, 1980}, StartupType::stop).left(8),
+             hex("0005eeeeeeeeeeee"));
+  }
+
+  // A field ends at the text's first zero unit; half a pair that its border leaves is replaced.
+  void texts() {
+    const auto back = [](const QString& title) {
+      const DescriptionFrame frame = encode_texts(title, title.repeated(9));
+      return text_of_units(frame.data(), 16) + '|' + text_of_units(frame.data() + 16, 48);
+    };
+    const QString smile = QString::fromUtf8("\U0001F600");
+    QCOMPARE(back("A一B"), QString("A一B|") + QString("A一B").repeated(8));
+    QCOMPARE(back("ABCDEFGHI"), "ABCDEFGH|ABCDEFGHIABCDEFGHIABCDEF");
+    QCOMPARE(back("1234567" + smile).left(8),
+             QString("1234567") + QChar(QChar::ReplacementCharacter));
+    QCOMPARE(back("123456" + smile).left(8), "123456" + smile);
+    QCOMPARE(back(QString("AB") + QChar(0) + 'C'), "AB|AB");
+    QCOMPARE(back(QString(QChar(0xDE00)) + 'x').left(2), QString(QChar(0xDE00)) + 'x');
+  }
+
+  void readings_are_decoded() {
+    QList<float> values;
+    for (const char* raw : {"0000", "0019", "ff7f", "0080", "0180", "ffff"}) {
+      values << decode_readings(QByteArray(9, '\0') + hex(raw), 3)[2];
+    }
+    QCOMPARE(values, QList<float>({0, 25, 127.99609375F, 128, -127.99609375F, -0.00390625F}));
+    QVERIFY_THROWS_EXCEPTION(BoundsError, decode_readings(QByteArray(10, '\0'), 3));
+  }
+
+  // A limit that is no number guards nothing; the other one guards on.
+  void alarms() {
+    const auto alarm = [](float value, const char* up, const char* down) {
+      return out_of_range(value, alarm_limits(QString(up), QString(down)));
+    };
+    QVERIFY(!alarm(25, "25", "25"));
+    QVERIFY(!alarm(0.1F, "0.1", "0"));
+    QVERIFY(alarm(25.00390625F, "25", "-10"));
+    QVERIFY(alarm(-10.00390625F, "25", "-10"));
+    QVERIFY(!alarm(100, "warm", "-10"));
+    QVERIFY(alarm(-11, "warm", "-10"));
+    QVERIFY(!alarm(127, "1e39", ""));
+  }
+
+  // Far more readings than there is room for. From the 20001st on each has an alarm, before that
+  // every second one.
+  void full_buffer() {
+    LiveMonitor live;
+    live.set_channels(two_channels);
+    QList<int> saves;
+    auto add_until = [&, n = 0](int last) mutable {
+      while (n++ < last) {
+        const float value = n % 2 && n < 20000 ? 0 : 11;
+        if (live.add(QString::number(n), {value, value}, limits)) saves << n;
+      }
+      --n;
+    };
+    add_until(15001);
+    QCOMPARE(row_texts(&live.live_sheet, 0), QStringList({"1", "2", "11", "11"}));
+    QCOMPARE(row_texts(&live.live_sheet, 14999), QStringList({"15000", "15001", "0", "0"}));
+    // Cleared rows do not come back; new ones go on from the buffer's count.
+    live.live_sheet.clear();
+    add_until(15003);
+    QCOMPARE(live.live_sheet.rowCount(), 2);
+    QCOMPARE(row_texts(&live.live_sheet, 0, 2), QStringList({"14999", "15002"}));
+    // While the list is not full an alarm keeps the number that its reading had.
+    add_until(20000);
+    QCOMPARE(live.alarm_sheet.rowCount(), 10000);
+    QCOMPARE(row_texts(&live.alarm_sheet, 0),
+             QStringList({"2", "2", "AirOut Of Range    DampOut Of Range    "}));
+    QCOMPARE(row_texts(&live.alarm_sheet, 9999, 2), QStringList({"15000", "20000"}));
+    add_until(40000);
+    QCOMPARE(saves, QList<int>({15000, 30000}));
+    for (const QAbstractItemModel* sheet :
+         std::initializer_list<QAbstractItemModel*>{&live.live_sheet, &live.alarm_sheet}) {
+      QCOMPARE(sheet->rowCount(), 15000);
+      for (int row = 0; row < 15000; ++row) {
+        QCOMPARE(row_texts(sheet, row, 2),
+                 QStringList({QString::number(row + 1), QString::number(25001 + row)}));
+      }
+    }
+    QCOMPARE(live.buffer.samples(1, 14990, 128).count, 10);
+    // Days of silence do not bring "Link Ok" back.
+    for (int i = 0; i < 70000; ++i) live.count_missed();
+    QVERIFY(!live.link_ok());
+  }
+
+  void place() {
+    const auto shown = [](int slider, int count, int span) {
+      LiveView view;
+      view.Span = span;
+      view.place(slider, count);
+      const int last = view.last_reading(count).value_or(-1);
+      // A click beyond the last reading means that one.
+      const int clicked = view.nearest(1, 1, count).value_or(-1);
+      const bool agree = clicked == (last < 0 ? -1 : last - view.FirstShown);
+      return agree && view.LastShown == view.FirstShown + span - 1
+                 ? std::pair(int{view.FirstShown}, last)
+                 : std::pair(-2, -2);
+    };
+    QCOMPARE(shown(100, 0, 128), std::pair(0, -1));
+    QCOMPARE(shown(100, 127, 128), std::pair(0, 126));
+    QCOMPARE(shown(50, 128, 128), std::pair(0, 127));
+    QCOMPARE(shown(100, 129, 128), std::pair(1, 128));
+    QCOMPARE(shown(50, 15000, 128), std::pair(7500, 7627));
+    QCOMPARE(shown(99, 5000, 128), std::pair(4872, 4999));
+    QCOMPARE(shown(1, 250, 5), std::pair(2, 6));
+    QCOMPARE(shown(1, 350, 5), std::pair(4, 8));
+    QCOMPARE(shown(100, 15000, 16384), std::pair(0, 14999));
+  }
+
+  void zoom_and_nearest() {
+    LiveView view;
+    view.place(100, 200);
+    QCOMPARE(*view.nearest(635, 1270, 200), 64);
+    QCOMPARE(*view.nearest(645, 1270, 200), 64);
+    const auto zoomed = [&](int button, int times) {
+      while (times-- > 0) view.zoom(button);
+      return view.Span;
+    };
+    QCOMPARE(zoomed(1, 1), 102);
+    QCOMPARE(zoomed(1, 1), 82);
+    QCOMPARE(zoomed(1, 40), 5);
+    QCOMPARE(zoomed(0, 1), 6);
+    QCOMPARE(zoomed(0, 60), 16384);
+    QCOMPARE(zoomed(1, 1), 13107);
+  }
+
+  // Equal curves lie side by side, each 3 twips lower: 9 twips are a pixel. To the right of the
+  // last reading there is none.
+  void curves() {
+    for (const int y : {0, 80, 158}) {
+      for (const int span : {5, 641, 6401}) {
+        const auto value = static_cast<float>(120 - y);
+        const LiveReading reading = {value, value, value, value};
+        LiveBuffer buffer;
+        for (int n = 0; n <= span / 4; ++n) buffer.push({}, reading);
+        LiveView view;
+        view.Span = span;
+        GraphPicture picture;
+        take_live_curves(picture.new_curves(), buffer, view, 4);
+        QImage image(321, 161, QImage::Format_RGB32);
+        picture.draw(image, picture_size(image.size(), 1), qRgb(255, 255, 255));
+        for (int x = 0; x < image.width(); ++x) {
+          QCOMPARE(image.pixel(x, y) == curve_colours[2], x <= 80);
+          QCOMPARE(image.pixel(x, y + 1) == curve_colours[3], x <= 80);
+        }
+      }
+    }
+  }
+};
+
+const int registered = register_test<TestMonitorLogic>();
+
+#include "test_logic.moc"
