@@ -7,6 +7,7 @@ void data_file_benchmarks(Suite& suite);
 void startup_benchmarks(Suite& suite);
 void download_benchmarks(Suite& suite);
 void graph_benchmarks(Suite& suite);
+void print_benchmarks(Suite& suite);
 
 // corvane-bench [--short] [WORD]: all benchmarks, or those with WORD in their names.
 int main(int argc, char** argv) {
@@ -20,5 +21,6 @@ int main(int argc, char** argv) {
   startup_benchmarks(suite);
   download_benchmarks(suite);
   graph_benchmarks(suite);
+  print_benchmarks(suite);
   return suite.end();
 }

@@ -1,10 +1,10 @@
 #include "print/graph_page.h"
 
 #include <QPainter>
-#include <QPen>
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "app/errors.h"
 #include "app/numbers.h"
@@ -27,7 +27,7 @@ constexpr double gap_mm = 0.5;
 constexpr double scale_gap_mm = 1;
 constexpr double sample_line_mm = 10;
 // Below this columns of samples are finer than paper shows.
-constexpr double finest_column_mm = 0.1;
+constexpr double finest_column_mm = 0.05;
 
 constexpr double points = 9;
 constexpr int scale_steps = 8;
@@ -41,14 +41,45 @@ constexpr double curve_line = 17;
 // values stay apart.
 constexpr double channel_shift = 3;
 
-// Every channel has its own dashes, for paper without colours.
-QPen curve_pen(int slot) {
-  static const std::array<QList<qreal>, Recording::max_channels> dashes = {
-      QList<qreal>{}, {9, 4}, {3, 3}, {12, 3, 3, 3}};
-  const auto c = static_cast<std::size_t>(slot);
-  QPen pen(QBrush(QColor(paper_colours[c])), curve_line, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
-  if (!dashes[c].isEmpty()) pen.setDashPattern(dashes[c]);
-  return pen;
+// Every channel has its own dashes, for paper without colours: lengths of dashes and gaps in turns,
+// as multiples of the line's width. They are measured across, so that they can be told apart
+// however much a curve rises and falls.
+bool in_dash(std::size_t slot, double x) {
+  static const std::array<std::vector<double>, Recording::max_channels> dashes = {
+      {{}, {9, 4}, {3, 3}, {12, 3, 3, 3}}};
+  const std::vector<double>& lengths = dashes[slot];
+  if (lengths.empty()) return true;
+  double rest = std::fmod(x / curve_line, std::accumulate(lengths.begin(), lengths.end(), 0.0));
+  std::size_t i = 0;
+  while (i + 1 < lengths.size() && rest >= lengths[i]) rest -= lengths[i++];
+  return i % 2 == 0;
+}
+
+// Gaps are not empty but pale: a peak of one sample must not fall into one.
+QColor pale(const QColor& colour) {
+  const auto paled = [](int part) { return 255 - (255 - part) * 3 / 10; };
+  return {paled(colour.red()), paled(colour.green()), paled(colour.blue())};
+}
+
+// Draws a curve as a square pen would that is led along it, what is between the dashes first.
+void draw_ink(QPainter& painter, std::size_t slot, const std::vector<Ink>& inks, double column,
+              double height) {
+  std::array<QList<QRectF>, 2> parts;
+  for (std::size_t k = 0; k < inks.size(); ++k) {
+    const double top = std::max(inks[k].top, -curve_line);
+    const double bottom = std::min(inks[k].bottom, height + curve_line);
+    if (top > bottom) continue;
+    const double x = (static_cast<double>(k) + 0.5) * column;
+    parts[in_dash(slot, x) ? 1 : 0]
+        << QRectF(x - curve_line / 2, top - curve_line / 2, curve_line, bottom - top + curve_line);
+  }
+  const QColor colour(paper_colours[slot]);
+  painter.setPen(Qt::NoPen);
+  for (std::size_t part = 0; part < parts.size(); ++part) {
+    painter.setBrush(part == 0 ? pale(colour) : colour);
+    painter.drawRects(parts[part]);
+  }
+  painter.setBrush(Qt::NoBrush);
 }
 
 // One frame with what belongs to it.
@@ -60,7 +91,8 @@ class Graph {
         place_(place),
         count_(view.recording.ViewCount),
         frame_(QPointF(page.across(place.frame_left), page.down(place.frame_top)),
-               QPointF(page.across(right_mm), page.down(place.frame_top + place.frame_height))) {}
+               QPointF(page.across(right_mm), page.down(place.frame_top + place.frame_height))),
+        column_(std::max(page.device_pixel(), page.across(finest_column_mm))) {}
 
   void draw() const {
     for (std::size_t column = 0; column < place_.slots_shown.size(); ++column) draw_scale(column);
@@ -85,9 +117,7 @@ class Graph {
     const double right = page_.across(left_mm + scale_column_mm * (nth + 1) - scale_gap_mm);
     const double top = page_.down(place_.top + heading_mm * nth);
     const auto& info = view_.recording.ChannelInfo;
-    painter().setPen(curve_pen(slot));
-    const double line_y = top + Page::line_height(points) / 2;
-    painter().drawLine(QPointF(left, line_y), QPointF(left + page_.across(sample_line_mm), line_y));
+    draw_sample_line(c, {left, top + Page::line_height(points) / 2});
     painter().setPen(Qt::black);
     const double text_left = left + page_.across(scale_column_mm);
     page_.text({text_left, top}, info[1][c] + u' ' + info[2][c], points,
@@ -101,6 +131,15 @@ class Graph {
       page_.text({right, row_y(row) - Page::line_height(size) / 2}, fixed2(value), size,
                  right - left, Page::Align::right);
     }
+  }
+
+  void draw_sample_line(std::size_t c, QPointF from) const {
+    constexpr std::array<float, 2> level = {0, 0};
+    const CurvePlace place = {{page_.across(sample_line_mm), 0}};
+    painter().save();
+    painter().translate(from);
+    draw_ink(painter(), c, paper_curve({level.data(), 1, 2}, place, column_), column_, 0);
+    painter().restore();
   }
 
   void draw_grid() const {
@@ -131,12 +170,8 @@ class Graph {
                                         slot,
                                     Recording::channel_slots, count_};
       const double shift = place_.slots_shown.size() > 1 ? channel_shift * slot : 0;
-      const CurvePlace place = {count_, frame_.size(), view_.high[c], view_.low[c], shift};
-      const double column = std::max(page_.device_pixel(), page_.across(finest_column_mm));
-      painter().setPen(curve_pen(slot));
-      for (const QPolygonF& piece : paper_curve(samples, place, column)) {
-        painter().drawPolyline(piece);
-      }
+      const CurvePlace place = {frame_.size(), view_.high[c], view_.low[c], shift};
+      draw_ink(painter(), c, paper_curve(samples, place, column_), column_, frame_.height());
     }
     painter().restore();
   }
@@ -172,6 +207,7 @@ class Graph {
   const GraphPlace& place_;
   int count_;
   QRectF frame_;
+  double column_;
 };
 
 }  // namespace

@@ -51,25 +51,24 @@ double Page::line_height(double points) {
   return QFontMetricsF(paper_font(points)).height();
 }
 
-double Page::text_width(const QString& text, double points) {
-  return QFontMetricsF(paper_font(points)).horizontalAdvance(text);
-}
-
 void Page::text(QPointF place, const QString& text, double points, double room, Align align) const {
   QString shown = text;
-  double size = points;
-  double width = text_width(text, points);
+  QFont font = paper_font(points);
+  QFontMetricsF metrics(font);
+  double width = metrics.horizontalAdvance(text);
+  // A smaller line keeps its middle where the line of full size has it.
+  double lowered = 0;
   if (width > room) {
-    size = points * std::clamp(room / width, smallest_share, 1.0);
-    shown = QFontMetricsF(paper_font(size)).elidedText(text, Qt::ElideRight, room);
-    width = text_width(shown, size);
+    const double full_height = metrics.height();
+    font = paper_font(points * std::clamp(room / width, smallest_share, 1.0));
+    metrics = QFontMetricsF(font);
+    shown = metrics.elidedText(text, Qt::ElideRight, room);
+    width = metrics.horizontalAdvance(shown);
+    lowered = (full_height - metrics.height()) / 2;
   }
-  const QFont font = paper_font(size);
   const double left = align == Align::left     ? place.x()
                       : align == Align::centre ? place.x() - width / 2
                                                : place.x() - width;
   painter_.setFont(font);
-  // A smaller line keeps its middle where the line of full size has it.
-  const double lowered = (line_height(points) - line_height(size)) / 2;
-  painter_.drawText(QPointF(left, place.y() + lowered + QFontMetricsF(font).ascent()), shown);
+  painter_.drawText(QPointF(left, place.y() + lowered + metrics.ascent()), shown);
 }

@@ -42,8 +42,6 @@ class Page {
             Align align = Align::left) const;
   // The height of such a line in twips.
   static double line_height(double points);
-  // The width of such a line in twips.
-  static double text_width(const QString& text, double points);
 
  private:
   QPainter& painter_;

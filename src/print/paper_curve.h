@@ -1,15 +1,30 @@
-// A channel's curve as lines for paper: no more points than the paper can show, none outside the
-// graph, so that dashes cost what is seen of them and no more.
+// A channel's curve on paper, cut into upright columns so fine that the ink in each is one run from
+// top to bottom. What a curve costs to draw then depends on the paper, not on its samples.
 #pragma once
 
-#include <QPolygonF>
+#include <QSizeF>
 
+#include <limits>
 #include <vector>
 
 #include "app/curve.h"
 
-// The pieces of the curve that lie within 0..height, in the unit of `place.size`, whose span must
-// be 2 or more. Samples that share a column `column` wide give its first, lowest, highest and last
-// one: the ink is the same. Values that are no numbers leave a gap.
-std::vector<QPolygonF> paper_curve(const CurveSamples& samples, const CurvePlace& place,
-                                   double column);
+// Where a curve lies, counted from the upper left corner of its graph in any unit.
+struct CurvePlace {
+  QSizeF size;
+  // The value `high` lies at y = shift, the value `low` at y = height + shift. Values outside lie
+  // outside.
+  double high = 1;
+  double low = 0;
+  double shift = 0;
+};
+
+// What the curve covers in a column; nothing where `top` is below `bottom`.
+struct Ink {
+  double top = std::numeric_limits<double>::infinity();
+  double bottom = -std::numeric_limits<double>::infinity();
+};
+
+// The straight lines from sample to sample, the first at the left edge and the last at the right
+// one, in columns of this width from the left edge on. Values that are no numbers leave a gap.
+std::vector<Ink> paper_curve(const CurveSamples& samples, const CurvePlace& place, double column);

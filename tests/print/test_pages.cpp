@@ -1,7 +1,7 @@
 #include <QPainter>
 #include <QTest>
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 
 #include "print/graph_page.h"
@@ -13,42 +13,73 @@
 
 namespace {
 
-constexpr double twips_per_pixel = 15;
 constexpr float none = std::numeric_limits<float>::quiet_NaN();
+constexpr int pale = 20;
+constexpr int full = 100;
+const QSizeF a4_landscape = a4_portrait.transposed();
 
-template <class Draw>
-QImage picture_of(QSizeF size, Draw draw) {
-  QImage image((size / twips_per_pixel).toSize(), QImage::Format_RGB32);
-  image.fill(Qt::white);
-  QPainter painter(&image);
-  painter.scale(1 / twips_per_pixel, 1 / twips_per_pixel);
-  draw(painter);
-  return image;
-}
+struct CurveRow {
+  const char* name;
+  std::vector<float> values;
+  std::vector<Ink> inks;
+};
 
-// A pixel of this hue, be it the edge of a line that fades into white.
-bool has_colour(QRgb pixel, QRgb colour) {
-  const QColor seen(pixel);
-  return seen.hsvSaturation() > 60 && std::abs(seen.hsvHue() - QColor(colour).hsvHue()) < 12;
-}
+struct PageRow {
+  const char* name;
+  std::vector<int> chosen;
+  bool combined;
+  QSizeF paper;
+  double height;
+  double left;
+};
 
-int count_of(const QImage& image, QRgb colour) {
-  int count = 0;
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) count += has_colour(image.pixel(x, y), colour);
+// The graph page at 96 pixels an inch; places are millimetres of A4 in portrait.
+struct Picture {
+  explicit Picture(const PrintedView& view, QSizeF paper = a4_portrait)
+      : image((paper / 15).toSize(), QImage::Format_RGB32),
+        mm(QTransform::fromScale(paper.width() / 15 / 210, paper.height() / 15 / 297)) {
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(1 / 15.0, 1 / 15.0);
+    draw_graph_page(painter, paper, view);
   }
-  return count;
-}
+  // Pixels of this channel's hue in the part, and of this saturation at least.
+  int count(std::size_t slot, QRectF part, int saturation) const {
+    const QRectF pixels = mm.mapRect(part);
+    const int hue = QColor(paper_colours[slot]).hsvHue();
+    int found = 0;
+    for (int y = int(pixels.top()); y <= int(pixels.bottom()); ++y) {
+      for (int x = int(pixels.left()); x <= int(pixels.right()); ++x) {
+        const QColor seen = image.pixelColor(x, y);
+        found += seen.hsvSaturation() >= saturation && std::abs(seen.hsvHue() - hue) < 12;
+      }
+    }
+    return found;
+  }
+  bool is_white(double from_mm, double to_mm) const {
+    const QImage part = image.copy(mm.mapRect(QRectF(0, from_mm, 210, to_mm - from_mm)).toRect());
+    QImage white(part.size(), part.format());
+    white.fill(Qt::white);
+    return part == white;
+  }
+  QImage image;
+  QTransform mm;
+};
 
-bool is_white(const QImage& image, QRect part) {
-  const QImage cut = image.copy(part);
-  QImage white(cut.size(), cut.format());
-  white.fill(Qt::white);
-  return cut == white;
-}
-
-int pixels_down(double mm) {
-  return static_cast<int>(mm * twips_per_mm / twips_per_pixel);
+// A level curve lies there and is whole, with this channel's number of dashes.
+void check_level(const Picture& page, std::size_t slot, double from, double to, double y) {
+  constexpr std::array dashes_a_width = {0.0, 1 / 13.0, 1 / 6.0, 2 / 21.0};
+  constexpr double curve_width = 17;
+  int dashes = 0;
+  bool inside = false;
+  for (double x = from; x < to; x += 0.2) {
+    QVERIFY(page.count(slot, {x, y - 0.5, 0, 1}, pale) > 0);
+    const bool ink = page.count(slot, {x, y - 0.5, 0, 1}, full) > 0;
+    dashes += ink && !inside;
+    inside = ink;
+  }
+  const double widths = (to - from) * page.mm.m11() * 15 / curve_width;
+  QVERIFY(std::abs(dashes - std::max(1.0, widths * dashes_a_width[slot])) <= 2);
 }
 
 }  // namespace
@@ -56,292 +87,131 @@ int pixels_down(double mm) {
 class TestPages : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  void init();
-  void curve_pieces_data();
-  void curve_pieces();
-  void a_crowded_column_keeps_its_ink();
-  void places_data();
-  void places();
-  void curves_have_their_colours_data();
-  void curves_have_their_colours();
-  void a_curve_lies_where_its_values_are();
-  void dashes_differ();
-  void landscape_stretches_the_page();
-  void a_sample_outside_ends_the_drawing();
-  void odd_views_data();
-  void odd_views();
-  void sheet_pages_hold_each_sample_once_data();
-  void sheet_pages_hold_each_sample_once();
-  void sheet_rows_are_drawn();
+  void init() { fill_recording(*recording_, 200, 4); }
+
+  void curve_ink_data() {
+    add_rows<CurveRow>({
+        {"level", {5, 5}, {{5, 5}, {5, 5}, {5, 5}, {5, 5}}},
+        {"slope", {0, 8}, {{8, 10}, {6, 8}, {4, 6}, {2, 4}}},
+        {"peak among many", {1, 1, 1, 9, 1, 1, 1, 1, 1}, {{9, 9}, {1, 9}, {9, 9}, {9, 9}}},
+        {"gap", {4, 4, none, 6, 6}, {{6, 6}, {6, 6}, {}, {4, 4}}},
+        {"outside", {20, 20}, {{-10, -10}, {-10, -10}, {-10, -10}, {-10, -10}}},
+    });
+  }
+  void curve_ink() {
+    QFETCH(CurveRow, row);
+    const CurveSamples samples = {row.values.data(), 1, static_cast<int>(row.values.size())};
+    const auto inks = paper_curve(samples, {{100, 10}, 10, 0, 0}, 25);
+    QVERIFY(std::equal(inks.begin(), inks.end(), row.inks.begin(), row.inks.end(),
+                       [](Ink a, Ink b) { return a.top == b.top && a.bottom == b.bottom; }));
+  }
+
+  void graphs_data() {
+    const std::vector<int> all = {0, 1, 2, 3};
+    add_rows<PageRow>({{"combined", all, true, a4_portrait, 75, 68},
+                       {"combined, one", {2}, true, a4_portrait, 75, 32},
+                       {"separate, two", {1, 3}, false, a4_portrait, 75, 32},
+                       {"separate, three", {0, 1, 3}, false, a4_portrait, 55.083, 32},
+                       {"separate", all, false, a4_portrait, 34.75, 32},
+                       {"landscape", all, true, a4_landscape, 75, 68},
+                       {"landscape, separate", {0, 2}, false, a4_landscape, 75, 32}});
+  }
+  // Each channel lies at a height of its own in the first half and at another in the second.
+  void graphs() {
+    QFETCH(PageRow, row);
+    const auto share = [](int slot) { return (slot + 1) / 10.0; };
+    for (int n = 0; n < 200; ++n) {
+      for (int c = 0; c < 4; ++c) {
+        const double height = n < 100 ? share(c) : 1 - share(c);
+        recording_->SampleValues(n, c) = static_cast<float>(10 * c + 10 + 20 * height);
+      }
+    }
+    const Picture page(view(row.chosen, row.combined), row.paper);
+    const auto lines = static_cast<int>(5 + row.chosen.size());
+    double free_from = header_line_mm(lines + 1);
+    for (const GraphPlace& place : graph_places(row.chosen, row.combined, lines)) {
+      QVERIFY(place.top >= free_from);
+      QVERIFY(std::abs(place.frame_height - row.height) < 0.01);
+      QCOMPARE(place.frame_left, row.left);
+      const double middle = (place.frame_left + 190) / 2;
+      for (const int slot : place.slots_shown) {
+        const auto c = static_cast<std::size_t>(slot);
+        const double high = place.frame_top + place.frame_height * share(slot);
+        const double low = place.frame_top + place.frame_height * (1 - share(slot));
+        check_level(page, c, row.left + 1, middle - 1, low);
+        check_level(page, c, middle + 1, 189, high);
+        QCOMPARE(page.count(c, {row.left + 1, high - 1, middle - row.left - 2, 2}, pale), 0);
+        QCOMPARE(page.count(c, {191, high - 1, 15, 2}, pale), 0);
+      }
+      free_from = place.frame_top + place.frame_height + 9;
+    }
+    QVERIFY(free_from < 290);
+    for (int slot = 0; slot < 4; ++slot) {
+      const bool chosen = std::count(row.chosen.begin(), row.chosen.end(), slot) > 0;
+      QCOMPARE(page.count(std::size_t(slot), {0, 0, 209, 296}, full) > 0, chosen);
+    }
+  }
+
+  // One sample, no scale, no numbers, far outside: nothing outside the frame, and it ends.
+  void odd_views() {
+    struct Odd {
+      int count;
+      float value;
+      float low;
+    };
+    for (const Odd& odd : {Odd{1, 20, 10}, {200, 20, 30}, {200, none, 10}, {200, 3e38F, 10}}) {
+      recording_->ViewCount = odd.count;
+      for (int n = 0; n < 200; ++n) recording_->SampleValues(n, 0) = n % 2 ? -odd.value : odd.value;
+      PrintedView shown = view({0});
+      shown.low[0] = odd.low;
+      const Picture page(shown);
+      const double top = graph_places({0}, true, 6).front().frame_top;
+      QCOMPARE(page.count(0, {10, top + 76, 190, 50}, pale), 0);
+      QCOMPARE(page.count(0, {33, top, 156, 75}, full) > 0, odd.value > 1e38F);
+    }
+  }
+
+  void a_sample_outside_ends_the_drawing() {
+    PrintedView beyond = view({0, 1});
+    beyond.start = 30'000;
+    recording_->ViewCount = 2;
+    const Picture page(beyond);
+    QVERIFY(!page.is_white(header_line_mm(4), header_line_mm(5)));
+    QVERIFY(page.is_white(header_line_mm(5), 297));
+  }
+
+  void sheet_pages_hold_each_sample_once() {
+    struct Sheet {
+      int samples;
+      int start;
+      int shown;
+    };
+    for (const Sheet& held :
+         {Sheet{0, 0, 0}, {500, 100, 128}, {500, 450, 128}, {30001, 0, 30001}}) {
+      recording_->SampleCount = held.samples;
+      recording_->ViewCount = held.shown;
+      PrintedView sheet = view({0, 1});
+      sheet.start = held.start;
+      const SheetPages pages(sheet, a4_landscape);
+      int next = 0;
+      for (int page = 0; page < pages.count(); ++page) {
+        QCOMPARE(pages.rows(page).first, next);
+        QVERIFY(pages.rows(page).count > 0 || held.shown == 0);
+        next += pages.rows(page).count;
+      }
+      QCOMPARE(next, std::min(held.shown, held.samples - held.start));
+    }
+  }
 
  private:
-  PrintedView view(std::vector<int> slots_chosen, bool combined = true) const;
-  QImage graph_page(const PrintedView& view, QSizeF size = a4_portrait) const;
+  PrintedView view(const std::vector<int>& chosen, bool combined = true) const {
+    PrintedView result{*recording_, 0, {}, {30, 40, 50, 60}, {10, 20, 30, 40}, combined};
+    for (const int slot : chosen) result.chosen[static_cast<std::size_t>(slot)] = true;
+    return result;
+  }
 
-  std::unique_ptr<Recording> recording_;
+  std::unique_ptr<Recording> recording_ = std::make_unique<Recording>();
 };
-
-void TestPages::init() {
-  recording_ = std::make_unique<Recording>();
-  fill_recording(*recording_, 200, 4);
-}
-
-PrintedView TestPages::view(std::vector<int> slots_chosen, bool combined) const {
-  PrintedView result{*recording_};
-  result.combined = combined;
-  result.high = {30, 40, 50, 60};
-  result.low = {10, 20, 30, 40};
-  for (const int slot : slots_chosen) result.chosen[static_cast<std::size_t>(slot)] = true;
-  return result;
-}
-
-QImage TestPages::graph_page(const PrintedView& view, QSizeF size) const {
-  return picture_of(size, [&](QPainter& painter) { draw_graph_page(painter, size, view); });
-}
-
-void TestPages::curve_pieces_data() {
-  QTest::addColumn<QList<float>>("values");
-  QTest::addColumn<QList<QPolygonF>>("pieces");
-  using Values = QList<float>;
-  using Pieces = QList<QPolygonF>;
-  using Piece = QPolygonF;
-  QTest::newRow("inside") << Values{0, 10, 5} << Pieces{Piece{{0, 10}, {50, 0}, {100, 5}}};
-  QTest::newRow("cut above and below")
-      << Values{5, 15, -5} << Pieces{Piece{{0, 5}, {25, 0}}, Piece{{62.5, 0}, {87.5, 10}}};
-  QTest::newRow("back in") << Values{20, 0, 20} << Pieces{Piece{{25, 0}, {50, 10}, {75, 0}}};
-  QTest::newRow("all above") << Values{20, 30, 20} << Pieces{};
-  QTest::newRow("level above") << Values{20, 20, 20} << Pieces{};
-  QTest::newRow("a gap") << Values{1, 2, none, 4, 5}
-                         << Pieces{Piece{{0, 9}, {25, 8}}, Piece{{75, 6}, {100, 5}}};
-  QTest::newRow("huge") << Values{-3e38F, 3e38F} << Pieces{Piece{{50, 10}, {50, 0}}};
-}
-
-void TestPages::curve_pieces() {
-  QFETCH(QList<float>, values);
-  QFETCH(QList<QPolygonF>, pieces);
-  const int count = static_cast<int>(values.size());
-  const CurvePlace place = {count, {100, 10}, 10, 0, 0};
-  const auto got = paper_curve({values.constData(), 1, count}, place, 0.01);
-  QCOMPARE(QList<QPolygonF>(got.begin(), got.end()), pieces);
-}
-
-// A spike of one sample among thousands a column must be on paper.
-void TestPages::a_crowded_column_keeps_its_ink() {
-  std::vector<float> values(30001, 5);
-  values[12'345] = 9;
-  values[12'346] = 1;
-  const int count = static_cast<int>(values.size());
-  const auto pieces = paper_curve({values.data(), 1, count}, {count, {100, 10}, 10, 0, 0}, 1);
-  QCOMPARE(pieces.size(), std::size_t{1});
-  const QRectF bounds = pieces[0].boundingRect();
-  QCOMPARE(bounds, QRectF(0, 1, 100, 8));
-  QVERIFY(pieces[0].size() <= 4 * 101);
-}
-
-void TestPages::places_data() {
-  QTest::addColumn<int>("channels");
-  QTest::addColumn<bool>("combined");
-  QTest::addColumn<double>("height");
-  QTest::addColumn<double>("left");
-  QTest::newRow("one") << 1 << true << 75.0 << 32.0;
-  QTest::newRow("four in one") << 4 << true << 75.0 << 68.0;
-  QTest::newRow("one by itself") << 1 << false << 75.0 << 32.0;
-  QTest::newRow("two") << 2 << false << 75.0 << 32.0;
-  QTest::newRow("three share") << 3 << false << 55.0833 << 32.0;
-  QTest::newRow("four share") << 4 << false << 34.75 << 32.0;
-}
-
-void TestPages::places() {
-  QFETCH(int, channels);
-  QFETCH(bool, combined);
-  QFETCH(double, height);
-  QFETCH(double, left);
-  std::vector<int> slots_to_print;
-  for (int c = 0; c < channels; ++c) slots_to_print.push_back(c);
-  const auto places = graph_places(slots_to_print, combined, 5 + channels);
-  QCOMPARE(int(places.size()), combined ? 1 : channels);
-  double free_from = header_line_mm(5 + channels + 1);
-  for (const GraphPlace& place : places) {
-    QVERIFY2(place.top >= free_from, qPrintable(QString::number(place.top)));
-    QVERIFY(std::abs(place.frame_height - height) < 0.01);
-    QCOMPARE(place.frame_left, left);
-    free_from = place.frame_top + place.frame_height + 9;
-  }
-  QVERIFY(free_from < 290);
-}
-
-void TestPages::curves_have_their_colours_data() {
-  QTest::addColumn<QList<int>>("chosen");
-  QTest::addColumn<bool>("combined");
-  for (const bool combined : {true, false}) {
-    const char* how = combined ? "combined" : "separate";
-    QTest::addRow("%s, all", how) << QList<int>{0, 1, 2, 3} << combined;
-    QTest::addRow("%s, two", how) << QList<int>{1, 3} << combined;
-    QTest::addRow("%s, one", how) << QList<int>{2} << combined;
-  }
-}
-
-void TestPages::curves_have_their_colours() {
-  QFETCH(QList<int>, chosen);
-  QFETCH(bool, combined);
-  const QImage page = graph_page(view({chosen.begin(), chosen.end()}, combined));
-  for (int slot = 0; slot < 4; ++slot) {
-    const int count = count_of(page, paper_colours[static_cast<std::size_t>(slot)]);
-    QVERIFY2(chosen.contains(slot) ? count > 150 : count == 0,
-             qPrintable(QStringLiteral("slot %1: %2").arg(slot).arg(count)));
-  }
-}
-
-void TestPages::a_curve_lies_where_its_values_are() {
-  for (int n = 0; n < 200; ++n) recording_->SampleValues(n, 0) = n < 100 ? 15 : 25;
-  const QImage page = graph_page(view({0}));
-  const GraphPlace place = graph_places({0}, true, 6).front();
-  const auto drawn = [&](double across_mm, double down_mm) {
-    for (int y = pixels_down(down_mm) - 1; y <= pixels_down(down_mm) + 1; ++y) {
-      if (has_colour(page.pixel(pixels_down(across_mm), y), paper_colours[0])) return true;
-    }
-    return false;
-  };
-  const double quarter = place.frame_top + place.frame_height / 4;
-  QVERIFY(drawn(place.frame_left + 40, place.frame_top + place.frame_height * 3 / 4));
-  QVERIFY(!drawn(place.frame_left + 40, quarter));
-  QVERIFY(drawn(150, quarter));
-  QVERIFY(drawn(189, quarter));
-  QVERIFY(!drawn(191, quarter));
-}
-
-// A level curve of each channel falls into its own number of dashes.
-void TestPages::dashes_differ() {
-  std::vector<int> counts;
-  for (int slot = 0; slot < 4; ++slot) {
-    for (int n = 0; n < 200; ++n) recording_->SampleValues(n, slot) = 25.0F + 10.0F * float(slot);
-    const QImage page = graph_page(view({slot}));
-    const GraphPlace place = graph_places({slot}, true, 6).front();
-    const int y = pixels_down(place.frame_top + place.frame_height / 4) - 2;
-    int dashes = 0;
-    bool inside = false;
-    for (int x = pixels_down(place.frame_left) + 2; x < page.width(); ++x) {
-      const bool ink =
-          count_of(page.copy(x, y, 1, 5), paper_colours[static_cast<std::size_t>(slot)]) > 0;
-      dashes += ink && !inside;
-      inside = ink;
-    }
-    counts.push_back(dashes);
-  }
-  QCOMPARE(counts[0], 1);
-  std::sort(counts.begin(), counts.end());
-  for (std::size_t i = 1; i < counts.size(); ++i) QVERIFY(counts[i] > counts[i - 1] + 5);
-}
-
-void TestPages::landscape_stretches_the_page() {
-  const QSizeF size = a4_portrait.transposed();
-  const QImage page = graph_page(view({0, 1, 2, 3}), size);
-  QCOMPARE(page.size(), QSize(1123, 794));
-  const GraphPlace place = graph_places({0, 1, 2, 3}, true, 9).front();
-  const double across = 297.0 / 210.0;
-  const double down = 210.0 / 297.0;
-  const auto dark = [&](double x_mm, double y_mm) {
-    const QRect spot(pixels_down(x_mm * across) - 1, pixels_down(y_mm * down) - 1, 3, 3);
-    return !is_white(page, spot);
-  };
-  QVERIFY(dark(190, place.frame_top + 31));
-  QVERIFY(dark(place.frame_left, place.frame_top + 31));
-  QVERIFY(dark(150, place.frame_top + 75));
-  QVERIFY(is_white(page, QRect(0, pixels_down((place.frame_top + 87) * down), 1123, 200)));
-}
-
-void TestPages::a_sample_outside_ends_the_drawing() {
-  PrintedView beyond = view({0, 1});
-  beyond.start = 30'000;
-  recording_->ViewCount = 2;
-  const QImage page = graph_page(beyond);
-  const int line_5 = pixels_down(header_line_mm(5));
-  QVERIFY(!is_white(page, QRect(0, line_5 - pixels_down(5), page.width(), pixels_down(4))));
-  QVERIFY(is_white(page, QRect(0, line_5, page.width(), page.height() - line_5)));
-}
-
-void TestPages::odd_views_data() {
-  QTest::addColumn<int>("count");
-  QTest::addColumn<float>("value");
-  QTest::addColumn<float>("low");
-  QTest::newRow("one sample") << 1 << 20.0F << 10.0F;
-  QTest::newRow("no scale") << 200 << 20.0F << 30.0F;
-  QTest::newRow("no numbers") << 200 << none << 10.0F;
-  QTest::newRow("far outside") << 200 << 3e38F << 10.0F;
-}
-
-// No curve, and nothing drawn outside the frame or for ever.
-void TestPages::odd_views() {
-  QFETCH(int, count);
-  QFETCH(float, value);
-  QFETCH(float, low);
-  recording_->ViewCount = count;
-  for (int n = 0; n < 200; ++n) recording_->SampleValues(n, 0) = n % 2 == 0 ? value : -value;
-  if (value == 20.0F) recording_->SampleValues(1, 0) = value;
-  PrintedView odd = view({0});
-  odd.low[0] = low;
-  const QImage page = graph_page(odd);
-  const GraphPlace place = graph_places({0}, true, 6).front();
-  const QImage under =
-      page.copy(0, pixels_down(place.frame_top + place.frame_height) + 2, page.width(), 300);
-  QCOMPARE(count_of(under, paper_colours[0]), 0);
-  const QImage frame = page.copy(pixels_down(place.frame_left) + 2, pixels_down(place.frame_top),
-                                 400, pixels_down(75));
-  if (value != 3e38F) QCOMPARE(count_of(frame, paper_colours[0]), 0);
-}
-
-void TestPages::sheet_pages_hold_each_sample_once_data() {
-  QTest::addColumn<int>("samples");
-  QTest::addColumn<int>("start");
-  QTest::addColumn<int>("shown");
-  QTest::newRow("none") << 0 << 0 << 0;
-  QTest::newRow("one") << 1 << 0 << 1;
-  QTest::newRow("a segment") << 500 << 100 << 128;
-  QTest::newRow("a view that runs out") << 500 << 450 << 128;
-  QTest::newRow("full") << 30001 << 0 << 30001;
-}
-
-void TestPages::sheet_pages_hold_each_sample_once() {
-  QFETCH(int, samples);
-  QFETCH(int, start);
-  QFETCH(int, shown);
-  recording_->SampleCount = samples;
-  recording_->ViewCount = shown;
-  PrintedView sheet = view({0, 1});
-  sheet.start = start;
-  for (const QSizeF& size : {a4_portrait, a4_portrait.transposed()}) {
-    const SheetPages pages(sheet, size);
-    int next = 0;
-    for (int page = 0; page < pages.count(); ++page) {
-      const SheetRows rows = pages.rows(page);
-      QCOMPARE(rows.first, next);
-      QVERIFY(rows.count > 0 || shown == 0);
-      next += rows.count;
-    }
-    QCOMPARE(next, std::min(shown, samples - start));
-    QCOMPARE(pages.rows(pages.count()).count, 0);
-  }
-}
-
-void TestPages::sheet_rows_are_drawn() {
-  recording_->SampleCount = recording_->ViewCount = 60;
-  const PrintedView sheet = view({0, 1, 2, 3});
-  const auto page = [&](int number) {
-    return picture_of(a4_portrait, [&](QPainter& painter) {
-      draw_sheet_page(painter, a4_portrait, sheet, number);
-    });
-  };
-  // The last page begins with the table's head and has no header above it.
-  const QImage last = page(1);
-  QVERIFY(is_white(last, QRect(0, 0, last.width(), pixels_down(14))));
-  QVERIFY(!is_white(last, QRect(0, pixels_down(15), last.width(), pixels_down(6))));
-  const int rows = SheetPages(sheet, a4_portrait).rows(1).count;
-  const int end = pixels_down(15 + 6 + 5.0 * rows) + 2;
-  QVERIFY(!is_white(last, QRect(0, end - pixels_down(5), last.width(), pixels_down(4))));
-  QVERIFY(is_white(last, QRect(0, end, last.width(), pixels_down(280) - end)));
-  const QImage first = page(0);
-  QVERIFY(!is_white(first, QRect(0, pixels_down(15.5), first.width(), pixels_down(4))));
-}
 
 const int registered = register_test<TestPages>();
 

@@ -1,0 +1,167 @@
+// The pages of the largest Recording, on the screen and into PDF: against the time that a user
+// gives them, and beside plain drawing of the same.
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "app/numbers.h"
+#include "app/user.h"
+#include "print/frmDataView.h"
+#include "print/frmGraphView.h"
+#include "print/graph_page.h"
+#include "print/page.h"
+#include "print/print_commands.h"
+#include "print/qt_printer.h"
+#include "print/sample_recording.h"
+#include "print/sheet_page.h"
+#include "suite.h"
+#include "support/fake_shell.h"
+
+namespace {
+
+constexpr int channels = Recording::max_channels;
+constexpr double most_repaint_ms = 30;
+constexpr double most_turn_ms = 20;
+constexpr double most_pdf_ms = 1000;
+
+// Curves under noise over most of the frame: the most ink that there can be.
+void fill_with_noise() {
+  fill_recording(User::recording, Recording::max_samples, channels);
+  for (int n = 0; n < Recording::max_samples; ++n) {
+    for (int c = 0; c < channels; ++c) {
+      User::recording.SampleValues(n, c) += static_cast<float>(n * 7919 % 997) / 100.0F;
+    }
+  }
+  User::AxisHigh = {40, 50, 60, 70, 0};
+  User::AxisLow = {10, 20, 30, 40, 0};
+  User::PrintChannels = {1, 1, 1, 1, 1};
+}
+
+// Every sample a point of one line a channel, as thin as can be, and nothing else on the page.
+void draw_every_sample(QPainter& painter, QSizeF size) {
+  const GraphPlace place = graph_places({0, 1, 2, 3}, true, 9).front();
+  const Page page(painter, size);
+  const QRectF frame(QPointF(page.across(place.frame_left), page.down(place.frame_top)),
+                     QPointF(page.across(190), page.down(place.frame_top + place.frame_height)));
+  for (std::size_t c = 0; c < channels; ++c) {
+    const double scale = frame.height() / (User::AxisHigh[c] - User::AxisLow[c]);
+    QPolygonF line;
+    for (int n = 0; n < Recording::max_samples; ++n) {
+      const float value = User::recording.SampleValues(n, static_cast<std::int64_t>(c));
+      line << QPointF(frame.left() + frame.width() * n / (Recording::max_samples - 1),
+                      frame.bottom() - (value - User::AxisLow[c]) * scale);
+    }
+    painter.setPen(QPen(QColor(paper_colours[c]), 0));
+    painter.drawPolyline(line);
+  }
+}
+
+// The texts of a page full of rows, with neither lines nor any thought for their width.
+void draw_texts(QPainter& painter, int first, int rows) {
+  QFont font(QStringLiteral("Liberation Sans"));
+  font.setHintingPreference(QFont::PreferNoHinting);
+  font.setPixelSize(180);
+  painter.setFont(font);
+  for (int row = 0; row < rows; ++row) {
+    const int sample = first + row;
+    const auto cell = [&](int column, const QString& text) {
+      painter.drawText(QRectF(column * 1700, row * 283, 1700, 283),
+                       Qt::AlignRight | Qt::AlignVCenter, text);
+    };
+    cell(0, QString::number(sample + 1));
+    cell(1, User::recording.SampleTimes(sample));
+    for (int c = 0; c < channels; ++c) cell(2 + c, fixed2(User::recording.SampleValues(sample, c)));
+  }
+}
+
+void show(QWidget& window) {
+  window.resize(900, 1300);
+  window.show();
+  (void)QTest::qWaitForWindowExposed(&window);
+}
+
+double repaint_ms(PageArea& area) {
+  area.redraw();
+  return milliseconds([&] { area.Pic->repaint(); });
+}
+
+Side on_screen(PageArea::DrawPage draw) {
+  return [draw = std::move(draw)] {
+    PageArea area(draw, nullptr);
+    area.set_page_size(a4_portrait);
+    show(area);
+    return std::optional(repaint_ms(area));
+  };
+}
+
+Side into_pdf(const QString& file, const std::function<void(QtPrinter&)>& print) {
+  return [file, print] {
+    QtPrinter printer;
+    printer.print_to_file(file);
+    return std::optional(milliseconds([&] { print(printer); }));
+  };
+}
+
+Side allowed(double ms) {
+  return [ms] { return std::optional(ms); };
+}
+
+// The preview shows all of its page, and paints it as its timer makes it do.
+void graph_preview(Suite& suite) {
+  FakeShell shell;
+  frmGraphView preview(shell);
+  show(preview);
+  const Side repaint = [&] { return std::optional(repaint_ms(*preview.area)); };
+  suite.compare("print: graph preview, repaint", repaint, "the time allowed",
+                allowed(most_repaint_ms), 1);
+  suite.compare("print: graph preview", repaint, "all segments drawn, curves only",
+                on_screen(draw_every_sample), 0.75);
+}
+
+void graph_into_pdf(Suite& suite) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(QStringLiteral("page.pdf"));
+  const Side ours = into_pdf(file, [](QtPrinter& printer) {
+    FakeShell shell;
+    shell.real_printer = &printer;
+    frmGraphView(shell).print();
+  });
+  const Side peer = into_pdf(file, [](QtPrinter& printer) {
+    draw_every_sample(printer.start_document(QStringLiteral("bench")), printer.paper_size());
+    printer.end_document();
+  });
+  suite.compare("print: graph into PDF, once", ours, "the time allowed", allowed(most_pdf_ms), 1);
+  suite.compare("print: graph into PDF", ours, "all segments drawn, curves only", peer, 0.25);
+}
+
+// Leaps through the sheet, so that every part of it has its turn.
+void sheet_preview(Suite& suite) {
+  FakeShell shell;
+  frmDataView preview(shell);
+  show(preview);
+  preview.show_page(Recording::max_samples);
+  const int pages = preview.page() + 1;
+  const int rows = SheetPages(printed_view(shell), a4_portrait).rows(1).count;
+  int page = 0;
+  const Side turn = [&] {
+    page = (page + 97) % pages;
+    return std::optional(milliseconds([&] {
+      preview.show_page(page);
+      preview.area->Pic->repaint();
+    }));
+  };
+  const Side texts = on_screen(
+      [&](QPainter& painter, QSizeF) { draw_texts(painter, Recording::max_samples / 2, rows); });
+  suite.compare("print: sheet preview, another page", turn, "the time allowed",
+                allowed(most_turn_ms), 1);
+  suite.compare("print: sheet preview", turn, "a page of drawText", texts, 2.5);
+}
+
+}  // namespace
+
+void print_benchmarks(Suite& suite) {
+  fill_with_noise();
+  graph_preview(suite);
+  graph_into_pdf(suite);
+  sheet_preview(suite);
+}
