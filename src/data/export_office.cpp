@@ -12,7 +12,7 @@ OfficeApplication running_or_new(Automation& office, std::string_view applicatio
   OfficeApplication result;
   const auto give_up = [&progress] { return progress.stopped(); };
   skip_on_error([&] { result.object = office.running(application, give_up); });
-  if (result.object) return result;
+  if (result.object || progress.stopped()) return result;
   skip_on_error([&] {
     result.object = office.create(application, give_up);
     result.created = true;

@@ -7,6 +7,7 @@
 #include <QThread>
 #include <QUuid>
 
+#include <algorithm>
 #include <com/sun/star/bridge/BridgeFactory.hpp>
 #include <com/sun/star/bridge/XBridge.hpp>
 #include <com/sun/star/connection/Connector.hpp>
@@ -37,6 +38,8 @@ constexpr int start_limit_ms = 60'000;
 // within this time.
 constexpr int end_limit_ms = 5'000;
 constexpr int hand_over_limit_ms = 500;
+// What starts while the program ends is not killed at once: it would leave its own files behind.
+constexpr int give_up_limit_ms = 3'000;
 
 qint64 run_office(const QStringList& arguments) {
   QProcess process;
@@ -88,7 +91,7 @@ void dispose(const Reference<css::uno::XInterface>& object) {
 }  // namespace
 
 std::shared_ptr<OfficeConnection> OfficeConnection::open(const Automation::GiveUp& give_up) {
-  const std::shared_ptr<OfficeConnection> connection(new OfficeConnection);
+  std::shared_ptr<OfficeConnection> connection(new OfficeConnection);
   try {
     rtl::Bootstrap::set("URE_BOOTSTRAP",
                         "vnd.sun.star.pathname:" + to_uno(program_folder) + "/fundamentalrc");
@@ -116,7 +119,8 @@ void OfficeConnection::connect(const Automation::GiveUp& give_up) {
     if (limit == start_limit_ms && !alive(process_)) {
       limit = static_cast<int>(timer.elapsed()) + end_limit_ms;
     }
-    if (give_up() || timer.hasExpired(limit)) {
+    if (give_up()) limit = std::min(limit, static_cast<int>(timer.elapsed()) + give_up_limit_ms);
+    if (timer.hasExpired(limit)) {
       // What has just been started for us has nothing of the user's in it yet.
       if (alive(process_)) kill(static_cast<pid_t>(process_), SIGTERM);
       QFile::remove(QStringLiteral("/tmp/OSL_PIPE_%1_%2").arg(getuid()).arg(pipe_.section('=', 1)));
@@ -125,6 +129,9 @@ void OfficeConnection::connect(const Automation::GiveUp& give_up) {
     QThread::msleep(poll_interval_ms);
   }
   started_ = !wait_for_end(process_, hand_over_limit_ms);
+  if (!give_up()) return;
+  quit();
+  throw AutomationError("given up");
 }
 
 bool OfficeConnection::try_to_connect() {

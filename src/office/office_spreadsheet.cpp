@@ -32,10 +32,9 @@ sal_Int32 column_width(double characters) {
 
 class Column final : public OfficeObject {
  public:
-  Column(Connection connection, Document document, Reference<css::beans::XPropertySet> column)
-      : OfficeObject(std::move(connection)),
-        document_(std::move(document)),
-        column_(std::move(column)) {}
+  Column(Connection connection, Document document,
+         const Reference<css::beans::XPropertySet>& column)
+      : OfficeObject(std::move(connection)), document_(std::move(document)), column_(column) {}
 
  protected:
   void put_member(std::string_view member, const AutomationArguments&,
@@ -67,9 +66,10 @@ class Column final : public OfficeObject {
 // A cell, and with "Resize" the block of which it is the upper left one.
 class Cells final : public OfficeObject {
  public:
-  Cells(Connection connection, SheetReference sheet, int row, int column, int rows, int columns)
+  Cells(Connection connection, const SheetReference& sheet, int row, int column, int rows,
+        int columns)
       : OfficeObject(std::move(connection)),
-        sheet_(std::move(sheet)),
+        sheet_(sheet),
         row_(row),
         column_(column),
         rows_(rows),
@@ -121,10 +121,8 @@ class Cells final : public OfficeObject {
 
 class Worksheet final : public OfficeObject {
  public:
-  Worksheet(Connection connection, Document document, SheetReference sheet)
-      : OfficeObject(std::move(connection)),
-        document_(std::move(document)),
-        sheet_(std::move(sheet)) {}
+  Worksheet(Connection connection, Document document, const SheetReference& sheet)
+      : OfficeObject(std::move(connection)), document_(std::move(document)), sheet_(sheet) {}
 
  protected:
   AutomationPointer get_member(std::string_view member,

@@ -1,39 +1,100 @@
-// The office suite as a test uses it: with a user's profile of its own, so that nothing stays
-// behind and nothing of the user's is touched.
+// The office suite as a test uses it: with a user's profile of its own, so that nothing of the
+// user's is touched and nothing stays behind.
 #pragma once
 
-#include <QStringList>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
 
-// For as long as it lives every office process that this program starts uses the profile; at the
-// end those that still run are ended.
+#include <signal.h>
+
+#ifndef CORVANE_OFFICE_PROGRAM
+#define CORVANE_OFFICE_PROGRAM ""
+#endif
+
+// For as long as it lives every office process that this program starts uses the profile and has
+// no windows; those that still run are ended by end().
 class OfficeSuite {
  public:
-  OfficeSuite();
-  ~OfficeSuite();
+  OfficeSuite() {
+    QDir().mkdir(temporary());
+    qputenv("TMPDIR", temporary().toUtf8());
+    qputenv("XDG_CONFIG_HOME", profile_.path().toUtf8());
+    qputenv("SAL_USE_VCLPLUGIN", "svp");
+  }
+  ~OfficeSuite() { end(); }
   OfficeSuite(const OfficeSuite&) = delete;
   OfficeSuite& operator=(const OfficeSuite&) = delete;
 
-  // Whether the plug-in was built and the suite that it was built for is there.
-  static bool installed();
+  void end() const {
+    for (const qint64 process : processes()) kill(static_cast<pid_t>(process), SIGTERM);
+    QElapsedTimer timer;
+    timer.start();
+    while (!processes().isEmpty() && !timer.hasExpired(patience_ms)) QThread::msleep(20);
+    for (const QString& pipe : left_pipes()) QFile::remove(pipe);
+    QDir(temporary()).removeRecursively();
+    QDir().mkdir(temporary());
+  }
 
-  // Whether it can open a file in a process that runs already; the suite made for servers cannot.
-  static bool has_windows();
+  // Whether the plug-in was built and the suite that it was built for is there.
+  static bool installed() {
+    return QFile::exists(program) && QFile::exists(CORVANE_PLUGIN_FOLDER "/corvane_office.so");
+  }
 
   // The ids of the office processes with this profile.
-  QList<qint64> processes() const;
-  // What this profile's processes have left in the folder for temporary files.
-  QStringList left_files() const;
+  QList<qint64> processes() const {
+    QList<qint64> result;
+    for (const QString& process : QDir("/proc").entryList({"[0-9]*"})) {
+      const QByteArray name = contents("/proc/" + process + "/comm");
+      if ((name.contains("soffice") || name.contains("oosplash")) &&
+          contents("/proc/" + process + "/environ").contains(profile_.path().toUtf8())) {
+        result << process.toLongLong();
+      }
+    }
+    return result;
+  }
 
-  // Runs the suite with these arguments until it ends; a running one takes them over.
-  bool run(const QStringList& arguments) const;
-  // Has it convert `file` by `filter`, such as "fods"; what it makes stands in `folder`.
-  bool convert(const QString& file, const QString& filter, const QString& folder) const;
+  // What it has left in the folders for temporary files and nobody uses any more.
+  QString left_files() const {
+    return (left_pipes() + QDir(temporary()).entryList({"lu*", "OSL*"})).join(u' ');
+  }
+
+  // Has the suite, running or not, write `file` in another form, such as "pdf", into `folder`.
+  static bool convert(const QString& file, const char* form, const QString& folder) {
+    QProcess process;
+    process.start(program, {"--headless", "--convert-to", form, "--outdir", folder, file});
+    return process.waitForFinished(patience_ms) && process.exitCode() == 0;
+  }
+
   // Opens `file` as a user would, in a process that goes on.
-  void open(const QString& file) const;
-  // Whether somebody has that file open.
-  static bool is_open(const QString& file);
+  static void open(const QString& file) { QProcess::startDetached(program, {"--nologo", file}); }
+  static bool is_open(const QString& file) {
+    return QFile::exists(QString(file).insert(file.lastIndexOf(u'/') + 1, ".~lock.") + u'#');
+  }
+
+  static constexpr int patience_ms = 60'000;
 
  private:
+  static QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  static QStringList pipes() { return QDir("/tmp").entryList({"OSL_PIPE_*"}, QDir::System); }
+  // Other office processes may have made theirs meanwhile, but listen at them.
+  QStringList left_pipes() const {
+    const QByteArray used = contents("/proc/net/unix");
+    QStringList result;
+    for (const QString& pipe : pipes()) {
+      if (!pipes_before_.contains(pipe) && !used.contains(pipe.toUtf8())) result << "/tmp/" + pipe;
+    }
+    return result;
+  }
+  QString temporary() const { return profile_.filePath(QStringLiteral("tmp")); }
+
+  static inline const QString program = QStringLiteral(CORVANE_OFFICE_PROGRAM "/soffice");
   QTemporaryDir profile_;
+  QStringList pipes_before_ = pipes();
 };
