@@ -26,6 +26,7 @@ Clock* clock = nullptr;
 
 // The recorder's address; there is no other.
 constexpr char address = 0x00;
+constexpr int late_answer_ms = 2000;
 constexpr int answer_time_ms = 1000;
 constexpr int pause_ms = 10;
 constexpr int busy_pause_ms = 100;
@@ -83,10 +84,14 @@ std::uint8_t answer_check(int expected_length) {
   return check;
 }
 
+// Whether the last exchange has seen no whole answer, so that one may still come.
+bool answer_missing = false;
+
 // Takes what has arrived and says whether it is the answer.
 bool take_answer(int expected_length) {
   clock->sleep(pause_ms);
   const int count = port->bytes_waiting();
+  answer_missing = count < expected_length;
   if (count < shortest_answer) return false;
   ReceiveBuffer = port->read_all();
   // A check over a part of an answer would pass once in 256 times, and readings would be wrong.
@@ -97,6 +102,21 @@ bool take_answer(int expected_length) {
   // line's start-up glitch has pushed along is worth more than a repeated request.
   ReceiveBuffer.remove(0, 1);
   return true;
+}
+
+// Lets so many bytes of late answers come in, and drops them. A clock that is set back ends it.
+void await_late_answers(int bytes) {
+  const QByteArray answer = ReceiveBuffer;
+  const QDateTime begin = clock->now();
+  skip_on_error([&] {
+    while (!clock->stopped() && port->bytes_waiting() < bytes) {
+      const qint64 waited = begin.msecsTo(clock->now());
+      if (waited < 0 || waited >= late_answer_ms) break;
+      clock->wait(static_cast<int>(late_answer_ms - waited));
+    }
+    port->read_all();
+  });
+  ReceiveBuffer = answer;
 }
 
 }  // namespace
@@ -186,6 +206,7 @@ int BuildCommand07(int start) {
 bool Exchange(int expected_length) {
   if (CommBusy) clock->sleep(busy_pause_ms);
   CommBusy = true;
+  answer_missing = false;
   log_frame(SendBuffer);
   bool answered = false;
   or_error_path(
@@ -202,10 +223,19 @@ bool Exchange(int expected_length) {
 
 bool request(const std::function<int()>& build_request, const Retries& retries,
              const std::function<bool()>& abandoned) {
+  int missing_bytes = 0;
   for (int attempt = 1; attempt <= retries.tries; ++attempt) {
     bool answered = false;
-    stop_at_first_failure([&] { answered = Exchange(build_request()); });
-    if (answered) return true;
+    int length = 0;
+    stop_at_first_failure([&] {
+      length = build_request();
+      answered = Exchange(length);
+    });
+    if (answered) {
+      if (missing_bytes > 0 && retries.await_late_answers) await_late_answers(missing_bytes);
+      return true;
+    }
+    if (answer_missing) missing_bytes += length;
     if (clock->stopped() || (abandoned && abandoned())) return false;
     if (attempt < retries.tries || retries.pause_after_last) clock->sleep(retries.pause);
   }

@@ -70,10 +70,13 @@ struct Retries {
   int tries = 3;
   int pause = 50;
   bool pause_after_last = false;
+  bool await_late_answers = true;
 };
 
 // Builds and exchanges until an answer comes or the tries are used up. `abandoned` is asked after
-// each try; when it says yes the result is false without a further try.
+// each try; when it says yes the result is false without a further try. An answer does not say
+// which request it is for: after an answer to a later try, those that earlier tries still miss are
+// awaited for up to two seconds and dropped, so that none is taken for the next request's.
 bool request(const std::function<int()>& build, const Retries& retries = {},
              const std::function<bool()>& abandoned = {});
 

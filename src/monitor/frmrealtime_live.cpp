@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr Packet::Retries live_retries = {.tries = 3, .pause = 10};
+// A late answer is a reading all the same; waiting for it would cost the next one.
+constexpr Packet::Retries live_retries = {.tries = 3, .pause = 10, .await_late_answers = false};
 constexpr int time_column_twips = 2000;
 
 // Wider than laid out where the locale's times need it.

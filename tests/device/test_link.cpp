@@ -62,7 +62,7 @@ class TestLink : public QObject {
                        {"garbage", 0, "Two", "Ok", "garbage", timeout, 3},
                        {"extra", 0, "Two", "Ok", "extra", linked, 2},
                        // The answer to the first try comes in time for the second.
-                       {"late", 0, "Two", "Ok", "late:command=00", linked, 3},
+                       {"late", 0, "Two", "Ok", "late:command=00", linked, 4},
                        {"unplugged", 0, "Two", "Ok", "unplug", timeout, 1}});
   }
   void outcomes() {

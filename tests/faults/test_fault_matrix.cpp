@@ -1,0 +1,234 @@
+// Every fault of the recorder in software, struck at the first, a middle and the last request of
+// everything that the program does with a recorder: once, which a retry mends, or three times.
+#include "acquire/frmhistorytime.h"
+#include "app/numbers.h"
+#include "app/times.h"
+#include "app/user.h"
+#include "device/fixed_point.h"
+#include "device/frmport.h"
+#include "monitor/frmrealtime.h"
+#include "support/dialogs.h"
+#include "support/runner.h"
+#include "support/simulated_window.h"
+
+namespace {
+
+enum class Operation { Link, Refresh, PropertiesSet, Polling, Download };
+
+struct Row {
+  Operation operation;
+  simulator::FaultKind kind;
+  int request;  // the first one struck, counted from the operation's start
+  int strikes;
+
+  bool unplugs() const { return kind == simulator::FaultKind::Unplug; }
+  // An extra byte is tolerated; an answer that is 1.5 s late comes in time for the second try.
+  bool fails() const {
+    using enum simulator::FaultKind;
+    return unplugs() || (strikes == 3 && kind != Extra && kind != Late);
+  }
+};
+
+const QDateTime start(QDate(2026, 2, 1), QTime(8, 0), Qt::UTC);
+constexpr int samples = 250;  // eight blocks
+constexpr int polls = 5;
+
+simulator::Settings healthy() {
+  return {.readings = 4 * samples, .interval_s = 30, .start = start, .title = "Cold"};
+}
+
+double measured(std::uint16_t raw) {
+  return fixed_point_value(static_cast<std::uint8_t>(raw % 256),
+                           static_cast<std::uint8_t>(raw / 256));
+}
+
+// Where the Recording differs from what the recorder measured.
+QString difference() {
+  const Recording& got = User::recording;
+  if (got.SampleCount != samples) return QString::number(got.SampleCount);
+  for (int n = 0; n < samples; ++n) {
+    if (got.SampleTimes(n) != stamp_text(start.addSecs(30 * n))) return got.SampleTimes(n);
+    for (int c = 0; c < 4; ++c) {
+      if (got.SampleValues(n, c) != rounded_to_2_decimals(measured(simulator::demo_signal(n, c)))) {
+        return QStringLiteral("sample %1, channel %2").arg(n).arg(c);
+      }
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+class TestFaultMatrix : public QObject {
+  Q_OBJECT
+
+  SimulatedWindow* w_ = nullptr;
+
+  frmrealtime& window() { return *w_->realtime(); }
+  QStringList messages() { return std::exchange(w_->main.messages.shown, {}); }
+  bool enabled(const QString& command) { return w_->main.window->menu_entry(command)->isEnabled(); }
+
+  void plug_in(const Row* row = nullptr) {
+    simulator::Settings settings = healthy();
+    for (int i = 0; row && i < row->strikes; ++i) {
+      settings.faults.push_back({.kind = row->kind, .request = row->request + i});
+    }
+    w_->plug_in(settings);
+  }
+  void link() {
+    const auto script = when_shown<frmport>([](frmport& dialog) {
+      dialog.Option1[0]->click();
+      dialog.Combo1->setCurrentIndex(3);
+      press(dialog.Command1);
+    });
+    w_->main.run("link");
+  }
+  void open_window() {
+    w_->port.open();
+    w_->main.run("realtime");
+    window().Timer1->set_enabled(true);
+  }
+  void download() {
+    const auto script =
+        when_shown<frmhistorytime>([](frmhistorytime& dialog) { press(dialog.Command1); });
+    w_->main.run("read");
+  }
+
+  void check_link(const Row& row) {
+    link();
+    // Only the first request is the link's own; the others are its window's, which says nothing.
+    const bool fails = row.fails() && row.request == 1;
+    QCOMPARE(messages(), fails ? QStringList("Warnning: Link Timeout!") : QStringList());
+    QCOMPARE(enabled("unlink"), !fails);
+    QCOMPARE(enabled("link"), fails);
+    QCOMPARE(w_->port.is_open(), !fails);
+    QCOMPARE(w_->realtime() != nullptr, !fails);
+  }
+  // Properties, texts, status, limits of channels 1 to 4: what comes after a failure stays empty.
+  void check_refresh(const Row& row) {
+    w_->port.open();
+    w_->main.run("realtime");
+    QCOMPARE(messages(), QStringList());
+    const int answered = row.fails() ? row.request - 1 : 7;
+    const QStringList shown = {window().Text3->text(),    window().Text6->text(),
+                               window().Text4->text(),    window().Text1[0]->text(),
+                               window().Text1[2]->text(), window().Text1[4]->text(),
+                               window().Text1[6]->text()};
+    const QStringList expected = {"2026-2-1  8:0:0", "Cold",  "Ok",   "85.00",
+                                  "85.00",           "85.00", "85.00"};
+    for (int i = 0; i < 7; ++i) QCOMPARE(shown[i], i < answered ? expected[i] : QString());
+  }
+  void check_properties_set(const Row& row) {
+    window().Text6->setText("Cellar");
+    w_->main.messages.answers = {true};
+    window().Command4->click();
+    const QStringList said = messages().mid(1);
+    QCOMPARE(said, row.fails() ? QStringList("Corvane: Setting is Failed") : QStringList());
+    QCOMPARE(window().Timer1->enabled(), !row.fails());
+    if (!row.fails()) QCOMPARE(w_->recorder->readings(w_->clock.now()), 0);
+    if (!row.fails()) QCOMPARE(window().Text6->text(), "Cellar");
+  }
+  void check_polling(const Row& row) {
+    int missed = 0;
+    for (int n = 1; n <= polls; ++n) {
+      const int before = window().live().buffer.LiveCount();
+      Q_EMIT window().Timer1->tick();
+      const LiveBuffer& buffer = window().live().buffer;
+      if (buffer.LiveCount() == before) ++missed;
+      // Each reading is one of the last seconds'.
+      const auto is_live_at = [&](int seconds_ago) {
+        const QDateTime time = w_->clock.now().addSecs(-seconds_ago);
+        return buffer.LiveValues(before, 3) ==
+               static_cast<float>(measured(w_->recorder->live(3, time)));
+      };
+      if (buffer.LiveCount() > before) {
+        QVERIFY(is_live_at(0) || is_live_at(1) || is_live_at(2) || is_live_at(3));
+      }
+      w_->clock.sleep(5000);
+    }
+    QCOMPARE(messages(), QStringList());
+    // An unplugged recorder misses every later one too.
+    QCOMPARE(missed, !row.fails() ? 0 : row.unplugs() ? polls - row.request + 1 : 1);
+    QCOMPARE(w_->main.window->Sts1[1]->text(), missed > 1 ? "Link Error" : "Link Ok");
+  }
+  void check_download(const Row& row) {
+    User::recording.Title = "Kept";
+    User::recording.SampleCount = 1;
+    download();
+    QCOMPARE(messages(), row.fails() ? QStringList("Warnning: Link Timeout!") : QStringList());
+    QCOMPARE(User::recording.Title, row.fails() ? "Kept" : "Cold");
+    if (!row.fails()) QCOMPARE(difference(), QString());
+    QVERIFY(window().Timer1->enabled());
+    QCOMPARE(w_->main.window->Sts1[0]->text(), QString());
+    QCOMPARE(w_->main.window->PrgB1->value(), 0);
+  }
+
+ private Q_SLOTS:
+  void outcome_data() {
+    struct Plan {
+      const char* name;
+      Operation operation;
+      std::array<int, 3> requests;  // first, middle, last
+    };
+    const Plan plans[] = {{"link", Operation::Link, {1, 4, 8}},
+                          {"refresh", Operation::Refresh, {1, 4, 7}},
+                          {"Properties Set", Operation::PropertiesSet, {1, 3, 6}},
+                          {"polling", Operation::Polling, {1, 3, polls}},
+                          {"download", Operation::Download, {1, 5, 9}}};
+    QTest::addColumn<Row>("row");
+    for (const Plan& plan : plans) {
+      for (const char* fault :
+           {"silent", "check", "extra", "truncated", "late", "garbage", "unplug"}) {
+        for (const int request : plan.requests) {
+          for (const int strikes : {1, 3}) {
+            QTest::addRow("%s, %s at request %d, %dx", plan.name, fault, request, strikes)
+                << Row{plan.operation, simulator::fault_from_text(fault)->kind, request, strikes};
+          }
+        }
+      }
+    }
+  }
+  void outcome() {
+    QFETCH(Row, row);
+    SimulatedWindow world(true);
+    w_ = &world;
+    User::RecorderType = 3;
+    User::recording = Recording();
+    plug_in();
+    const bool opens_itself =
+        row.operation == Operation::Link || row.operation == Operation::Refresh;
+    if (!opens_itself) open_window();
+    plug_in(&row);
+    switch (row.operation) {
+      case Operation::Link:
+        check_link(row);
+        break;
+      case Operation::Refresh:
+        check_refresh(row);
+        break;
+      case Operation::PropertiesSet:
+        check_properties_set(row);
+        break;
+      case Operation::Polling:
+        check_polling(row);
+        break;
+      case Operation::Download:
+        check_download(row);
+        break;
+    }
+    if (QTest::currentTestFailed()) return;
+
+    // The recorder is well and plugged in again: all its readings can be had.
+    plug_in();
+    if (world.port.is_open()) world.port.close();
+    link();
+    if (!enabled("unlink")) link();
+    download();
+    QCOMPARE(messages(), QStringList());
+    QCOMPARE(difference(), QString());
+  }
+};
+
+const int registered = register_test<TestFaultMatrix>();
+
+#include "test_fault_matrix.moc"
