@@ -48,7 +48,6 @@ void Frmprint::build_options() {
     auto* option = new QRadioButton(
         i == 0 ? QStringLiteral("Print Sheet") : QStringLiteral("Print Graph"), Frm1);
     option->setObjectName(QStringLiteral("Option1(%1)").arg(i));
-    connect(option, &QRadioButton::clicked, this, [this, i] { Option1_Click(i); });
     options->addWidget(option);
     Option1[static_cast<std::size_t>(i)] = option;
   }
@@ -63,7 +62,6 @@ void Frmprint::build_channels() {
   auto* channels = new QVBoxLayout(Frame1);
   for (std::size_t i = 1; i < Check1.size(); ++i) {
     Check1[i] = new QCheckBox(QStringLiteral("Channel %1").arg(i), Frame1);
-    Check1[i]->setAccessibleName(Check1[i]->text());
     channels->addWidget(Check1[i]);
   }
   for (std::size_t i = 0; i < Check1.size(); ++i) {
@@ -130,16 +128,14 @@ void Frmprint::Form_Load() {
     const bool present = c <= channels;
     Check1[c]->setEnabled(present);
     Check1[c]->setChecked(present);
+    // Without a caption a reader of the screen would have nothing to say.
+    Check1[c]->setAccessibleName(present ? QString() : Check1[c]->text());
     Check1[c]->setText(present ? as_caption(recording.ChannelInfo[0][c - 1] + u'(' +
                                             recording.ChannelInfo[1][c - 1] + u')')
                                : QString());
   }
   Option1[0]->setChecked(true);
   skip_on_error([this] { shell_.printer().set_paper_a4(); });
-}
-
-void Frmprint::Option1_Click(int index) {
-  Option1[index == 0 ? 1 : 0]->setChecked(false);
 }
 
 bool Frmprint::a_channel_is_chosen() const {

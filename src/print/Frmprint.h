@@ -39,7 +39,6 @@ class Frmprint : public QDialog {
   void build_buttons();
   void lay_out();
   void Form_Load();
-  void Option1_Click(int index);
   void Cmd1_Click();
   void Cmd3_Click();
   bool a_channel_is_chosen() const;

@@ -57,7 +57,7 @@ bool in_dash(std::size_t slot, double x) {
 
 // Gaps are not empty but pale: a peak of one sample must not fall into one.
 QColor pale(const QColor& colour) {
-  const auto paled = [](int part) { return 255 - (255 - part) * 3 / 10; };
+  const auto paled = [](int part) { return 255 - (255 - part) * 2 / 5; };
   return {paled(colour.red()), paled(colour.green()), paled(colour.blue())};
 }
 

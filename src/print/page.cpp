@@ -6,6 +6,7 @@
 #include <QPen>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -38,7 +39,8 @@ double Page::device_pixel() const {
 }
 
 void Page::rule(QPointF from, QPointF to, QColor colour, double width, Rule kind) const {
-  const double seen = std::max(width, device_pixel());
+  // Whole pixels, so that lines of one width look alike wherever they stand.
+  const double seen = std::max(1.0, std::round(width / device_pixel())) * device_pixel();
   QPen pen(QBrush(colour), seen, Qt::SolidLine, Qt::FlatCap);
   if (kind == Rule::dotted) pen.setDashPattern({twips_per_mm / 2 / seen, twips_per_mm / 2 / seen});
   painter_.setRenderHint(QPainter::Antialiasing, false);

@@ -29,8 +29,8 @@ class Page {
   // The size of a pixel of the device, in twips.
   double device_pixel() const;
 
-  // A straight line along an edge of the paper, crisp and on the screen never less than a pixel
-  // wide. A dotted one has dots and gaps of half a millimetre.
+  // A straight line along an edge of the paper, crisp and a whole number of pixels wide. A dotted
+  // one has dots and gaps of half a millimetre.
   enum class Rule { solid, dotted };
   void rule(QPointF from, QPointF to, QColor colour, double width, Rule kind = Rule::solid) const;
 
