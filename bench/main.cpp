@@ -8,6 +8,7 @@ void startup_benchmarks(Suite& suite);
 void download_benchmarks(Suite& suite);
 void graph_benchmarks(Suite& suite);
 void print_benchmarks(Suite& suite);
+void live_benchmarks(Suite& suite);
 
 // corvane-bench [--short] [WORD]: all benchmarks, or those with WORD in their names.
 int main(int argc, char** argv) {
@@ -22,5 +23,6 @@ int main(int argc, char** argv) {
   download_benchmarks(suite);
   graph_benchmarks(suite);
   print_benchmarks(suite);
+  live_benchmarks(suite);
   return suite.end();
 }

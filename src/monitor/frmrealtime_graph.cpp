@@ -13,13 +13,20 @@ namespace {
 constexpr double cursor_label_twips = 1387.5;
 constexpr int cursor_label_margin = 2;
 
+// A label of a fixed size does not have the window laid out anew with each text; it grows where a
+// text is wider than those before.
+void show_time(QLabel& label, const QString& time) {
+  label.setText(time);
+  label.setFixedSize(label.sizeHint().expandedTo(label.minimumSize()));
+}
+
 }  // namespace
 
 void frmrealtime::RedrawGraph() {
   view_.place(Slider1->value(), live_.buffer.LiveCount());
   const auto last = view_.last_reading(live_.buffer.LiveCount());
-  Label1->setText(last ? live_.buffer.LiveTimes(view_.FirstShown) : QString());
-  Label2->setText(last ? live_.buffer.LiveTimes(*last) : QString());
+  show_time(*Label1, last ? live_.buffer.LiveTimes(view_.FirstShown) : QString());
+  show_time(*Label2, last ? live_.buffer.LiveTimes(*last) : QString());
   take_live_curves(Pic1->new_curves(), live_.buffer, view_, live_.channels().count);
   place_cursor();
 }
