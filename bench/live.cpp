@@ -52,7 +52,7 @@ class Live {
     window_.plug_in({});
     User::RecorderType = 3;
     window_.port.open();
-    window_.main.window->resize(1280, 900);
+    window_.main.window->resize(1024, 700);
     window_.main.run(QStringLiteral("realtime"));
     window().showMaximized();
     window().Text1[0]->setText(QStringLiteral("-100"));
@@ -191,7 +191,7 @@ std::optional<double> polling_share(int seconds) {
     dialog.Option1[0]->click();
     dialog.Command1->click();
   });
-  main.window->resize(1280, 900);
+  main.window->resize(1024, 700);
   Q_EMIT main.window->menu_entry(QStringLiteral("link"))->triggered();
   frmrealtime* window = main.window->loaded_realtime();
   if (!window) return std::nullopt;
