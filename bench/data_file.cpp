@@ -4,46 +4,21 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
 
 #include "app/recording.h"
-#include "app/times.h"
 #include "data/file_handle.h"
 #include "data_file_peers.h"
+#include "largest_recording.h"
+#include "pandas.h"
 #include "suite.h"
 
 namespace {
 
 constexpr int samples = Recording::max_samples;
 constexpr int channels = Recording::max_channels;
-
-// A day's curve and some unrest, `steps` to the unit: 100 as readings are downloaded, 256 as they
-// are measured.
-float reading(int n, int channel, int steps) {
-  const double value = 20.0 * channel - 15.0 + 12.0 * std::sin(n / 2500.0) + n * 7919 % 211 / 100.0;
-  return static_cast<float>(std::round(value * steps) / steps);
-}
-
-Recording largest_recording(int steps) {
-  Recording recording;
-  recording.Title = QStringLiteral("Cold store");
-  recording.RecorderName = QStringLiteral("Logger 1");
-  recording.ChannelCount = channels;
-  for (std::size_t c = 0; c < channels; ++c) {
-    recording.ChannelInfo[0][c] = QString::number(c + 1);
-    recording.ChannelInfo[1][c] = QStringLiteral("Temperature");
-    recording.ChannelInfo[2][c] = QStringLiteral("C");
-  }
-  recording.SampleCount = samples;
-  for (int n = 0; n < samples; ++n) {
-    recording.SampleTimes(n) = stamp_text(wall_time(2006, 5, 12, 13, 45, 30 + 60 * n));
-    for (int c = 0; c < channels; ++c) recording.SampleValues(n, c) = reading(n, c, steps);
-  }
-  return recording;
-}
 
 PlainRecording plain(const Recording& recording) {
   PlainRecording result;
@@ -153,10 +128,10 @@ void data_file_benchmarks(Suite& suite) {
                 peer_opening(read_with_from_chars, live), 2.0);
   suite.compare("data file: open", open_first(ours), "ifstream >>, time stamps by getline",
                 peer_opening(read_with_ifstream, ours), 1.0);
-  PandasReader pandas(csv, samples);
+  Pandas pandas(QStringLiteral("pandas_read.py"), {csv, QString::number(samples)});
   suite.compare(
       "data file: open", open_first(ours), "pandas.read_csv, dates parsed",
-      [&] { return pandas.read(); }, 0.125);
+      [&] { return pandas.run(); }, 0.125);
 
   const auto saving = [&](const Recording& from) -> Side {
     return [&] { return milliseconds([&] { save(from, ours); }); };

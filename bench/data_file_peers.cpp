@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr int timeout_ms = 60'000;
 constexpr int texts_a_channel = 3;
 
 void require(bool condition) {
@@ -117,39 +116,4 @@ void write_with_to_chars(const QString& path, const PlainRecording& recording) {
   QFile file(path);
   require(file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered));
   require(file.write(buffer.get(), out - buffer.get()) == out - buffer.get());
-}
-
-bool PandasReader::start() {
-  // The system's Python first: that is the one that has the system's pandas.
-  for (const char* python : {"/usr/bin/python3", "python3"}) {
-    process_.start(QString::fromLatin1(python),
-                   {QStringLiteral(CORVANE_BENCH_DIR "/pandas_read.py"), csv_path_,
-                    QString::number(samples_)});
-    if (next_line() == "ready\n") return true;
-    process_.waitForFinished();
-  }
-  return false;
-}
-
-PandasReader::~PandasReader() {
-  if (process_.state() == QProcess::NotRunning) return;
-  process_.closeWriteChannel();
-  process_.waitForFinished();
-}
-
-std::optional<double> PandasReader::read() {
-  if (!ready_) ready_ = start();
-  if (!*ready_) return std::nullopt;
-  process_.write("\n");
-  bool is_number = false;
-  const double time = next_line().trimmed().toDouble(&is_number);
-  require(is_number);
-  return time;
-}
-
-// Empty when none comes.
-QByteArray PandasReader::next_line() {
-  while (!process_.canReadLine() && process_.waitForReadyRead(timeout_ms)) {
-  }
-  return process_.readLine();
 }

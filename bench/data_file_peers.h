@@ -1,10 +1,8 @@
 // What a data file is measured against: the least code that does the same work.
 #pragma once
 
-#include <QProcess>
 #include <QString>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,25 +23,3 @@ void read_with_ifstream(const QString& path, PlainRecording& recording);
 
 // Writes every field with memcpy or std::to_chars into one buffer, and that with one write.
 void write_with_to_chars(const QString& path, const PlainRecording& recording);
-
-// pandas in a process of its own, started when first used, reading the same samples as CSV with
-// dates parsed.
-class PandasReader {
- public:
-  PandasReader(const QString& csv_path, int samples) : csv_path_(csv_path), samples_(samples) {}
-  ~PandasReader();
-  PandasReader(const PandasReader&) = delete;
-  PandasReader& operator=(const PandasReader&) = delete;
-
-  // The time of one reading in milliseconds; nothing where pandas is not installed.
-  std::optional<double> read();
-
- private:
-  bool start();
-  QByteArray next_line();
-
-  QString csv_path_;
-  int samples_;
-  QProcess process_;
-  std::optional<bool> ready_;
-};

@@ -4,6 +4,7 @@
 
 // One function a file. Each adds the comparisons of one part of the program to the table.
 void data_file_benchmarks(Suite& suite);
+void export_benchmarks(Suite& suite);
 void startup_benchmarks(Suite& suite);
 void download_benchmarks(Suite& suite);
 void graph_benchmarks(Suite& suite);
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
   Suite suite(short_run, words.value(0).toStdString());
   suite.begin();
   data_file_benchmarks(suite);
+  export_benchmarks(suite);
   startup_benchmarks(suite);
   download_benchmarks(suite);
   graph_benchmarks(suite);

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <string_view>
 
@@ -71,24 +70,45 @@ QString fixed2(double value) {
   return result;
 }
 
-char16_t* write_fixed2(char16_t* out, float value) {
+namespace {
+
+template <class Character>
+Character digit(std::uint32_t value) {
+  return static_cast<Character>('0' + value % 10);
+}
+
+template <class Character>
+Character* write_hundredths(Character* out, float value) {
   // A hundred times a float is exact in double precision, and so is the half that is added to it:
   // below the limit no digit can come out other than in fixed2.
-  constexpr double limit = 1e15;
-  const double hundredths = std::floor(std::fabs(value) * 100.0 + 0.5);
+  constexpr double limit = 4e9;
+  const double hundredths = std::fabs(value) * 100.0 + 0.5;
   if (!(hundredths < limit)) {
     const QString text = fixed2(static_cast<double>(value));
-    return std::copy_n(text.utf16(), text.size(), out);
+    return std::transform(text.cbegin(), text.cend(), out,
+                          [](QChar c) { return static_cast<Character>(c.unicode()); });
   }
-  auto rest = static_cast<std::uint64_t>(hundredths);
-  if (value < 0 && rest != 0) *out++ = u'-';
-  char16_t digits[20];
-  char16_t* first = std::end(digits);
-  for (int place = 0; place < 3 || rest != 0; ++place, rest /= 10) {
-    *--first = static_cast<char16_t>(u'0' + rest % 10);
-    if (place == 1) *--first = u'.';
-  }
-  return std::copy(first, std::end(digits), out);
+  const auto all = static_cast<std::uint32_t>(hundredths);
+  if (value < 0 && all != 0) *out++ = '-';
+  std::uint32_t whole = all / 100;
+  int digits = 1;
+  for (std::uint32_t rest = whole; rest >= 10; rest /= 10) ++digits;
+  for (int place = digits; place-- > 0; whole /= 10) out[place] = digit<Character>(whole);
+  out += digits;
+  *out++ = '.';
+  *out++ = digit<Character>(all / 10);
+  *out++ = digit<Character>(all);
+  return out;
+}
+
+}  // namespace
+
+char* write_fixed2(char* out, float value) {
+  return write_hundredths(out, value);
+}
+
+char16_t* write_fixed2(char16_t* out, float value) {
+  return write_hundredths(out, value);
 }
 
 float rounded_to_2_decimals(double value) {

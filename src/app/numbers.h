@@ -15,6 +15,7 @@ QString fixed2(double value);
 // The same for a reading, for loops over many: writes into `out`, which must hold at least
 // `fixed2_size` characters, and gives the end of what was written.
 inline constexpr int fixed2_size = 64;
+char* write_fixed2(char* out, float value);
 char16_t* write_fixed2(char16_t* out, float value);
 
 // The value that fixed2 shows, read back as a 32-bit float.

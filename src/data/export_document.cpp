@@ -26,17 +26,16 @@ bool needs_wide_page(const Recording& recording, const QStringList& above) {
   qsizetype longest = above.constLast().size();
   if (recording.SampleCount > 0) {
     // The last sample has the longest number.
-    SampleLines lines(recording);
-    longest = std::max(longest, lines.line(recording.SampleCount - 1).size());
+    longest = std::max(longest, sample_line(recording, recording.SampleCount - 1).size());
   }
   return longest > upright_line_size;
 }
 
 // The samples from `first` on up to before `end`, each as a paragraph of its own behind what was
 // typed before.
-QString paragraphs(SampleLines& lines, int first, int end) {
+QString paragraphs(const Recording& recording, int first, int end) {
   QString text;
-  for (int n = first; n < end; ++n) text += paragraph_break + lines.line(n).toString();
+  for (int n = first; n < end; ++n) text += paragraph_break + sample_line(recording, n);
   return text;
 }
 
@@ -46,11 +45,10 @@ void type(AutomationObject& selection, const Recording& recording, const QString
     if (i > 0) selection.call("TypeParagraph");
     if (!above[i].isEmpty()) selection.call("TypeText", {above[i]});
   }
-  SampleLines lines(recording);
   const int total = recording.SampleCount;
   for (int first = 0; first < total; first += samples_per_call) {
     const int end = std::min(first + samples_per_call, total);
-    selection.call("TypeText", {paragraphs(lines, first, end)});
+    selection.call("TypeText", {paragraphs(recording, first, end)});
     progress.reach_sample(1, end, total);
   }
 }

@@ -1,28 +1,39 @@
 #include "data/export_lines.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "app/numbers.h"
 #include "app/recording.h"
 
 namespace {
 
-constexpr std::u16string_view after_number = u"   ";
-constexpr std::u16string_view after_time = u"        ";
-constexpr std::u16string_view before_value = u"       ";
-constexpr qsizetype number_size = 12;
-
-char16_t* append(char16_t* out, std::u16string_view text) {
-  return std::copy(text.cbegin(), text.cend(), out);
-}
+constexpr qsizetype after_number = 3;
+constexpr qsizetype after_time = 8;
+constexpr qsizetype before_value = 7;
+constexpr qsizetype number_room = 12;
 
 // The whole number as whole_with_leading_blank writes it; n is above zero.
-char16_t* append_number(char16_t* out, int n) {
-  *out++ = u' ';
-  char16_t* const first = out;
-  for (; n != 0; n /= 10) *out++ = static_cast<char16_t>(u'0' + n % 10);
+template <class Character>
+Character* append_number(Character* out, int n) {
+  *out++ = ' ';
+  Character* const first = out;
+  for (; n != 0; n /= 10) *out++ = static_cast<Character>('0' + n % 10);
   std::reverse(first, out);
+  return out;
+}
+
+template <class Character>
+Character* append_line(Character* out, const Recording& recording, int n) {
+  constexpr auto blank = static_cast<Character>(' ');
+  const QString& time = recording.SampleTimes(n);
+  out = std::fill_n(append_number(out, n + 1), after_number, blank);
+  out = std::transform(time.cbegin(), time.cend(), out,
+                       [](QChar c) { return static_cast<Character>(c.unicode()); });
+  out = std::fill_n(out, after_time, blank);
+  const int channels = recording.held_channels();
+  for (int slot = 0; slot < channels; ++slot) {
+    out = write_fixed2(std::fill_n(out, before_value, blank), recording.SampleValues(n, slot));
+  }
   return out;
 }
 
@@ -71,18 +82,18 @@ QStringList lines_above_samples(const Recording& recording, MinimumLabel label) 
   return information_lines(recording, label) << QString() << head_line(recording);
 }
 
-QStringView SampleLines::line(int n) {
-  const QString& time = recording_.SampleTimes(n);
-  const int channels = recording_.held_channels();
-  const qsizetype most = number_size + static_cast<qsizetype>(after_number.size()) + time.size() +
-                         static_cast<qsizetype>(after_time.size()) +
-                         channels * (static_cast<qsizetype>(before_value.size()) + fixed2_size);
-  if (buffer_.size() < most) buffer_.resize(most);
-  auto* const start = reinterpret_cast<char16_t*>(buffer_.data());
-  char16_t* out = append(append_number(start, n + 1), after_number);
-  out = append(std::copy_n(time.utf16(), time.size(), out), after_time);
-  for (int slot = 0; slot < channels; ++slot) {
-    out = write_fixed2(append(out, before_value), recording_.SampleValues(n, slot));
-  }
-  return {start, out};
+qsizetype sample_line_room(const Recording& recording, qsizetype time_size) {
+  return number_room + after_number + time_size + after_time +
+         recording.held_channels() * (before_value + fixed2_size);
+}
+
+QString sample_line(const Recording& recording, int n) {
+  QString line(sample_line_room(recording, recording.SampleTimes(n).size()), Qt::Uninitialized);
+  auto* const begin = reinterpret_cast<char16_t*>(line.data());
+  line.truncate(append_line(begin, recording, n) - begin);
+  return line;
+}
+
+char* write_plain_sample_line(const Recording& recording, int n, char* out) {
+  return append_line(out, recording, n);
 }

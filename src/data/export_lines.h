@@ -4,7 +4,6 @@
 
 #include <QString>
 #include <QStringList>
-#include <QStringView>
 
 class Recording;
 
@@ -25,17 +24,13 @@ QString head_line(const Recording& recording);
 // Everything that stands above the samples: information, an empty line, the column heads.
 QStringList lines_above_samples(const Recording& recording, MinimumLabel label);
 
-// The lines of the samples, one after the other out of one buffer.
-class SampleLines {
- public:
-  // The Recording must outlive this object.
-  explicit SampleLines(const Recording& recording) : recording_(recording) {}
+// The line of sample n (0-based; the line counts from 1).
+// Throws BoundsError beyond what a Recording holds.
+QString sample_line(const Recording& recording, int n);
 
-  // The line of sample n (0-based; the line counts from 1), valid until the next one is asked for.
-  // Throws BoundsError beyond what a Recording holds.
-  QStringView line(int n);
+// The most characters that the line of a sample has whose time stamp has `time_size`.
+qsizetype sample_line_room(const Recording& recording, qsizetype time_size);
 
- private:
-  const Recording& recording_;
-  QString buffer_;
-};
+// Writes the line of sample n, whose time stamp must be plain ASCII, into `out`, which must have
+// the room, and gives the end of what was written.
+char* write_plain_sample_line(const Recording& recording, int n, char* out);

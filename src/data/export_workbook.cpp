@@ -29,14 +29,12 @@ constexpr double keep_own_changes = 2;
 
 // What a cell shows as "0.00" is what it holds, not the many digits of the 32-bit float.
 AutomationCell value_cell(float value) {
-  char16_t text[fixed2_size];
-  const char16_t* const end = write_fixed2(text, value);
-  if (!std::isfinite(value)) return QString::fromUtf16(text, end - text);
-  char digits[fixed2_size];
-  const char* const last = std::transform(std::cbegin(text), end, digits,
-                                          [](char16_t c) { return static_cast<char>(c); });
+  char text[fixed2_size];
+  const char* const end = write_fixed2(text, value);
   double result = 0;
-  std::from_chars(digits, last, result);
+  const bool is_number =
+      std::from_chars(text, end, result).ec == std::errc() && std::isfinite(value);
+  if (!is_number) return QString::fromLatin1(text, end - text);
   return result;
 }
 

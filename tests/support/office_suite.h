@@ -25,7 +25,10 @@ class OfficeSuite {
     qputenv("XDG_CONFIG_HOME", profile_.path().toUtf8());
     qputenv("SAL_USE_VCLPLUGIN", "svp");
   }
-  ~OfficeSuite() { end(); }
+  ~OfficeSuite() {
+    end();
+    for (const char* name : {"TMPDIR", "XDG_CONFIG_HOME", "SAL_USE_VCLPLUGIN"}) qunsetenv(name);
+  }
   OfficeSuite(const OfficeSuite&) = delete;
   OfficeSuite& operator=(const OfficeSuite&) = delete;
 

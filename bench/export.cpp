@@ -1,0 +1,188 @@
+// The exports of the largest Recording.
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "data/automation_plugin.h"
+#include "data/export_document.h"
+#include "data/export_lines.h"
+#include "data/export_progress.h"
+#include "data/export_text.h"
+#include "data/export_workbook.h"
+#include "data/file_handle.h"
+#include "largest_recording.h"
+#include "pandas.h"
+#include "suite.h"
+#include "support/office_suite.h"
+
+namespace {
+
+constexpr int samples = Recording::max_samples;
+constexpr int channels = Recording::max_channels;
+
+// The Recording as a peer has it at hand: what stands above the samples is made already.
+struct PlainExport {
+  std::string above;
+  std::vector<std::string> times;
+  std::vector<float> values;
+};
+
+PlainExport plain(const Recording& recording) {
+  PlainExport result;
+  for (const QString& line : lines_above_samples(recording, MinimumLabel::with_stop)) {
+    result.above += '"' + line.toStdString() + "\"\r\n";
+  }
+  for (int n = 0; n < samples; ++n) {
+    result.times.push_back(recording.SampleTimes(n).toStdString());
+    // Without the sign that a peer would give a zero below nought.
+    for (int c = 0; c < channels; ++c) result.values.push_back(recording.SampleValues(n, c) + 0.0F);
+  }
+  return result;
+}
+
+void write_with_to_chars(const PlainExport& data, const QString& path) {
+  const std::size_t room = data.above.size() + 200 * data.times.size();
+  const std::unique_ptr<char[]> buffer(new char[room]);
+  char* const end = buffer.get() + room;
+  char* out = buffer.get();
+  const auto put = [&out](const char* text, std::size_t size) {
+    std::memcpy(out, text, size);
+    out += size;
+  };
+  put(data.above.data(), data.above.size());
+  const float* value = data.values.data();
+  for (int n = 0; n < samples; ++n) {
+    put("\" ", 2);
+    out = std::to_chars(out, end, n + 1).ptr;
+    put("   ", 3);
+    const std::string& time = data.times[static_cast<std::size_t>(n)];
+    put(time.data(), time.size());
+    put("        ", 8);
+    for (int c = 0; c < channels; ++c) {
+      put("       ", 7);
+      out = std::to_chars(out, end, *value++, std::chars_format::fixed, 2).ptr;
+    }
+    put("\"\r\n", 3);
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) std::abort();
+  if (file.write(buffer.get(), out - buffer.get()) != out - buffer.get()) std::abort();
+}
+
+void write_with_fprintf(const PlainExport& data, const QString& path) {
+  std::FILE* const file = std::fopen(QFile::encodeName(path).constData(), "wb");
+  if (!file) std::abort();
+  std::fputs(data.above.c_str(), file);
+  const float* value = data.values.data();
+  for (int n = 0; n < samples; ++n) {
+    std::fprintf(file, "\" %d   %s        ", n + 1,
+                 data.times[static_cast<std::size_t>(n)].c_str());
+    for (int c = 0; c < channels; ++c) {
+      std::fprintf(file, "       %.2f", static_cast<double>(*value++));
+    }
+    std::fputs("\"\r\n", file);
+  }
+  std::fclose(file);
+}
+
+void write_ours(const Recording& recording, const QString& path) {
+  FileHandle file;
+  file.open_for_writing(path);
+  write_text_export(recording, file);
+  file.close();
+}
+
+void write_csv(const PlainExport& data, const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) std::abort();
+  file.write("time,a,b,c,d\n");
+  const float* value = data.values.data();
+  for (const std::string& time : data.times) {
+    QByteArray line = QByteArray::fromStdString(time);
+    for (int c = 0; c < channels; ++c) {
+      line += ',' + QByteArray::number(static_cast<double>(*value++), 'g', 7);
+    }
+    file.write(line + '\n');
+  }
+}
+
+QByteArray contents(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Both sides must write the same bytes.
+void check_same_work(const QString& ours, const QString& peers) {
+  if (contents(ours) == contents(peers)) return;
+  std::puts("a peer of the text export does other work than the program");
+  std::exit(2);
+}
+
+void text_benchmarks(Suite& suite, const Recording& recording, const QTemporaryDir& folder) {
+  const PlainExport data = plain(recording);
+  const QString ours = folder.filePath(QStringLiteral("ours.txt"));
+  const QString peers = folder.filePath(QStringLiteral("peers.txt"));
+  const QString csv = folder.filePath(QStringLiteral("same.csv"));
+  write_ours(recording, ours);
+  write_with_to_chars(data, peers);
+  check_same_work(ours, peers);
+  write_with_fprintf(data, peers);
+  check_same_work(ours, peers);
+  write_csv(data, csv);
+
+  const auto peer_writing = [&](auto write) -> Side {
+    return [&, write] { return milliseconds([&] { write(data, peers); }); };
+  };
+  const Side our_side = [&] { return milliseconds([&] { write_ours(recording, ours); }); };
+  suite.compare("export: text", our_side, "to_chars into one buffer, one write",
+                peer_writing(write_with_to_chars), 1.0);
+  suite.compare("export: text", our_side, "fprintf", peer_writing(write_with_fprintf), 0.2);
+  Pandas pandas(QStringLiteral("pandas_write.py"),
+                {csv, folder.filePath(QStringLiteral("pandas"))});
+  suite.compare(
+      "export: text", our_side, "pandas.to_csv", [&] { return pandas.run(); }, 1.0 / 30);
+}
+
+// The suite runs already, with a user's profile of its own; the time is that on the clock, because
+// the suite does its part in another process.
+void office_benchmarks(Suite& suite, const Recording& recording, const QTemporaryDir& folder) {
+  const OfficeSuite office_suite;
+  AutomationPlugin office(QStringLiteral(CORVANE_PLUGIN_FOLDER));
+  // The first workbook is what starts the suite.
+  bool running = false;
+  const auto exporting = [&](auto export_recording, const char* name) -> Side {
+    return [&, export_recording, name]() -> std::optional<double> {
+      if (!OfficeSuite::installed()) return std::nullopt;
+      ExportProgress progress;
+      const auto path = [&](const char* file) { return folder.filePath(QLatin1String(file)); };
+      if (!running) export_workbook(office, recording, path("first.xls"), progress);
+      running = true;
+      QElapsedTimer timer;
+      timer.start();
+      export_recording(office, recording, path(name), progress);
+      return static_cast<double>(timer.elapsed());
+    };
+  };
+  const auto limit = [](double time) -> Side { return [time] { return time; }; };
+  suite.compare("export: spreadsheet", exporting(export_workbook, "run.xls"),
+                "3 s on the clock, suite running", limit(3000), 1.0, Repeat::Once);
+  suite.compare("export: document", exporting(export_document, "run.doc"),
+                "8 s on the clock, suite running", limit(8000), 1.0, Repeat::Once);
+}
+
+}  // namespace
+
+void export_benchmarks(Suite& suite) {
+  const QTemporaryDir folder;
+  Recording recording = largest_recording(100);
+  text_benchmarks(suite, recording, folder);
+  office_benchmarks(suite, recording, folder);
+}
