@@ -24,6 +24,9 @@ constexpr double least_channel_width = 12;
 // Where the columns of the channels begin, counted from 1.
 constexpr int first_channel_with_time = 3;
 constexpr int first_channel_with_date_and_time = 4;
+// What an upright page takes of the columns, in characters, with the usual margins.
+constexpr double upright_page_width = 85;
+constexpr double landscape = 2;
 // How the application settles a conflict with changes of other users: ours are kept.
 constexpr double keep_own_changes = 2;
 
@@ -55,7 +58,7 @@ class WorkbookExport {
  private:
   void add_sheets();
   void format_columns();
-  void format_channels(AutomationObject& sheet, int first_column);
+  double format_channels(AutomationObject& sheet, int first_column);
   void write_heads();
   void write_samples();
   void write_rows(int first, int count);
@@ -81,20 +84,31 @@ void WorkbookExport::add_sheets() {
 void WorkbookExport::format_columns() {
   second_added_->get("Columns", {1.0})->put("ColumnWidth", number_width);
   second_added_->get("Columns", {2.0})->put("ColumnWidth", time_width);
-  format_channels(*second_added_, first_channel_with_time);
+  double width = number_width + time_width;
+  width += format_channels(*second_added_, first_channel_with_time);
   first_added_->get("Columns", {2.0})->put("ColumnWidth", date_width);
   format_channels(*first_added_, first_channel_with_date_and_time);
+  if (width <= upright_page_width) return;
+  // An application that knows no printer refuses this, and has no pages to make then.
+  for (const auto& sheet : {first_added_, second_added_}) {
+    skip_on_error([&] { sheet->get("PageSetup")->put("Orientation", landscape); });
+  }
 }
 
-void WorkbookExport::format_channels(AutomationObject& sheet, int first_column) {
+// Gives how wide the columns of the channels are together.
+double WorkbookExport::format_channels(AutomationObject& sheet, int first_column) {
+  double sum = 0;
   for (int slot = 0; slot < channels(); ++slot) {
     const auto head = static_cast<double>(column_head(recording_, slot).size());
     const AutomationPointer column =
         sheet.get("Columns", {static_cast<double>(first_column + slot)});
     // Wide enough for its head, within what the application takes.
-    column->put("ColumnWidth", std::clamp(head + 2, least_channel_width, 100.0));
+    const double width = std::clamp(head + 2, least_channel_width, 100.0);
+    column->put("ColumnWidth", width);
     column->put("NumberFormatLocal", QStringLiteral("0.00_ "));
+    sum += width;
   }
+  return sum;
 }
 
 void WorkbookExport::write_heads() {

@@ -4,6 +4,7 @@
 
 #include <com/sun/star/frame/XLoadable.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 
 #include "office/office_text.h"
@@ -82,6 +83,14 @@ OfficeDocument::OfficeDocument(const OfficeConnection& connection, const QString
   Reference<css::frame::XLoadable>(model_, UNO_QUERY_THROW)->initNew();
 }
 
+Reference<css::beans::XPropertySet> OfficeDocument::style(const QString& family,
+                                                          const QString& name) const {
+  const Reference<css::style::XStyleFamiliesSupplier> supplier(model_, UNO_QUERY_THROW);
+  const Reference<css::container::XNameAccess> styles(
+      supplier->getStyleFamilies()->getByName(to_uno(family)), UNO_QUERY_THROW);
+  return {styles->getByName(to_uno(name)), UNO_QUERY_THROW};
+}
+
 void OfficeDocument::save(const QString& path, const QString& filter) const {
   css::beans::PropertyValue name;
   name.Name = "FilterName";
@@ -103,4 +112,17 @@ OfficeDocument::~OfficeDocument() {
   } catch (const css::uno::Exception&) {
     // The office process has gone, and the document with it.
   }
+}
+
+void OfficePageSetup::put_member(std::string_view member, const AutomationArguments&,
+                                 const AutomationValue& value) {
+  if (member != "Orientation") no_member(member);
+  bool is_landscape = false;
+  page_style_->getPropertyValue("IsLandscape") >>= is_landscape;
+  if (is_landscape == (number(value) == landscape_)) return;
+  const Any width = page_style_->getPropertyValue("Width");
+  const Any height = page_style_->getPropertyValue("Height");
+  page_style_->setPropertyValue("IsLandscape", Any(!is_landscape));
+  page_style_->setPropertyValue("Width", height);
+  page_style_->setPropertyValue("Height", width);
 }

@@ -2,6 +2,7 @@
 // AutomationError, and so does a member that an object does not have.
 #pragma once
 
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 
 #include "data/automation.h"
@@ -56,10 +57,35 @@ class OfficeDocument {
 
   const css::uno::Reference<css::uno::XInterface>& model() const { return model_; }
 
+  // A style of one of its families, such as "PageStyles". Throws a UNO exception.
+  css::uno::Reference<css::beans::XPropertySet> style(const QString& family,
+                                                      const QString& name) const;
+
   // Writes it to `path` in the format of that filter, over what stands there.
   void save(const QString& path, const QString& filter) const;
   void close();
 
  private:
   css::uno::Reference<css::uno::XInterface> model_;
+};
+
+// How the pages of a document or sheet lie, by the number that its application has for lying ones.
+class OfficePageSetup final : public OfficeObject {
+ public:
+  OfficePageSetup(std::shared_ptr<OfficeConnection> connection,
+                  std::shared_ptr<OfficeDocument> document,
+                  const css::uno::Reference<css::beans::XPropertySet>& page_style, double landscape)
+      : OfficeObject(std::move(connection)),
+        document_(std::move(document)),
+        page_style_(page_style),
+        landscape_(landscape) {}
+
+ protected:
+  void put_member(std::string_view member, const AutomationArguments&,
+                  const AutomationValue& value) override;
+
+ private:
+  std::shared_ptr<OfficeDocument> document_;
+  css::uno::Reference<css::beans::XPropertySet> page_style_;
+  double landscape_;
 };

@@ -22,6 +22,7 @@ using Connection = std::shared_ptr<OfficeConnection>;
 using Document = std::shared_ptr<OfficeDocument>;
 using SheetReference = Reference<css::sheet::XSpreadsheet>;
 
+constexpr double landscape = 2;
 const QString workbook_format = QStringLiteral("MS Excel 97");
 
 // A column's width counts characters of the default font, 7 pixels each at 96 a inch, and 5 pixels
@@ -130,6 +131,14 @@ class Worksheet final : public OfficeObject {
     if (member == "Cells") {
       return std::make_shared<Cells>(connection(), sheet_, whole(arguments, 0), whole(arguments, 1),
                                      1, 1);
+    }
+    if (member == "PageSetup") {
+      rtl::OUString page;
+      Reference<css::beans::XPropertySet>(sheet_, UNO_QUERY_THROW)
+          ->getPropertyValue("PageStyle") >>= page;
+      return std::make_shared<OfficePageSetup>(
+          connection(), document_, document_->style(QStringLiteral("PageStyles"), from_uno(page)),
+          landscape);
     }
     if (member != "Columns") no_member(member);
     const Reference<css::table::XColumnRowRange> range(sheet_, UNO_QUERY_THROW);

@@ -2,7 +2,6 @@
 
 #include <com/sun/star/awt/FontPitch.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
-#include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/text/ControlCharacter.hpp>
 #include <com/sun/star/text/XTextDocument.hpp>
 
@@ -22,11 +21,8 @@ constexpr double landscape = 1;
 
 // The default style of that family.
 Reference<css::beans::XPropertySet> standard_style(const OfficeDocument& document,
-                                                   const rtl::OUString& family) {
-  const Reference<css::style::XStyleFamiliesSupplier> supplier(document.model(), UNO_QUERY_THROW);
-  const Reference<css::container::XNameAccess> styles(
-      supplier->getStyleFamilies()->getByName(family), UNO_QUERY_THROW);
-  return {styles->getByName("Standard"), UNO_QUERY_THROW};
+                                                   const char* family) {
+  return document.style(QString::fromLatin1(family), QStringLiteral("Standard"));
 }
 
 // The font of what is typed from now on. Nothing was typed before, so it is the document's.
@@ -88,30 +84,6 @@ class Selection final : public OfficeObject {
   Reference<css::text::XText> text_;
 };
 
-class PageSetup final : public OfficeObject {
- public:
-  PageSetup(Connection connection, Document document)
-      : OfficeObject(std::move(connection)), document_(std::move(document)) {}
-
- protected:
-  void put_member(std::string_view member, const AutomationArguments&,
-                  const AutomationValue& value) override {
-    if (member != "Orientation") no_member(member);
-    const auto page = standard_style(*document_, "PageStyles");
-    bool is_landscape = false;
-    page->getPropertyValue("IsLandscape") >>= is_landscape;
-    if (is_landscape == (number(value) == landscape)) return;
-    const Any width = page->getPropertyValue("Width");
-    const Any height = page->getPropertyValue("Height");
-    page->setPropertyValue("IsLandscape", Any(!is_landscape));
-    page->setPropertyValue("Width", height);
-    page->setPropertyValue("Height", width);
-  }
-
- private:
-  Document document_;
-};
-
 class TextDocument final : public OfficeObject {
  public:
   TextDocument(Connection connection, Document document)
@@ -120,7 +92,8 @@ class TextDocument final : public OfficeObject {
  protected:
   AutomationPointer get_member(std::string_view member, const AutomationArguments&) override {
     if (member != "PageSetup") no_member(member);
-    return std::make_shared<PageSetup>(connection(), document_);
+    return std::make_shared<OfficePageSetup>(connection(), document_,
+                                             standard_style(*document_, "PageStyles"), landscape);
   }
 
   AutomationPointer call_member(std::string_view member, const AutomationArguments& arguments,

@@ -43,10 +43,19 @@ Tour::Tour(frmmdi& window, QString work, QString folder)
 
 void Tour::step(const QString& name, const QString& text) {
   QTest::qWait(settle_ms);
-  ++pictures_;
-  const QString picture = QStringLiteral("%1-%2.png").arg(pictures_, 2, 10, QChar(u'0')).arg(name);
+  const QString picture = next_picture(name);
   take_picture(picture);
   print(picture, text);
+}
+
+void Tour::step_of_file(const QString& name, const QString& text, const QString& picture) {
+  const QString copy = next_picture(name);
+  require(QFile::copy(picture, folder_ + u'/' + copy), QStringLiteral("a picture can be kept"));
+  print(copy, text);
+}
+
+QString Tour::next_picture(const QString& name) {
+  return QStringLiteral("%1-%2.png").arg(++pictures_, 2, 10, QChar(u'0')).arg(name);
 }
 
 void Tour::take_picture(const QString& name) {

@@ -26,6 +26,8 @@ class Tour {
 
   // Takes the picture "NN-name.png" of the whole screen and prints its name with `text`.
   void step(const QString& name, const QString& text);
+  // The same with a picture that a file holds.
+  void step_of_file(const QString& name, const QString& text, const QString& picture);
   // Prints what was found.
   void tell(const QString& text);
   // Copies a file beside the pictures and prints its name and size.
@@ -68,6 +70,7 @@ class Tour {
   void attend(QWidget& dialog);
   void activate(QWidget& window);
   void take_picture(const QString& name);
+  QString next_picture(const QString& name);
   void finish_command();
 
   frmmdi& window_;
@@ -86,6 +89,8 @@ class Tour {
 using TourStep = void (*)(Tour&);
 const std::vector<TourStep>& tour_steps();
 
+void export_text(Tour& tour);
+void export_with_office(Tour& tour);
 void print_graph(Tour& tour);
 void print_sheet(Tour& tour);
 void zoom_graph(Tour& tour);

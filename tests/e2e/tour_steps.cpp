@@ -126,8 +126,12 @@ void open(Tour& tour) {
 }  // namespace
 
 const std::vector<TourStep>& tour_steps() {
-  static const std::vector<TourStep> steps = {start,          link,       download,    save,
-                                              close,          open,       zoom_graph,  set_limits,
-                                              choose_segment, show_sheet, print_graph, print_sheet};
+  static const std::vector<TourStep> steps = {start,          link,
+                                              download,       save,
+                                              close,          open,
+                                              zoom_graph,     set_limits,
+                                              choose_segment, show_sheet,
+                                              print_graph,    print_sheet,
+                                              export_text,    export_with_office};
   return steps;
 }
