@@ -5,17 +5,13 @@
 #include <QTest>
 
 #include "app/numbers.h"
-#include "app/user.h"
-#include "print/frmDataView.h"
-#include "print/frmGraphView.h"
 #include "print/graph_page.h"
 #include "print/page.h"
 #include "print/print_commands.h"
+#include "print/print_world.h"
 #include "print/qt_printer.h"
-#include "print/sample_recording.h"
 #include "print/sheet_page.h"
 #include "suite.h"
-#include "support/fake_shell.h"
 
 namespace {
 
@@ -26,7 +22,7 @@ constexpr double most_pdf_ms = 1000;
 
 // Curves under noise over most of the frame: the most ink that there can be.
 void fill_with_noise() {
-  fill_recording(User::recording, Recording::max_samples, channels);
+  const PrintWorld world(Recording::max_samples);
   for (int n = 0; n < Recording::max_samples; ++n) {
     for (int c = 0; c < channels; ++c) {
       User::recording.SampleValues(n, c) += static_cast<float>(n * 7919 % 997) / 100.0F;
@@ -34,7 +30,6 @@ void fill_with_noise() {
   }
   User::AxisHigh = {40, 50, 60, 70, 0};
   User::AxisLow = {10, 20, 30, 40, 0};
-  User::PrintChannels = {1, 1, 1, 1, 1};
 }
 
 // Every sample a point of one line a channel, as thin as can be, and nothing else on the page.

@@ -13,17 +13,26 @@ class TestWindows : public QObject {
   void init() { world_ = std::make_unique<PrintWorld>(); }
   void cleanup() { QVERIFY(!QGuiApplication::overrideCursor()); }
 
-  void print_set_channels() {
-    fill_recording(User::recording, 10, 2);
+  void print_set() {
+    ScriptedPrinter& printer = world_->printer;
+    PrintWorld(10, 2);
     User::recording.ChannelInfo[1][0] = "In & out";
     Frmprint dialog(world_->shell);
-    QStringList boxes;
+    QString boxes;
     for (const QCheckBox* box : dialog.Check1) {
-      boxes << box->text() + (box->isEnabled() ? u'e' : u'd') + (box->isChecked() ? u'c' : u'-');
+      boxes += box->text() + (box->isEnabled() ? u'e' : u'd') + (box->isChecked() ? "c " : "- ");
     }
-    QCOMPARE(boxes.join(u' '), "趋势合并打印ec 4(In && out)ec 3(Damp)ec d- d-");
-    QVERIFY(dialog.Combo1->count() == 14 && world_->printer.log == QStringList{"a4"});
+    QCOMPARE(boxes, "趋势合并打印ec 4(In && out)ec 3(Damp)ec d- d- ");
+    QCOMPARE(dialog.Combo1->count(), 14);
     dialog.show();
+    // The printer's dialog: cancelled, taken back, not to be had.
+    printer.present = Orientation::landscape;
+    press(dialog.Cmd3);
+    printer.chosen = Orientation::portrait;
+    press(dialog.Cmd3);
+    printer.fault = "none";
+    press(dialog.Cmd3);
+    QCOMPARE(printer.log.join(u','), "a4,setup 2,setup 2,orientation 1");
     for (const std::size_t i : {1, 2}) dialog.Check1[i]->setChecked(false);
     press(dialog.Cmd1);
     QCOMPARE(world_->messages, QStringList{"Corvane: Please Select Channel"});
@@ -35,44 +44,7 @@ class TestWindows : public QObject {
     QCOMPARE(User::PrintChannels, (std::array<std::int16_t, 5>{0, 0, 1, 0, 0}));
   }
 
-  void print_set_pages() {
-    const auto pages = [&](const char* typed, const std::function<void(Frmprint&)>& answer) {
-      User::PrintPages = 7;
-      Frmprint dialog(world_->shell);
-      dialog.show();
-      dialog.Combo1->setEditText(typed);
-      answer(dialog);
-      return dialog.isVisible() ? -1 : int{User::PrintPages};
-    };
-    const auto ok = [](Frmprint& dialog) { press(dialog.Cmd1); };
-    QCOMPARE(pages("20", ok), 20);
-    QCOMPARE(pages("abc", ok), 1);
-    QCOMPARE(pages("", ok), 1);
-    QCOMPARE(pages("2.5", ok), 2);
-    QCOMPARE(pages("32768", ok), -1);
-    QCOMPARE(pages("3", [](Frmprint& dialog) { press(dialog.Cmd2); }), 0);
-    QCOMPARE(pages("3", [](Frmprint& dialog) { dialog.close(); }), 0);
-  }
-
-  void printer_set() {
-    ScriptedPrinter& printer = world_->printer;
-    const auto log = [&](const char* fault, std::optional<Orientation> chosen) {
-      printer.log.clear();
-      printer.present = Orientation::landscape;
-      printer.fault = fault;
-      printer.chosen = chosen;
-      Frmprint dialog(world_->shell);
-      dialog.show();
-      press(dialog.Cmd3);
-      return printer.log.join(dialog.isVisible() ? ", " : "closed");
-    };
-    QCOMPARE(log("", Orientation::portrait), "a4, setup 2, orientation 1");
-    QCOMPARE(log("", {}), "a4, setup 2");
-    QCOMPARE(log("none", Orientation::portrait), "");
-    QVERIFY(world_->messages.isEmpty());
-  }
-
-  void scrolling() {
+  void graph_preview() {
     frmGraphView preview(world_->shell);
     PageArea& area = *preview.area;
     const auto bars = [&] { return area.HScroll1->isVisible() + 2 * area.VScroll1->isVisible(); };
@@ -87,87 +59,61 @@ class TestWindows : public QObject {
     for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Left}) QTest::keyClick(preview.cmdPrint, key);
     QVERIFY(area.Pic->x() > end.x() && area.Pic->y() > end.y());
     QTest::keyClick(preview.cmdPrint, Qt::Key_Home);
-    QCOMPARE(area.Pic->y(), 0);
     QWheelEvent wheel({9, 9}, {9, 9}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(area.Picture2, &wheel);
-    QVERIFY(area.Pic->y() < 0);
-    preview.resize(1000, 700);
-    QCOMPARE(bars(), 2);
+    QCOMPARE(area.Pic->y(), -120);
     preview.resize(1000, 1300);
     QVERIFY(bars() == 0 && area.Pic->pos() == QPoint(0, 0));
-  }
-
-  // What becomes of the Recording meanwhile shows with the next tick, unless there is no view.
-  void repaints_while_it_stands() {
-    frmGraphView preview(world_->shell);
-    preview.show();
+    // What becomes of the Recording meanwhile shows with the next tick, unless there is no view.
     QVERIFY(preview.Timer1->isActive() && preview.Timer1->interval() == 1000);
-    const auto tick = [&](const char* title, int shown) {
-      User::recording.Title = title;
+    QList<QImage> seen;
+    for (const int shown : {100, 50, 0}) {
       User::recording.ViewCount = shown;
       Q_EMIT preview.Timer1->timeout({});
-      return preview.area->Pic->grab().toImage();
-    };
-    const QImage before = tick("one", 100);
-    const QImage after = tick("another", 100);
-    QVERIFY(after != before && tick("third", 0) == after);
+      seen << area.Pic->grab().toImage();
+    }
+    QVERIFY(seen[1] != seen[0] && seen[2] == seen[1]);
   }
 
-  void sheet_paging() {
+  void sheet_preview() {
     frmDataView preview(world_->shell);
     preview.show();
     QVERIFY(QTest::qWaitForWindowActive(&preview));
-    const QList buttons = {preview.cmdFirst, preview.cmdPrevious, preview.cmdNext, preview.cmdLast};
     QString seen;
     const auto look = [&] {
       seen += preview.Label1->text().mid(5, 1);
-      for (const QPushButton* button : buttons) seen += button->isEnabled() ? u'+' : u'-';
+      for (auto* button :
+           {preview.cmdFirst, preview.cmdPrevious, preview.cmdNext, preview.cmdLast}) {
+        seen += button->isEnabled() ? u'+' : u'-';
+      }
     };
-    for (const int i : {2, 1, 3, 0}) {
-      press(buttons[i]);
+    const auto moves = {std::pair(preview.cmdNext, Qt::Key_End),
+                        {preview.cmdPrevious, Qt::Key_Home},
+                        {preview.cmdLast, Qt::Key_PageUp},
+                        {preview.cmdFirst, Qt::Key_PageDown}};
+    for (const auto& [button, key] : moves) {
+      press(button);
+      look();
+      QTest::keyClick(preview.area, key);
       look();
     }
-    for (const int key : {Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_End, Qt::Key_Home}) {
-      QTest::keyClick(preview.area, Qt::Key(key));
-      look();
-    }
-    QCOMPARE(seen, "2++++1--++3++--1--++2++++1--++3++--1--++");
+    QCOMPARE(seen, "2++++3++--2++++1--++3++--2++++1--++2++++");
     QTest::keyClick(&preview, Qt::Key_P, Qt::ControlModifier);
     QCOMPARE(world_->printer.log.join(u','), "a4,start Cold store 7,page,page,end");
+    world_->printer.fault = "end";
+    press(preview.cmdPrint);
+    QVERIFY(preview.isVisible() && world_->messages == printer_error);
     QTest::keyClick(&preview, Qt::Key_Escape);
     QVERIFY(!preview.isVisible());
   }
 
-  // The message stands without the hourglass over it, the preview under it; the next try prints.
-  void printer_faults() {
-    ScriptedPrinter& printer = world_->printer;
-    frmGraphView graph(world_->shell);
-    frmDataView sheet(world_->shell);
-    bool hourglass = true;
-    world_->shell.scripted_messages.meanwhile = [&] {
-      hourglass = QGuiApplication::overrideCursor();
-    };
-    for (const char* fault : {"none", "start", "end", "page"}) {
-      Preview& preview = *fault == 'p' ? static_cast<Preview&>(sheet) : graph;
-      preview.show();
-      printer.fault = fault;
-      printer.pages.clear();
-      world_->messages.clear();
-      press(preview.cmdPrint);
-      QCOMPARE(world_->messages, printer_error);
-      QVERIFY(!hourglass && preview.isVisible() && printer.pages.empty());
-      QVERIFY(printer.log.last() == "abort" && printer.pointer == Qt::WaitCursor);
-      printer.fault.clear();
-      press(preview.cmdPrint);
-      QVERIFY(world_->messages == printer_error && !printer.pages.empty());
-    }
-  }
-
+  // Both commands, first before a printer that fails: the message stands without the hourglass over
+  // it, the document is thrown away, no further copy is tried.
   void commands() {
     QStringList& log = world_->printer.log;
-    const auto done = [&](void (*command)(Shell&), int pages, bool graph) {
+    const auto done = [&](void (*command)(Shell&), const char* pages, bool graph) {
       log.clear();
-      const auto set = print_set(pages, graph);
+      const auto set = answer(pages, graph);
       const auto quit = when_shown<Preview>([&](Preview& preview) {
         log << preview.objectName();
         press(preview.Command2);
@@ -176,52 +122,62 @@ class TestWindows : public QObject {
       log.removeAll("a4");
       return log.join(u',').remove(" Cold store 7");
     };
-    QCOMPARE(done(printview_Click, 1, true), "frmGraphView");
-    QCOMPARE(done(printview_Click, 1, false), "frmDataView");
-    QCOMPARE(done(printview_Click, 0, true), "");
-    QCOMPARE(done(printdata_Click, 3, true), "start,end,start,end,start,end");
-    QCOMPARE(done(printdata_Click, 2, false), "start,page,end");
-    QCOMPARE(done(printdata_Click, 9, false), "start,page,page,end");
-    QCOMPARE(done(printdata_Click, 0, true), "");
-    QCOMPARE(done(printdata_Click, -2, false), "");
-    // A failing printer is asked once.
+    world_->shell.scripted_messages.meanwhile = [&] {
+      log << (QGuiApplication::overrideCursor() ? "hourglass" : world_->messages.takeLast());
+    };
+    const QString told = ",abort," + printer_error[0];
     world_->printer.fault = "end";
-    QCOMPARE(done(printdata_Click, 100, true), "start,abort");
+    QCOMPARE(done(printdata_Click, "100", true), "start" + told);
+    QCOMPARE(world_->printer.pointer, std::optional(Qt::WaitCursor));
+    world_->printer.fault = "page";
+    QCOMPARE(done(printdata_Click, "100", false), "start" + told);
+    world_->printer.fault = "none";
+    QCOMPARE(done(printdata_Click, "100", true), told.mid(1));
+    world_->printer.fault.clear();
+    QVERIFY(world_->printer.pages.empty() && world_->shell.log.contains("show display"));
+    QCOMPARE(done(printview_Click, "1", true), "frmGraphView");
+    QCOMPARE(done(printview_Click, "1", false), "frmDataView");
+    QCOMPARE(done(printdata_Click, "3", true), "start,end,start,end,start,end");
+    QCOMPARE(done(printdata_Click, "2", false), "start,page,end");
+    QCOMPARE(done(printdata_Click, "9", false), "start,page,page,end");
+    QCOMPARE(done(printdata_Click, "abc", true), "start,end");
+    for (const char* nothing : {"0", "-2", "Cancel", "close box"}) {
+      QCOMPARE(done(printdata_Click, nothing, true), "");
+    }
+    QCOMPARE(done(printview_Click, "32768", true), "stayed open");
   }
 
-  // In the real main window, which opens the one that holds the view, and ends under a preview.
   void the_view_of_the_historical_graph_is_printed() {
+    frmdisplay display(world_->shell);
+    world_->shell.display_window = &display;
+    display.cmd_Click(1);
+    display.Slider1->setValue(99);
+    const PrintedView view = printed_view(world_->shell);
+    QVERIFY(view.start == 20 && view.recording.ViewCount == 80);
+    QVERIFY(view.high[1] == User::AxisHigh[1] && view.low[1] == User::AxisLow[1]);
+  }
+
+  void the_program_ends_under_a_preview() {
     ScriptedPort port;
     ScriptedClock clock;
     MainWindow main(port, clock);
     main.window->enable_data_commands(true);
-    QList<QImage> pages;
-    const auto view_page = [&](QWidget* closed) {
-      const auto set = print_set(1, true);
-      const auto look = when_shown<frmGraphView>([&](frmGraphView& preview) {
-        pages << preview.area->picture();
-        (closed ? closed : &preview)->close();
-      });
-      main.window->toolbar_button(4)->trigger();
-    };
-    view_page(nullptr);
-    main.window->loaded_display()->cmd_Click(1);
-    main.window->loaded_display()->Slider1->setValue(99);
-    const PrintedView view = printed_view(*main.window);
-    QVERIFY(view.start == 20 && view.recording.ViewCount == 80 &&
-            view.high[1] == User::AxisHigh[1]);
-    view_page(main.window.get());
-    QVERIFY(pages.size() == 2 && pages[0] != pages[1]);
-    QVERIFY(!QApplication::activeModalWidget() && !main.window->isVisible());
+    const auto set = answer("1", true);
+    const auto end = when_shown<Preview>([&](Preview&) { main.window->close(); });
+    main.window->toolbar_button(4)->trigger();
+    QVERIFY(!end->isActive() && !QApplication::activeModalWidget() && !main.window->isVisible());
   }
 
  private:
-  // Answers Print Set with this number of pages.
-  static std::unique_ptr<QTimer> print_set(int pages, bool graph) {
-    return when_shown<Frmprint>([=](Frmprint& dialog) {
-      dialog.Combo1->setEditText(QString::number(pages));
+  // Answers Print Set: with this number of pages, or by what is called so.
+  std::unique_ptr<QTimer> answer(const QString& how, bool graph) {
+    return when_shown<Frmprint>([=, this](Frmprint& dialog) {
+      dialog.Combo1->setEditText(how);
       if (graph) dialog.Option1[1]->click();
-      press(dialog.Cmd1);
+      if (how == "close box") return void(dialog.close());
+      press(how == "Cancel" ? dialog.Cmd2 : dialog.Cmd1);
+      if (dialog.isVisible()) world_->printer.log << "stayed open";
+      dialog.close();
     });
   }
 
