@@ -147,7 +147,7 @@ void frmdisplay::Pic1_MouseDown(float x) {
   stop_at_first_failure([&] {
     const Recording& recording = User::recording;
     // An empty window has nothing to point at, whatever the closed Recording left behind.
-    if (recording.SampleCount == 0) return;
+    if (recording.SampleCount < 1) return;
     const float width = Pic1->twips_width();
     const Cursor clicked = {cursor_sample(x, width, recording.ViewCount), recording.ViewCount};
     static_cast<void>(::cursor_x(clicked.sample, width, clicked.view_count));

@@ -6,6 +6,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "app/user.h"
 #include "views/copy_selection.h"
 #include "views/frmdisplay.h"
@@ -73,6 +75,8 @@ void frmdisplay::build() {
   MSFlG1 = new QTableView(SSTab1);
   MSFlG1->setObjectName(QStringLiteral("MSFlG1"));
   MSFlG1->setAccessibleName(QStringLiteral("Data Sheet"));
+  // The Tab key leads out of the sheet again.
+  MSFlG1->setTabKeyNavigation(false);
   copy_selection_on_request(*MSFlG1);
   SSTab1->addTab(build_graph_page(), QStringLiteral("Data Graph"));
   SSTab1->addTab(MSFlG1, QStringLiteral("Data Sheet"));
@@ -226,7 +230,9 @@ GraphTexts frmdisplay::measure() const {
     return text->fontMetrics().horizontalAdvance(text->text());
   };
   GraphTexts texts;
-  texts.channels = User::recording.SampleCount == 0 ? 0 : User::recording.held_channels();
+  // Those that were loaded: a download may be filling the Recording with others.
+  texts.channels = static_cast<int>(std::count_if(
+      Line1.begin(), Line1.end(), [](const QFrame* swatch) { return !swatch->isHidden(); }));
   texts.line = fontMetrics().height();
   texts.slider = Slider1->sizeHint().height();
   texts.button = cmd2->sizeHint().height();

@@ -1,0 +1,272 @@
+#include <QClipboard>
+#include <QTest>
+
+#include "app/user.h"
+#include "monitor/Frmwarn.h"
+#include "support/dialogs.h"
+#include "support/fake_shell.h"
+#include "support/runner.h"
+#include "views/filled_recording.h"
+#include "views/frmdate.h"
+#include "views/frmdisplay.h"
+
+namespace {
+
+void accept_or_leave(QDialog& dialog) {
+  press(dialog.findChild<QPushButton*>("Command1"));
+  dialog.reject();
+}
+
+QString copied(QAbstractItemView* view) {
+  view->setFocus();
+  QTest::keySequence(view, QKeySequence::Copy);
+  return QGuiApplication::clipboard()->text();
+}
+
+}  // namespace
+
+class TestDisplay : public QObject {
+  Q_OBJECT
+
+  FakeShell shell_;
+  std::unique_ptr<frmdisplay> window_;
+
+  void open(int samples, int channels) {
+    User::reset_display_limits();
+    fill(User::recording, samples, channels);
+    window_ = std::make_unique<frmdisplay>(shell_);
+    shell_.display_window = window_.get();
+    window_->show();
+    resize(1000, 640);
+  }
+  void resize(int width, int height) {
+    window_->resize(width, height);
+    QCoreApplication::processEvents();
+  }
+  void click_graph(int x) { QTest::mouseClick(window_->Pic1, Qt::RightButton, {}, {x, 9}); }
+
+ private Q_SLOTS:
+  void channels_that_are_there() {
+    for (std::size_t channels = 1; channels <= 4; ++channels) {
+      open(100, static_cast<int>(channels));
+      for (std::size_t i = 0; i < 36; ++i) {
+        QCOMPARE(window_->Label4[i]->isVisible(), i / 9 < channels);
+        QCOMPARE(window_->Label3[i / 3]->isVisible(), i / 3 % 4 < channels);
+        QCOMPARE(window_->Line1[i / 9]->isVisible(), i / 9 < channels);
+      }
+      // Nothing is cut off by the page, and nothing overlaps.
+      for (const QSize size : {QSize(980, 520), {1880, 900}, {3800, 2000}}) {
+        resize(size.width(), size.height());
+        const QWidget* page = window_->Pic1->parentWidget();
+        QRegion taken;
+        for (const QWidget* part : page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+          if (!part->isVisible()) continue;
+          const QRect place = part->geometry();
+          QVERIFY2(page->rect().contains(place) && !taken.intersects(place),
+                   qPrintable(part->objectName()));
+          taken += place;
+        }
+      }
+    }
+    for (const std::size_t i : {1, 5}) QCOMPARE(window_->Label3[i]->text(), "Humidity %RH");
+    for (const auto name : {"lv1", "SSTab1", "MSFlG1", "Pic1", "Slider1"}) {
+      QVERIFY(!window_->findChild<QWidget*>(name)->accessibleName().isEmpty());
+    }
+  }
+
+  void list_and_sheet() {
+    open(3, 1);
+    window_->lv1->selectAll();
+    QCOMPARE(copied(window_->lv1).replace(u'\n', u'|').replace(u'\t', u'='),
+             "Title=Cold store|Recorder Name=Logger 4|Channels=1|Length=3|"
+             "Start Time=2026-03-01 08:00:00|End Time=2026-03-01 08:02:00|Interval Time=00-01-00|"
+             "Channel No.=1|Channel Name=Air|Unit=C|Max.=2.00|Min.=0.00|Average=1.00");
+    window_->SSTab1->setCurrentIndex(1);
+    QTableView& sheet = *window_->MSFlG1;
+    QCOMPARE(sheet.model()->headerData(2, Qt::Horizontal).toString(), "Air(C)");
+    sheet.selectRow(2);
+    QCOMPARE(copied(&sheet), "3\t2026-03-01 08:02:00\t2.00");
+    sheet.selectionModel()->select(sheet.model()->index(0, 2), QItemSelectionModel::Select);
+    QCOMPARE(copied(&sheet), "\t\t0.00\n3\t2026-03-01 08:02:00\t2.00");
+    // The Tab key leads on, not from cell to cell.
+    sheet.setFocus();
+    QTest::keyClick(&sheet, Qt::Key_Tab);
+    QVERIFY(!sheet.hasFocus());
+  }
+
+  void view() {
+    open(1001, 2);
+    QCOMPARE(window_->Label2->text(), User::recording.SampleTimes(1000));
+    // Out of the whole there is no redraw.
+    window_->Label1->clear();
+    window_->cmd_Click(0);
+    QCOMPARE(window_->Label1->text(), "");
+    for (const int angle : {150, 90, 120, -120}) {
+      QWheelEvent event({9, 9}, {9, 9}, {}, {0, angle}, {}, {}, Qt::NoScrollPhase, false);
+      QApplication::sendEvent(window_->Pic1, &event);
+    }
+    QCOMPARE(User::recording.ViewCount, 641);
+    for (int k = 0; k < 30; ++k) QTest::mouseClick(window_->cmd[1], Qt::LeftButton);
+    window_->Slider1->setValue(100);
+    // Only what is in view counts for the scales.
+    QCOMPARE(window_->Label4[9]->text() + window_->Label4[17]->text(), "209.00195.00");
+    QCOMPARE(User::AxisHigh[0] - User::AxisLow[0], 109.0F - 95.0F);
+    window_->Slider1->setValue(1000);
+    QCOMPARE(window_->Slider1->maximum(), 1000);
+    // Out again the slider stays, and the view is held inside the Recording.
+    QTest::mouseClick(window_->cmd[0], Qt::LeftButton);
+    QCOMPARE(window_->Label1->text(), User::recording.SampleTimes(995));
+  }
+
+  void cursor() {
+    open(101, 2);
+    const int last = window_->Pic1->width() - 1;
+    click_graph(last / 2);
+    QCOMPARE(window_->Pic1->accessibleDescription(),
+             "2026-03-01 08:50:00; Air C 50; Humidity %RH 150");
+    // It stays where it is when the view changes.
+    window_->cmd_Click(1);
+    window_->Slider1->setValue(10);
+    QCOMPARE(window_->Label3[8]->text(), "50");
+    QCOMPARE(window_->Line2->x(), last / 2);
+    QVERIFY(std::abs(window_->Label5->x() - last / 2) <= 1);
+    window_->cmd_Click(0);
+    User::recording.SampleValues(100, 0) = 0.1F;
+    click_graph(last);
+    QCOMPARE(window_->Label3[8]->text(), "0.1");
+    QCOMPARE(window_->Label5->x(), qRound(last + 1 - 1530.9 / 15));
+    QString at;
+    for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageDown,
+                              Qt::Key_Left, Qt::Key_End, Qt::Key_Right, Qt::Key_PageUp}) {
+      QTest::keyClick(window_->Pic1, key);
+      at += window_->Label3[9]->text() + u' ';
+    }
+    QCOMPARE(at, "100 101 100 110 109 200 200 190 ");
+  }
+
+  // Resizing, hiding and colours draw the same view again, even while the Recording is being
+  // replaced.
+  void picture_survives() {
+    open(2000, 4);
+    click_graph(200);
+    window_->setFocus();
+    const QImage before = window_->Pic1->grab().toImage();
+    fill(User::recording, 7, 1);
+    window_->hide();
+    resize(700, 500);
+    window_->show();
+    QVERIFY(window_->Line2->x() < 200 && window_->Pic1->grab().toImage() != before);
+    window_->setPalette(Qt::black);
+    const QImage changed = window_->Pic1->grab().toImage();
+    QCOMPARE(changed.pixel(changed.width() / 2 + 3, 3), qRgb(0, 0, 0));
+    window_->setPalette({});
+    resize(1000, 640);
+    QCOMPARE(window_->Pic1->grab().toImage(), before);
+  }
+
+  void limits() {
+    open(100, 2);
+    User::DisplayLimit[0] = 19.126F;
+    const auto edit = when_shown<Frmwarn>([this](Frmwarn& dialog) {
+      QCOMPARE(dialog.Text1[0]->text(), "19.13");
+      for (const std::size_t box : {2, 3}) {
+        dialog.Check1[1]->setChecked(true);
+        QVERIFY(!dialog.Text1[box]->isEnabled());
+        dialog.Check1[1]->setChecked(false);
+        QTest::keyClicks(dialog.Text1[box], "\b\b\b\b\b\b150");
+      }
+      // Also where it is greyed out, a box must hold a number.
+      for (const auto text : {"", "high", "1e39", "1e2"}) {
+        QVERIFY(dialog.isVisible() && User::DisplayLimit[2] == 120);
+        dialog.Text1[5]->setText(text);
+        press(dialog.Command1);
+      }
+      dialog.reject();
+    });
+    QTest::mouseClick(window_->cmd2, Qt::LeftButton);
+    QCOMPARE(shell_.log, QStringList(3, "box Corvane: Input Error,Please Retry"));
+    QCOMPARE(window_->Label4[0]->text() + window_->Label4[9]->text(), "104.00150.50");
+    QCOMPARE(User::DisplayLimit[0] + User::DisplayLimit[5], 119.13F);
+  }
+
+  void segments() {
+    using Row = std::tuple<QTime, QTime, int, int>;
+    for (const auto& [start, end, first, count] :
+         {Row({8, 10}, {8, 30}, 10, 20), Row({8, 9, 30}, {8, 30, 1}, 10, 21),
+          Row({8, 10}, {8, 10}, 10, 5), Row({8, 10}, {23, 0}, 10, 90),
+          Row({22, 0}, {23, 0}, 95, 5)}) {
+      open(100, 1);
+      window_->cmd_Click(1);
+      window_->Slider1->setValue(10);
+      QString opened;
+      const auto choose = when_shown<frmdate>([&](frmdate& dialog) {
+        for (const QDateTimeEdit* picker : dialog.DTP2) opened += picker->text() + u' ';
+        dialog.DTP2[1]->setTime(start);
+        for (const QTime at : {QTime(7, 59, 59), end}) {
+          QCOMPARE(User::recording.ViewCount, 80);
+          dialog.DTP2[3]->setTime(at);
+          press(dialog.Command1);
+        }
+        dialog.reject();
+      });
+      QTest::mouseClick(window_->Cmd6, Qt::LeftButton);
+      QCOMPARE(shell_.log.takeLast(), "box Corvane: Start Time>End Time");
+      QCOMPARE(opened, "2026-03-01 08:10:00 2026-03-01 09:29:00 ");
+      QCOMPARE(window_->ViewStart, first);
+      QCOMPARE(window_->ViewEnd, first + count - 1);
+    }
+  }
+
+  // Stamps of another form and a clock that was set back set no limit.
+  void limits_of_the_pickers() {
+    fill(User::recording, 3000, 1);
+    for (const auto last : {"2026-03-03 09:59:00", "3/3/26 9:59:00 AM", "2025-12-31 23:59:59"}) {
+      User::recording.SampleTimes(2999) = last;
+      const frmdate dialog(shell_.scripted_messages, 0, {}, nullptr);
+      QCOMPARE(dialog.DTP2[0]->minimumDate(), QDate(2026, 3, 1));
+      QCOMPARE(dialog.DTP2[2]->maximumDate() == QDate(2026, 3, 3), last[3] == '6');
+    }
+  }
+
+  // As a download that ends meanwhile does it; the choice is then for the new window.
+  void window_goes_under_an_open_dialog() {
+    for (const auto command : {&frmdisplay::cmd2_Click, &frmdisplay::Cmd6_Click}) {
+      open(300, 1);
+      const QPointer<frmdisplay> old = window_.release();
+      const auto act = when_shown<QDialog>([&](QDialog& dialog) {
+        old->unload();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        open(200, 1);
+        if (auto* end = dialog.findChild<QDateTimeEdit*>("DTP2(3)")) end->setTime(QTime(9, 0));
+        press(dialog.findChild<QPushButton*>("Command1"));
+      });
+      ((*old).*command)();
+      QTRY_VERIFY(!old);
+    }
+    QCOMPARE(window_->Label2->text(), "2026-03-01 08:59:00");
+  }
+
+  // What a failed opening of a file can leave behind, and the shortest Recordings.
+  void broken_recordings() {
+    for (const auto& [samples, channels] :
+         {std::pair{0, 2}, {2000000000, 2}, {-3, 2}, {40, 9}, {40, -1}, {1, 1}, {2, 1}}) {
+      open(samples, channels);
+      for (const int zoom : {1, 0}) window_->cmd_Click(zoom);
+      window_->Slider1->setValue(window_->Slider1->maximum() / 2);
+      click_graph(100);
+      QTest::keyClick(window_->Pic1, Qt::Key_End);
+      copied(window_->MSFlG1);
+      const auto limits = when_shown<QDialog>(accept_or_leave);
+      window_->cmd2_Click();
+      const auto segment = when_shown<QDialog>(accept_or_leave);
+      window_->Cmd6_Click();
+      QCOMPARE(window_->lv1->topLevelItemCount(), samples ? 7 + 6 * std::clamp(channels, 0, 4) : 0);
+      const QAbstractItemModel* sheet = window_->MSFlG1->model();
+      QCOMPARE(sheet ? sheet->rowCount() : 0, std::clamp(samples, 0, 30001));
+      QCOMPARE(window_->Pic1->accessibleDescription().isEmpty(), samples != 2 && samples != 40);
+    }
+  }
+};
+
+const int registered = register_test<TestDisplay>();
+#include "test_window.moc"
