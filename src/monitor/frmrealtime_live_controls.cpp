@@ -100,6 +100,7 @@ QWidget* frmrealtime::build_graph_page() {
   Slider1->setRange(0, 100);
   connect(Slider1, &QSlider::valueChanged, this, &frmrealtime::RedrawGraph);
   auto* below = new QHBoxLayout;
+  below->setSpacing(8);
   below->addWidget(Label1);
   below->addWidget(Slider1, 1);
   below->addWidget(Label2);
@@ -124,6 +125,7 @@ QWidget* frmrealtime::build_graph_page() {
 // Each channel's line and name, and the zoom buttons at the end.
 QLayout* frmrealtime::build_legend(QWidget* page) {
   auto* legend = new QHBoxLayout;
+  legend->setSpacing(4);
   for (int c = 0; c < channel_count; ++c) {
     const auto channel = static_cast<std::size_t>(c);
     auto* line = new QFrame(page);
@@ -138,7 +140,6 @@ QLayout* frmrealtime::build_legend(QWidget* page) {
     Line1[channel] = line;
     Label3[channel] = text_label(element("Label3", c), page);
     legend->addWidget(line);
-    legend->addSpacing(4);
     legend->addWidget(Label3[channel]);
     legend->addSpacing(12);
   }

@@ -1,14 +1,18 @@
 #include "e2e/tour.h"
 
 #include <QApplication>
+#include <QDateTimeEdit>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTest>
 
 #include <cstdio>
@@ -109,6 +113,33 @@ void Tour::click(QWidget* widget) {
   require(widget && widget->isVisible() && widget->isEnabled(),
           QStringLiteral("what is clicked can be clicked"));
   QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+void Tour::click_tab(QTabWidget& tabs, int index) {
+  QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, tabs.tabBar()->tabRect(index).center());
+}
+
+void Tour::type_over(QLineEdit& box, const QString& text) {
+  box.selectAll();
+  for (const QChar c : text) {
+    if (c.unicode() < 128) {
+      QTest::keyClick(&box, c.toLatin1());
+    } else {
+      // As an input method does it.
+      QInputMethodEvent event;
+      event.setCommitString(c);
+      QApplication::sendEvent(&box, &event);
+    }
+  }
+}
+
+void Tour::type_time(QDateTimeEdit& picker, const QString& text) {
+  picker.setFocus();
+  picker.setSelectedSection(picker.sectionAt(0));
+  for (const QChar c : text) {
+    if (c.isDigit()) QTest::keyClick(&picker, c.toLatin1());
+  }
+  require(picker.text() == text, QStringLiteral("the picker shows what is typed"));
 }
 
 void Tour::type_name(QFileDialog& dialog, const QString& name) {

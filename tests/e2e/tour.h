@@ -10,7 +10,10 @@
 
 #include "app/frmmdi.h"
 
+class QDateTimeEdit;
 class QFileDialog;
+class QLineEdit;
+class QTabWidget;
 
 class Tour {
  public:
@@ -51,8 +54,15 @@ class Tour {
   // Says what to do once while a command waits, as soon as `condition` holds.
   void when(std::function<bool()> condition, std::function<void()> act);
 
-  // Inside a dialog.
+  // After a command of another control.
+  void finish_command();
+
+  // Inside a window or dialog.
   void click(QWidget* widget);
+  void click_tab(QTabWidget& tabs, int index);
+  void type_over(QLineEdit& box, const QString& text);
+  // Types a date or a time of day digit by digit; the picker goes on from part to part by itself.
+  void type_time(QDateTimeEdit& picker, const QString& text);
   void type_name(QFileDialog& dialog, const QString& name);
 
   // End the tour with a last picture and exit status 1 unless the condition holds (in time).
@@ -71,7 +81,6 @@ class Tour {
   void activate(QWidget& window);
   void take_picture(const QString& name);
   QString next_picture(const QString& name);
-  void finish_command();
 
   frmmdi& window_;
   QString work_;
@@ -97,3 +106,6 @@ void zoom_graph(Tour& tour);
 void set_limits(Tour& tour);
 void choose_segment(Tour& tour);
 void show_sheet(Tour& tour);
+void set_properties(Tour& tour);
+void poll_readings(Tour& tour);
+void stop_polling(Tour& tour);

@@ -132,6 +132,8 @@ const std::vector<TourStep>& tour_steps() {
                                               zoom_graph,     set_limits,
                                               choose_segment, show_sheet,
                                               print_graph,    print_sheet,
-                                              export_text,    export_with_office};
+                                              export_text,    export_with_office,
+                                              set_properties, poll_readings,
+                                              stop_polling};
   return steps;
 }

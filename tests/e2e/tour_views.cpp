@@ -9,24 +9,9 @@
 
 namespace {
 
-void type_over(QLineEdit& box, const QString& text) {
-  box.selectAll();
-  QTest::keyClicks(&box, text);
-}
-
-// Types a date or a time of day digit by digit; the picker goes on from part to part by itself.
-void type_digits(Tour& tour, QDateTimeEdit& picker, const QString& text) {
-  picker.setFocus();
-  picker.setSelectedSection(picker.sectionAt(0));
-  for (const QChar c : text) {
-    if (c.isDigit()) QTest::keyClick(&picker, c.toLatin1());
-  }
-  tour.require(picker.text() == text, QStringLiteral("the picker shows what is typed"));
-}
-
 void type_stamp(Tour& tour, const frmdate& dialog, std::size_t date, const QString& stamp) {
-  type_digits(tour, *dialog.DTP2[date], stamp.left(10));
-  type_digits(tour, *dialog.DTP2[date + 1], stamp.mid(11));
+  tour.type_time(*dialog.DTP2[date], stamp.left(10));
+  tour.type_time(*dialog.DTP2[date + 1], stamp.mid(11));
 }
 
 }  // namespace
@@ -49,8 +34,8 @@ void set_limits(Tour& tour) {
   frmdisplay& window = *tour.window().loaded_display();
   tour.in_dialog<Frmwarn>([&tour](Frmwarn& dialog) {
     QTest::keyClick(dialog.Check1[0], Qt::Key_Space);
-    type_over(*dialog.Text1[0], QStringLiteral("10"));
-    type_over(*dialog.Text1[1], QStringLiteral("0"));
+    tour.type_over(*dialog.Text1[0], QStringLiteral("10"));
+    tour.type_over(*dialog.Text1[1], QStringLiteral("0"));
     tour.step(QStringLiteral("limits"),
               QStringLiteral("Display Limit Set: channel 1 from 0 to 10, not \"Auto\"."));
     tour.click(dialog.Command1);
@@ -82,9 +67,8 @@ void choose_segment(Tour& tour) {
 
 void show_sheet(Tour& tour) {
   frmdisplay& window = *tour.window().loaded_display();
-  QTabBar* tabs = window.SSTab1->tabBar();
-  QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+  tour.click_tab(*window.SSTab1, 1);
   tour.require(window.MSFlG1->isVisible(), QStringLiteral("the sheet is shown"));
   tour.step(QStringLiteral("sheet"), QStringLiteral("The tab Data Sheet has every reading."));
-  QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
+  tour.click_tab(*window.SSTab1, 0);
 }
