@@ -1,6 +1,6 @@
 // Office automation on Windows: the system's own, late-bound through IDispatch.
 #include <algorithm>
-#include <oleauto.h>
+#include <ole2.h>
 #include <string>
 
 #include "data/automation.h"
@@ -40,13 +40,19 @@ class Variant : public VARIANT {
     vt = VT_R8;
     dblVal = number;
   }
+  // A text stays a text in a cell, also where it begins like a formula.
   void set(const QString& text) {
-    // A text is a text, also where it begins like a formula.
-    const QString shown = text.startsWith(u'=') ? u'\'' + text : text;
-    vt = VT_BSTR;
-    bstrVal = SysAllocStringLen(reinterpret_cast<const OLECHAR*>(shown.utf16()),
-                                static_cast<UINT>(shown.size()));
+    const bool formula = !text.isEmpty() && QStringView(u"=+-@").contains(text[0]);
+    set_text(formula ? u'\'' + text : text);
   }
+  void set_text(const QString& text) {
+    vt = VT_BSTR;
+    bstrVal = SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.utf16()),
+                                static_cast<UINT>(text.size()));
+  }
+  // And where it looks like a date, as time stamps do.
+  void set_cell(double number) { set(number); }
+  void set_cell(const QString& text) { set_text(u'\'' + text); }
   // Rows first, counted from 1, as the applications have them.
   void set(const AutomationTable& table) {
     SAFEARRAYBOUND bounds[] = {{static_cast<ULONG>(table.rows()), 1},
@@ -56,7 +62,7 @@ class Variant : public VARIANT {
     if (!parray) throw AutomationError("no memory");
     for (std::size_t i = 0; i < table.cells.size(); ++i) {
       Variant cell;
-      std::visit([&cell](const auto& held) { cell.set(held); }, table.cells[i]);
+      std::visit([&cell](const auto& held) { cell.set_cell(held); }, table.cells[i]);
       LONG place[] = {static_cast<LONG>(i / table.columns) + 1,
                       static_cast<LONG>(i % table.columns) + 1};
       require(SafeArrayPutElement(parray, place, &cell), "block of cells");
