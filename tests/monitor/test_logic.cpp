@@ -5,20 +5,16 @@
 
 namespace {
 
-struct Typed {
-  const char* name;
-  QByteArray bytes;  // 8 to 13 as sent; empty where the pattern is refused
-  const char* all_data = "1000";
-  int delay = 0, interval = 60, year = 2026;
-};
-
-QByteArray encoded(const Typed& typed, StartupType type = StartupType::start_up) {
-  const QDateTime now(QDate(typed.year, 3, 1), QTime(12, 34, 56), Qt::UTC);
+// The pattern of a start with these numbers as it is sent, or "refused".
+QByteArray sent(const char* all_data, int delay = 0, int interval = 60, int year = 2026,
+                StartupType type = StartupType::start_up) {
+  const QDateTime now(QDate(year, 3, 1), QTime(12, 34, 56), Qt::UTC);
   PatternFrame frame;
   frame.fill(0xEE);
-  encode_pattern({type, false, {true, false, true}, typed.delay, typed.interval, typed.all_data},
-                 now, frame);
-  return QByteArray(reinterpret_cast<const char*>(frame.data()), frame.size());
+  const PatternSettings typed = {type, false, {true, false, true}, delay, interval, all_data};
+  const bool accepted = stop_at_first_failure([&] { encode_pattern(typed, now, frame); });
+  const QByteArray bytes(reinterpret_cast<const char*>(frame.data()), frame.size());
+  return accepted ? bytes.toHex() : "refused";
 }
 
 const LiveChannels two_channels = {2, {"Air", "Damp", "", ""}, {"C", "%RH", "", ""}};
@@ -29,31 +25,17 @@ const std::array<AlarmLimits, 4> limits = {alarm_limits(u"10", u"-10"), alarm_li
 class TestMonitorLogic : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  void numbers_data() {
-    add_rows<Typed>({
-        {"all largest", "ff7ffe7fffff", "65535", 32767, 32767, 2255},
-        {"interval of a second", "00000000e803", "1000", 0, 1},
-        {"no interval", "0000ff00e803", "1000", 0, 0},
-        {"delay of 09:06:08", "", "1000", 32768},
-        {"interval of 09:06:08", "", "1000", 0, 32768},
-        {"too many samples", "", "65535.5"},
-        {"fewer samples than none", "", "-1"},
-        {"no number of samples", "", "0x10"},
-        {"clock after 2255", "", "1000", 0, 60, 2256},
-        {"clock before 2000", "", "1000", 0, 60, 1999},
-    });
-  }
   void numbers() {
-    QFETCH(Typed, row);
-    if (row.bytes.isEmpty()) {
-      QVERIFY_THROWS_EXCEPTION(ConversionError, encoded(row));
-    } else {
-      QCOMPARE(encoded(row).mid(8).toHex(), row.bytes + "ee");
-      QCOMPARE(encoded(row).left(8), hex("8805") + char(row.year - 2000) + hex("03010c2238"));
-    }
+    QCOMPARE(sent("65535", 32767, 32767, 2255), "8805ff03010c2238ff7ffe7fffffee");
+    QCOMPARE(sent("1000", 0, 1), "88051a03010c223800000000e803ee");
+    QCOMPARE(sent("1000", 0, 0), "88051a03010c22380000ff00e803ee");
+    QCOMPARE(sent("1000", 32768), "refused");
+    QCOMPARE(sent("1000", 0, 32768), "refused");
+    for (const char* all_data : {"65535.5", "-1", "0x10", ""}) QCOMPARE(sent(all_data), "refused");
+    QCOMPARE(sent("1000", 0, 60, 2256), "refused");
+    QCOMPARE(sent("1000", 0, 60, 1999), "refused");
     // "Stop!" leaves the clock as it was last sent, so one that could not be sent does not matter.
-    QCOMPARE(encoded({"", "", "1000", 0, 60, 1980}, StartupType::stop).left(8),
-             hex("0005eeeeeeeeeeee"));
+    QCOMPARE(sent("1", 0, 1, 1980, StartupType::stop), "0005eeeeeeeeeeee000000000100ee");
   }
 
   // A field ends at the text's first zero unit; half a pair that its border leaves is replaced.
@@ -83,16 +65,13 @@ class TestMonitorLogic : public QObject {
 
   // A limit that is no number guards nothing; the other one guards on.
   void alarms() {
-    const auto alarm = [](float value, const char* up, const char* down) {
-      return out_of_range(value, alarm_limits(QString(up), QString(down)));
-    };
-    QVERIFY(!alarm(25, "25", "25"));
-    QVERIFY(!alarm(0.1F, "0.1", "0"));
-    QVERIFY(alarm(25.00390625F, "25", "-10"));
-    QVERIFY(alarm(-10.00390625F, "25", "-10"));
-    QVERIFY(!alarm(100, "warm", "-10"));
-    QVERIFY(alarm(-11, "warm", "-10"));
-    QVERIFY(!alarm(127, "1e39", ""));
+    QVERIFY(!out_of_range(25, alarm_limits(u"25", u"25")));
+    QVERIFY(!out_of_range(0.1F, alarm_limits(u"0.1", u"0")));
+    QVERIFY(out_of_range(25.00390625F, alarm_limits(u"25", u"-10")));
+    QVERIFY(out_of_range(-10.00390625F, alarm_limits(u"25", u"-10")));
+    QVERIFY(!out_of_range(100, alarm_limits(u"warm", u"-10")));
+    QVERIFY(out_of_range(-11, alarm_limits(u"warm", u"-10")));
+    QVERIFY(!out_of_range(127, alarm_limits(u"1e39", u"")));
   }
 
   // Far more readings than there is room for. From the 20001st on each has an alarm, before that
@@ -124,15 +103,11 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(row_texts(&live.alarm_sheet, 9999, 2), QStringList({"15000", "20000"}));
     add_until(40000);
     QCOMPARE(saves, QList<int>({15000, 30000}));
-    for (const QAbstractItemModel* sheet :
-         std::initializer_list<QAbstractItemModel*>{&live.live_sheet, &live.alarm_sheet}) {
-      QCOMPARE(sheet->rowCount(), 15000);
-      for (int row = 0; row < 15000; ++row) {
-        QCOMPARE(row_texts(sheet, row, 2),
-                 QStringList({QString::number(row + 1), QString::number(25001 + row)}));
-      }
-    }
-    QCOMPARE(live.buffer.samples(1, 14990, 128).count, 10);
+    QCOMPARE(row_texts(&live.live_sheet, 0, 2), QStringList({"1", "25001"}));
+    QCOMPARE(row_texts(&live.alarm_sheet, 0, 2), QStringList({"1", "25001"}));
+    QCOMPARE(row_texts(&live.live_sheet, 14999, 2), QStringList({"15000", "40000"}));
+    QCOMPARE(row_texts(&live.alarm_sheet, 14999, 2), QStringList({"15000", "40000"}));
+    QCOMPARE(live.live_sheet.rowCount() + live.alarm_sheet.rowCount(), 30000);
     // Days of silence do not bring "Link Ok" back.
     for (int i = 0; i < 70000; ++i) live.count_missed();
     QVERIFY(!live.link_ok());
@@ -144,12 +119,8 @@ class TestMonitorLogic : public QObject {
       view.Span = span;
       view.place(slider, count);
       const int last = view.last_reading(count).value_or(-1);
-      // A click beyond the last reading means that one.
-      const int clicked = view.nearest(1, 1, count).value_or(-1);
-      const bool agree = clicked == (last < 0 ? -1 : last - view.FirstShown);
-      return agree && view.LastShown == view.FirstShown + span - 1
-                 ? std::pair(int{view.FirstShown}, last)
-                 : std::pair(-2, -2);
+      return view.LastShown == view.FirstShown + span - 1 ? std::pair(int{view.FirstShown}, last)
+                                                          : std::pair(-2, -2);
     };
     QCOMPARE(shown(100, 0, 128), std::pair(0, -1));
     QCOMPARE(shown(100, 127, 128), std::pair(0, 126));
@@ -165,6 +136,7 @@ class TestMonitorLogic : public QObject {
   void zoom_and_nearest() {
     LiveView view;
     view.place(100, 200);
+    QCOMPARE(*LiveView().nearest(1270, 1270, 20), 19);
     QCOMPARE(*view.nearest(635, 1270, 200), 64);
     QCOMPARE(*view.nearest(645, 1270, 200), 64);
     const auto zoomed = [&](int button, int times) {
