@@ -11,18 +11,16 @@
 // by the way to them, what Add returns by its kind, sheets with a number.
 class RecordingAutomation final : public Automation {
  public:
-  bool runs = false;
-  bool can_be_created = true;
-  QString fails_at;  // the first line that contains this text fails
+  QStringList fails = {QStringLiteral("running")};  // every line that contains one of these
   // Run before each line is written, in the thread of the export.
   std::function<void()> before_line;
   QStringList lines;
 
   AutomationPointer running(std::string_view application, const GiveUp&) override {
-    return start("running ", application, runs);
+    return start("running ", application);
   }
   AutomationPointer create(std::string_view application, const GiveUp&) override {
-    return start("create ", application, can_be_created);
+    return start("create ", application);
   }
 
  private:
@@ -31,12 +29,11 @@ class RecordingAutomation final : public Automation {
   void write(const QString& line) {
     if (before_line) before_line();
     lines << line;
-    if (!fails_at.isEmpty() && line.contains(fails_at)) {
-      fails_at.clear();
-      throw AutomationError("as told");
+    for (const QString& text : fails) {
+      if (line.contains(text)) throw AutomationError("as told");
     }
   }
-  AutomationPointer start(const char* how, std::string_view application, bool possible);
+  AutomationPointer start(const char* how, std::string_view application);
 
   int sheets_ = 0;
 };
@@ -90,10 +87,8 @@ struct RecordingAutomation::Object final : AutomationObject {
   QString name;
 };
 
-inline AutomationPointer RecordingAutomation::start(const char* how, std::string_view application,
-                                                    bool possible) {
+inline AutomationPointer RecordingAutomation::start(const char* how, std::string_view application) {
   const QString name = Object::latin(application);
   write(how + name);
-  if (!possible) throw AutomationError("not there");
   return std::make_shared<Object>(*this, name.section(u'.', 0, 0));
 }

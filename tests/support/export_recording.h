@@ -21,13 +21,3 @@ inline Recording many_samples(int count) {
   }
   return recording;
 }
-
-inline Recording cold_store() {
-  Recording recording = many_samples(3);
-  const float values[3][2] = {{4.5F, 61.2F}, {4.6F, 61.0F}, {4.4F, 60.8F}};
-  for (int n = 0; n < 3; ++n) {
-    recording.SampleTimes(n) = stamp_text(wall_time(2006, 5, 12, 13, 45 + n, 30));
-    for (int slot = 0; slot < 2; ++slot) recording.SampleValues(n, slot) = values[n][slot];
-  }
-  return recording;
-}

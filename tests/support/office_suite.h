@@ -4,12 +4,13 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
 
 #include <signal.h>
+
+#include "support/files.h"
 
 #ifndef CORVANE_OFFICE_PROGRAM
 #define CORVANE_OFFICE_PROGRAM ""
@@ -81,10 +82,6 @@ class OfficeSuite {
   static constexpr int patience_ms = 60'000;
 
  private:
-  static QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
   static QStringList pipes() { return QDir("/tmp").entryList({"OSL_PIPE_*"}, QDir::System); }
   // Other office processes may have made theirs meanwhile, but listen at them.
   QStringList left_pipes() const {
