@@ -71,6 +71,7 @@ class CurveDrawing {
   void share_out(int column);
   void resolve(int column, Run run);
   void own(int column, Rows line, QRgb colour);
+  void close_around(Rows owned);
   void draw_lines(std::size_t sample);
   void fill(int column, Rows rows, QRgb colour);
   Rows inside(Rows rows) const { return common(rows, {0, height_ - 1}); }
@@ -81,8 +82,10 @@ class CurveDrawing {
   qsizetype stride_;
   const std::vector<int>& columns_;
   std::vector<Curve> curves_;
-  // The rows of the column at hand that have no owner yet.
+  // The rows of the column at hand that have no owner yet, and a large run of rows without any of
+  // them: most lines lie in it when only rows at both ends are left.
   std::vector<Rows> open_;
+  Rows closed_ = no_rows;
   std::vector<int> edges_;
   std::unique_ptr<Painters> painters_;
 };
@@ -172,6 +175,7 @@ void CurveDrawing::share_out(int column) {
   }
   std::sort(edges_.begin(), edges_.end());
   open_.clear();
+  closed_ = no_rows;
   for (std::size_t k = 1; k < edges_.size(); ++k) {
     const Rows rows = {edges_[k - 1], edges_[k] - 1};
     if (rows.empty()) continue;
@@ -212,11 +216,13 @@ void CurveDrawing::resolve(int column, Run run) {
 }
 
 void CurveDrawing::own(int column, Rows line, QRgb colour) {
+  if (line.first >= closed_.first && line.last <= closed_.last) return;
   for (std::size_t k = 0; k < open_.size(); ++k) {
     const Rows open = open_[k];
     const Rows owned = common(open, line);
     if (owned.empty()) continue;
     fill(column, owned, colour);
+    close_around(owned);
     const Rows above = {open.first, owned.first - 1};
     const Rows below = {owned.last + 1, open.last};
     open_[k] = above.empty() ? below : above;
@@ -226,6 +232,18 @@ void CurveDrawing::own(int column, Rows line, QRgb colour) {
       open_.pop_back();
     }
   }
+}
+
+// Called before the rows are taken out of the open ones.
+void CurveDrawing::close_around(Rows owned) {
+  Rows closed = {0, height_ - 1};
+  for (const Rows& open : open_) {
+    if (open.last < owned.first) closed.first = std::max(closed.first, open.last + 1);
+    if (open.first > owned.last) closed.last = std::min(closed.last, open.first - 1);
+    if (open.first < owned.first && open.last >= owned.first) closed.first = owned.first;
+    if (open.first <= owned.last && open.last > owned.last) closed.last = owned.last;
+  }
+  if (closed.last - closed.first > closed_.last - closed_.first) closed_ = closed;
 }
 
 void CurveDrawing::draw_lines(std::size_t sample) {

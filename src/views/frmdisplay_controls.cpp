@@ -44,9 +44,10 @@ QColor readable_colour(QRgb curve, const QColor& text) {
                 mix(qBlue(curve), text.blue()));
 }
 
-void set_role(QWidget* widget, QPalette::ColorRole role, const QColor& colour) {
+void set_colours_of(QWidget* widget, const QColor& text, const QColor& behind) {
   QPalette palette = widget->palette();
-  palette.setColor(role, colour);
+  palette.setColor(QPalette::WindowText, text);
+  palette.setColor(QPalette::Window, behind);
   widget->setPalette(palette);
 }
 
@@ -204,25 +205,22 @@ void frmdisplay::build_sheet() {
 // Texts of a channel carry its colour, darkened or lightened towards the text colour so that even
 // yellow can be read; the curves and swatches have the colours themselves.
 void frmdisplay::set_colours() {
-  const QColor text = palette().color(QPalette::WindowText);
+  const QColor window_text = palette().color(QPalette::WindowText);
+  const QColor window = palette().color(QPalette::Window);
+  const QColor text = palette().color(QPalette::Text);
   const auto behind = [base = palette().color(QPalette::Base)](int opacity) {
     return QColor(base.red(), base.green(), base.blue(), opacity);
   };
   for (std::size_t c = 0; c < 4; ++c) {
-    const QColor readable = readable_colour(curve_colours[c], text);
+    const QColor readable = readable_colour(curve_colours[c], window_text);
     for (std::size_t k = 0; k < 9; ++k) {
-      set_role(Label4[9 * c + k], QPalette::WindowText, readable);
-      set_role(Label4[9 * c + k], QPalette::Window, behind(scale_opacity));
+      set_colours_of(Label4[9 * c + k], readable, behind(scale_opacity));
     }
-    for (const std::size_t i : {c, c + 4, c + 8}) {
-      set_role(Label3[i], QPalette::WindowText, readable);
-    }
-    set_role(Line1[c], QPalette::Window, QColor(curve_colours[c]));
-    set_role(Line1[c], QPalette::WindowText, readable);
+    for (const std::size_t i : {c, c + 4, c + 8}) set_colours_of(Label3[i], readable, window);
+    set_colours_of(Line1[c], readable, QColor(curve_colours[c]));
   }
-  set_role(Line2, QPalette::Window, palette().color(QPalette::Text));
-  set_role(Label5, QPalette::WindowText, palette().color(QPalette::Text));
-  set_role(Label5, QPalette::Window, behind(time_opacity));
+  set_colours_of(Line2, text, text);
+  set_colours_of(Label5, text, behind(time_opacity));
 }
 
 GraphTexts frmdisplay::measure() const {

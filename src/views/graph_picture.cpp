@@ -1,7 +1,5 @@
 #include "views/graph_picture.h"
 
-#include <QPainter>
-
 #include <algorithm>
 
 #include "views/graph_view.h"
@@ -80,17 +78,18 @@ ValueRows::ValueRows(const GraphCurves::Channel& channel, int slot, const Pictur
       pixels_per_twip_(pixels_per_twip(size.pixels.height(), size.height)) {}
 
 void draw_grid(QImage& image, const PictureSize& size, QRgb background) {
-  image.fill(background);
-  QPainter painter(&image);
-  painter.setPen(QColor(grid_colour));
-  const int right = image.width() - 1;
-  const int bottom = image.height() - 1;
+  std::vector<QRgb> row(static_cast<std::size_t>(image.width()), background);
+  const auto line = [](int k, int pixels, float twips) {
+    const float place = static_cast<float>(k) / grid_cells * twips;
+    return whole_pixel(place, pixels_per_twip(pixels, twips));
+  };
   for (int k = 0; k <= grid_cells; ++k) {
-    const float part = static_cast<float>(k) / grid_cells;
-    const int x = whole_pixel(part * size.width, pixels_per_twip(right + 1, size.width));
-    const int y = whole_pixel(part * size.height, pixels_per_twip(bottom + 1, size.height));
-    painter.drawLine(x, 0, x, bottom);
-    painter.drawLine(0, y, right, y);
+    row[static_cast<std::size_t>(line(k, image.width(), size.width))] = grid_colour;
+  }
+  const auto pixels = [&image](int y) { return reinterpret_cast<QRgb*>(image.scanLine(y)); };
+  for (int y = 0; y < image.height(); ++y) std::copy(row.begin(), row.end(), pixels(y));
+  for (int k = 0; k <= grid_cells; ++k) {
+    std::fill_n(pixels(line(k, image.height(), size.height)), image.width(), grid_colour);
   }
 }
 
