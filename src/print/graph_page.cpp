@@ -162,7 +162,6 @@ class Graph {
     painter().translate(frame_.topLeft());
     for (const int slot : place_.slots_shown) {
       const auto c = static_cast<std::size_t>(slot);
-      if (view_.high[c] == view_.low[c]) continue;
       recording.SampleValues(view_.start, slot);
       recording.SampleValues(end, slot);
       const CurveSamples samples = {recording.all_values().data() +

@@ -26,5 +26,6 @@ struct Ink {
 };
 
 // The straight lines from sample to sample, the first at the left edge and the last at the right
-// one, in columns of this width from the left edge on. Values that are no numbers leave a gap.
+// one, in columns of this width from the left edge on. Values that are no numbers leave a gap; with
+// `high` equal to `low` there is no curve.
 std::vector<Ink> paper_curve(const CurveSamples& samples, const CurvePlace& place, double column);

@@ -80,8 +80,6 @@ Orientation QtPrinter::show_setup(Orientation orientation, QWidget* parent) {
 
 QPainter& QtPrinter::start_document(const QString& title) {
   QPrinter& target = printer();
-  const bool there = to_file() || !QPrinterInfo::printerInfo(target.printerName()).isNull();
-  require(there, "the printer is gone");
   target.setDocName(title);
   require(painter_.begin(&target), "the printer takes no document");
   use_twips();

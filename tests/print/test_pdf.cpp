@@ -66,7 +66,8 @@ class TestPdf : public QObject {
     const QString why = qEnvironmentVariable("CORVANE_NO_QUEUE", "not asked for");
     const bool queue = qEnvironmentVariableIsSet("CORVANE_QUEUE_OUTPUT");
     if (test.contains("queue") && !queue) QSKIP(qPrintable("no print queue: " + why));
-    world_ = std::make_unique<PrintWorld>();
+    world_ = std::make_unique<PrintWorld>(120);
+    User::recording.ViewCount = 100;
     printer_ = std::make_unique<QtPrinter>();
     world_->shell.real_printer = printer_.get();
     User::PrintChannels = {1, 1, 0, 1, 0};
