@@ -52,7 +52,7 @@ QWidget* frmrealtime::build_readings() {
     for (int c = 0; c < channel_count; ++c) {
       const int index = labels_per_channel * c + which;
       QLabel* label = text_label(element("Label4", index), box);
-      // A new text must not lay the window out anew.
+      // A new text must not move its neighbours.
       label->setMinimumWidth(1);
       label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
       grid->addWidget(label, c + 1, which);

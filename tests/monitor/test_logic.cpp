@@ -118,19 +118,17 @@ class TestMonitorLogic : public QObject {
       LiveView view;
       view.Span = span;
       view.place(slider, count);
-      const int last = view.last_reading(count).value_or(-1);
-      return view.LastShown == view.FirstShown + span - 1 ? std::pair(int{view.FirstShown}, last)
-                                                          : std::pair(-2, -2);
+      return QList<int>{view.FirstShown, view.LastShown, view.last_reading(count).value_or(-1)};
     };
-    QCOMPARE(shown(100, 0, 128), std::pair(0, -1));
-    QCOMPARE(shown(100, 127, 128), std::pair(0, 126));
-    QCOMPARE(shown(50, 128, 128), std::pair(0, 127));
-    QCOMPARE(shown(100, 129, 128), std::pair(1, 128));
-    QCOMPARE(shown(50, 15000, 128), std::pair(7500, 7627));
-    QCOMPARE(shown(99, 5000, 128), std::pair(4872, 4999));
-    QCOMPARE(shown(1, 250, 5), std::pair(2, 6));
-    QCOMPARE(shown(1, 350, 5), std::pair(4, 8));
-    QCOMPARE(shown(100, 15000, 16384), std::pair(0, 14999));
+    QCOMPARE(shown(100, 0, 128), QList<int>({0, 127, -1}));
+    QCOMPARE(shown(100, 127, 128), QList<int>({0, 127, 126}));
+    QCOMPARE(shown(50, 128, 128), QList<int>({0, 127, 127}));
+    QCOMPARE(shown(100, 129, 128), QList<int>({1, 128, 128}));
+    QCOMPARE(shown(50, 15000, 128), QList<int>({7500, 7627, 7627}));
+    QCOMPARE(shown(99, 5000, 128), QList<int>({4872, 4999, 4999}));
+    QCOMPARE(shown(1, 250, 5), QList<int>({2, 6, 6}));
+    QCOMPARE(shown(1, 350, 5), QList<int>({4, 8, 8}));
+    QCOMPARE(shown(100, 15000, 16384), QList<int>({0, 16383, 14999}));
   }
 
   void zoom_and_nearest() {
@@ -144,7 +142,6 @@ class TestMonitorLogic : public QObject {
       return view.Span;
     };
     QCOMPARE(zoomed(1, 1), 102);
-    QCOMPARE(zoomed(1, 1), 82);
     QCOMPARE(zoomed(1, 40), 5);
     QCOMPARE(zoomed(0, 1), 6);
     QCOMPARE(zoomed(0, 60), 16384);
@@ -154,22 +151,20 @@ class TestMonitorLogic : public QObject {
   // Equal curves lie side by side, each 3 twips lower: 9 twips are a pixel. To the right of the
   // last reading there is none.
   void curves() {
-    for (const int y : {0, 80, 158}) {
-      for (const int span : {5, 641, 6401}) {
-        const auto value = static_cast<float>(120 - y);
-        const LiveReading reading = {value, value, value, value};
-        LiveBuffer buffer;
-        for (int n = 0; n <= span / 4; ++n) buffer.push({}, reading);
-        LiveView view;
-        view.Span = span;
-        GraphPicture picture;
-        take_live_curves(picture.new_curves(), buffer, view, 4);
-        QImage image(321, 161, QImage::Format_RGB32);
-        picture.draw(image, picture_size(image.size(), 1), qRgb(255, 255, 255));
-        for (int x = 0; x < image.width(); ++x) {
-          QCOMPARE(image.pixel(x, y) == curve_colours[2], x <= 80);
-          QCOMPARE(image.pixel(x, y + 1) == curve_colours[3], x <= 80);
-        }
+    for (const auto& [span, y] : {std::pair(5, 0), {641, 80}, {6401, 158}}) {
+      const auto value = static_cast<float>(120 - y);
+      const LiveReading reading = {value, value, value, value};
+      LiveBuffer buffer;
+      for (int n = 0; n <= span / 4; ++n) buffer.push({}, reading);
+      LiveView view;
+      view.Span = span;
+      GraphPicture picture;
+      take_live_curves(picture.new_curves(), buffer, view, 4);
+      QImage image(321, 161, QImage::Format_RGB32);
+      picture.draw(image, picture_size(image.size(), 1), qRgb(255, 255, 255));
+      for (int x = 0; x < image.width(); ++x) {
+        QCOMPARE(image.pixel(x, y) == curve_colours[2], x <= 80);
+        QCOMPARE(image.pixel(x, y + 1) == curve_colours[3], x <= 80);
       }
     }
   }
