@@ -1,5 +1,4 @@
 // The exports of the largest Recording.
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -7,8 +6,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include "data/automation_plugin.h"
@@ -21,6 +22,7 @@
 #include "largest_recording.h"
 #include "pandas.h"
 #include "suite.h"
+#include "support/files.h"
 #include "support/office_suite.h"
 
 namespace {
@@ -114,11 +116,6 @@ void write_csv(const PlainExport& data, const QString& path) {
   }
 }
 
-QByteArray contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // Both sides must write the same bytes.
 void check_same_work(const QString& ours, const QString& peers) {
   if (contents(ours) == contents(peers)) return;
@@ -151,31 +148,44 @@ void text_benchmarks(Suite& suite, const Recording& recording, const QTemporaryD
       "export: text", our_side, "pandas.to_csv", [&] { return pandas.run(); }, 1.0 / 30);
 }
 
-// The suite runs already, with a user's profile of its own; the time is that on the clock, because
-// the suite does its part in another process.
+// The processor time in milliseconds that this program and the suite have taken so far.
+double time_of_all(const OfficeSuite& office_suite) {
+  double seconds = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+  for (const qint64 process : office_suite.processes()) {
+    // Behind the name in brackets, which may hold anything: user and system time are fields 12, 13.
+    const QByteArray line = contents(QStringLiteral("/proc/%1/stat").arg(process));
+    const QByteArrayList fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+    const double ticks = fields.value(11).toDouble() + fields.value(12).toDouble();
+    seconds += ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
+  }
+  return seconds * 1000;
+}
+
+// The suite runs already, with a user's profile of its own.
 void office_benchmarks(Suite& suite, const Recording& recording, const QTemporaryDir& folder) {
   const OfficeSuite office_suite;
   AutomationPlugin office(QStringLiteral(CORVANE_PLUGIN_FOLDER));
-  // The first workbook is what starts the suite.
+  // A first small workbook is what starts the suite.
+  Recording first = recording;
+  first.SampleCount = 1;
   bool running = false;
   const auto exporting = [&](auto export_recording, const char* name) -> Side {
     return [&, export_recording, name]() -> std::optional<double> {
       if (!OfficeSuite::installed()) return std::nullopt;
       ExportProgress progress;
       const auto path = [&](const char* file) { return folder.filePath(QLatin1String(file)); };
-      if (!running) export_workbook(office, recording, path("first.xls"), progress);
+      if (!running) export_workbook(office, first, path("first.xls"), progress);
       running = true;
-      QElapsedTimer timer;
-      timer.start();
+      const double start = time_of_all(office_suite);
       export_recording(office, recording, path(name), progress);
-      return static_cast<double>(timer.elapsed());
+      return time_of_all(office_suite) - start;
     };
   };
   const auto limit = [](double time) -> Side { return [time] { return time; }; };
   suite.compare("export: spreadsheet", exporting(export_workbook, "run.xls"),
-                "3 s on the clock, suite running", limit(3000), 1.0, Repeat::Once);
+                "3 s of both processes, suite running", limit(3000), 1.0, Repeat::Once);
   suite.compare("export: document", exporting(export_document, "run.doc"),
-                "8 s on the clock, suite running", limit(8000), 1.0, Repeat::Once);
+                "8 s of both processes, suite running", limit(8000), 1.0, Repeat::Once);
 }
 
 }  // namespace
