@@ -99,9 +99,9 @@ class TestDataCommands : public QObject {
     shell_->scripted_messages.answers = {true};
     QCOMPARE(done(SaveDataFile, "run.qlx"), question + u';' + saved);
     QCOMPARE(contents("run.qlx"), old_saved);
-    // Without the extension it is overwritten unasked.
+    // By another name that is cut to this one it is overwritten unasked.
     make_file("run.qlx", "precious");
-    QCOMPARE(done(SaveDataFile, "run"), saved);
+    QCOMPARE(done(SaveDataFile, "run.1.qlx"), saved);
     QVERIFY(contents("run.qlx") == old_saved && !file_handle_1().is_open());
   }
 
@@ -110,10 +110,9 @@ class TestDataCommands : public QObject {
       QCOMPARE(done(SaveDataFile, name), save_error);
       QVERIFY(!file_handle_1().is_open());
     }
-    if (!QFile::exists("/dev/full")) QSKIP("this system has no /dev/full");
     QVERIFY(QFile::link("/dev/full", folder_->filePath("full.qlx")));
     QCOMPARE(done(SaveDataFile, "full"), save_error);
-    QVERIFY(file_handle_1().is_open() && shell_->panels[1] == "Save File");
+    QVERIFY(file_handle_1().is_open());
   }
 };
 

@@ -1,18 +1,14 @@
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 
 #include <algorithm>
 
-#include "data/data_file.h"
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
-
 #include "app/errors.h"
 #include "app/recording.h"
+#include "data/data_file.h"
 #include "data/file_handle.h"
-#include "data/file_names.h"
 #include "support/runner.h"
 
 namespace {
@@ -30,18 +26,16 @@ QByteArray changed(const char* from, const char* to) {
 }
 
 bool read(const QByteArray& bytes, Recording& recording) {
-  const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-  return stop_at_first_failure([&] { read_recording(view, recording); });
+  return stop_at_first_failure([&] { read_recording(bytes.toStdString(), recording); });
 }
 
 QByteArray written(const Recording& recording) {
-  const QTemporaryDir folder;
-  QFile file(folder.filePath("run"));
+  QTemporaryFile file;
   FileHandle handle;
-  handle.open_for_writing(file.fileName());
+  handle.open_for_writing(file.open() ? file.fileName() : QString());
   skip_on_error([&] { write_recording(recording, handle); });
   handle.close();
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+  return file.readAll();
 }
 
 QByteArray written_again(const QByteArray& bytes) {
@@ -49,7 +43,6 @@ QByteArray written_again(const QByteArray& bytes) {
   return read(bytes, recording) ? written(recording) : QByteArray("(refused)");
 }
 
-// Many bytes, or floats, in no order.
 std::uint32_t random_number() {
   static std::uint32_t state = 1;
   return (state = state * 1664525U + 1013904223U) >> 8;
@@ -60,13 +53,6 @@ std::uint32_t random_number() {
 class TestDataFile : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  void base_names() {
-    for (const char* chosen : {"/data/run.qlx", "/data/run", "/data/run.txt", "/data/run.1.qlx"}) {
-      QCOMPARE(with_extension(chosen, ".qlx"), "/data/run.qlx");
-    }
-    QCOMPARE(with_extension("D:\\data.2006\\run.qlx", ".qlx"), "D:\\data.qlx");
-  }
-
   // Other programs' forms of the same file, and the samples, which are as the program writes them.
   void files_read_back_byte_for_byte() {
     for (const QByteArray& file :
@@ -109,20 +95,19 @@ class TestDataFile : public QObject {
       recording.ChannelCount = 1;
       recording.SampleCount = 1;
       recording.SampleValues(0, 0) = 7;
-      if (read(file, recording)) return QString("read");
-      return QStringLiteral("%1, %2, %3, %4, %5")
-          .arg(recording.Title)
+      const QString met = read(file, recording) ? "read " : recording.Title;
+      return QStringLiteral("%1, %2, %3, %4")
+          .arg(met + ", " + recording.SampleTimes(0))
           .arg(recording.ChannelCount)
           .arg(recording.SampleCount)
-          .arg(recording.SampleTimes(0))
           .arg(recording.SampleValues(0, 0));
     };
-    const QString at_value = "Cold store, 2, 3, 2006-05-12 13:45:30, ";
-    QCOMPARE(left({}), "old, 1, 1, old, 7");
-    QCOMPARE(left("\"Cold\" store\r\n"), "old, 1, 1, old, 7");
-    QCOMPARE(left(changed("\r\n2\r\n", "\r\n5\r\n")), "Cold store, 5, 1, old, 7");
-    QCOMPARE(left(changed("\r\n2\r\n", "\r\n\"2\"\r\n")), "Cold store, 1, 1, old, 7");
-    QCOMPARE(left(changed("\r\n3\r\n", "\r\n3000000000\r\n")), "Cold store, 2, 1, old, 7");
+    const QString at_value = "Cold store, 2006-05-12 13:45:30, 2, 3, ";
+    QCOMPARE(left({}), "old, old, 1, 1, 7");
+    QCOMPARE(left("\"Cold\" store\r\n"), "old, old, 1, 1, 7");
+    QCOMPARE(left(changed("\r\n2\r\n", "\r\n5\r\n")), "Cold store, old, 5, 1, 7");
+    QCOMPARE(left(changed("\r\n2\r\n", "\r\n\"2\"\r\n")), "Cold store, old, 1, 1, 7");
+    QCOMPARE(left(changed("\r\n3\r\n", "\r\n3000000000\r\n")), "Cold store, old, 2, 1, 7");
     QCOMPARE(left(changed("\r\n4.5\r\n", "\r\n\r\n")), at_value + "7");
     QCOMPARE(left(changed("61.2", "61,2")), at_value + "4.5");
     QCOMPARE(left(cold_store.chopped(7)), at_value + "4.5");
@@ -136,11 +121,9 @@ class TestDataFile : public QObject {
     for (const QByteArray& start :
          {QByteArray(), head + "t,1,2,3,4\n", head + QByteArray(many, '1'), QByteArray(many, '"'),
           "a,b,0,2000000000\n" + QByteArray(many, '\n'), noise, head + noise}) {
-      const QTemporaryDir folder;
-      QFile bulk(folder.filePath("run.qlx"));
-      QVERIFY(bulk.open(QIODevice::WriteOnly) && bulk.write(start) == start.size());
+      QTemporaryFile bulk;
+      QVERIFY(bulk.open() && bulk.write(start) == start.size());
       QVERIFY(bulk.resize(start.size() < 100 ? qint64{4} << 30 : start.size()));
-      bulk.close();
       Recording recording;
       FileHandle file;
       QElapsedTimer timer;
@@ -175,21 +158,15 @@ class TestDataFile : public QObject {
       return !stop_at_first_failure([&] { file.open_for_reading(name); }) &&
              !stop_at_first_failure([&] { file.open_for_writing(name); });
     };
-    QVERIFY_THROWS_EXCEPTION(FileError, file.open_for_reading(path));
     QVERIFY(refuses(folder.path()));
-    QVERIFY_THROWS_EXCEPTION(FileError, file.write("a"));
+    QVERIFY_THROWS_EXCEPTION(FileError, file.open_for_reading(path));
     file.open_for_writing(path);
-    file.write("abc");
     QVERIFY(refuses(path));
     file.close();
-    file.open_for_reading(path);
-    QCOMPARE(file.read(2), "ab");
-    file.close();
-#ifdef Q_OS_UNIX
+    QVERIFY_THROWS_EXCEPTION(FileError, file.write("a"));
     // Opening a pipe that nobody serves would wait for ever.
     const QString pipe = folder.filePath("pipe.qlx");
-    QVERIFY(mkfifo(qPrintable(pipe), 0600) == 0 && refuses(pipe));
-#endif
+    QVERIFY(QProcess::execute("mkfifo", {pipe}) == 0 && refuses(pipe));
   }
 };
 
