@@ -1,6 +1,8 @@
 #include "app/program_folder.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
 
 namespace {
 
@@ -17,4 +19,11 @@ QString program_folder() {
 
 void set_program_folder(const QString& folder) {
   folder_override() = folder;
+}
+
+QString documents_folder() {
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                         QStringLiteral("/Corvane");
+  QDir().mkpath(folder);
+  return folder;
 }

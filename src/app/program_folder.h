@@ -7,3 +7,7 @@
 // Absolute path of the executable's folder, without a separator at its end. Tests set another one.
 QString program_folder();
 void set_program_folder(const QString& folder);
+
+// The folder "Corvane" among the user's documents, made if it is not there: for what the program
+// shall keep and its own folder does not take.
+QString documents_folder();

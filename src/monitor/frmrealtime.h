@@ -83,11 +83,12 @@ class frmrealtime : public ChildWindow {
   GraphSurface* Pic1;
   std::array<QFrame*, 4> Line1{};  // legend, a line a channel
   std::array<QLabel*, 4> Label3{};
-  QFrame* Line2;   // cursor
-  QLabel* Label5;  // time at the cursor
-  QLabel* Label7;  // values at the cursor
-  QLabel* Label1;  // time of the first reading shown
-  QLabel* Label2;  // time of the last one
+  QLabel* saved_label;  // where the last automatic save went; hidden before the first
+  QFrame* Line2;        // cursor
+  QLabel* Label5;       // time at the cursor
+  QLabel* Label7;       // values at the cursor
+  QLabel* Label1;       // time of the first reading shown
+  QLabel* Label2;       // time of the last one
   QSlider* Slider1;
   std::array<QPushButton*, 2> cmd{};  // zoom out, zoom in
   QTableView* MSFlG1;
@@ -141,7 +142,8 @@ class frmrealtime : public ChildWindow {
   void restart_polling();
 
   void take_reading();
-  void save_automatically() const;
+  void save_automatically();
+  void tell_saved(const QString& text, bool failed);
   std::array<AlarmLimits, 4> typed_limits() const;
   void show_readings();
   static void show_alarm(QLabel& label, bool alarmed);

@@ -50,6 +50,13 @@ void frmrealtime::build() {
   all->addLayout(build_properties());
   all->addWidget(build_readings());
   all->addWidget(build_live_tabs(), 1);
+  saved_label = new QLabel(this);
+  saved_label->setObjectName(QStringLiteral("saved_label"));
+  saved_label->setTextFormat(Qt::PlainText);
+  saved_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  saved_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  saved_label->hide();
+  all->addWidget(saved_label);
 }
 
 // As low as its tallest part: the graph gets the rest of the window.

@@ -47,7 +47,7 @@ void frmrealtime::take_reading() {
   LiveReading reading{};
   skip_on_error([&] { reading = decode_readings(Packet::ReceiveBuffer, live_.channels().count); });
   const QString time = general_date_time_text(shell_.clock().now());
-  if (live_.add(time, reading, typed_limits())) skip_on_error([&] { save_automatically(); });
+  if (live_.add(time, reading, typed_limits())) save_automatically();
   RedrawGraph();
   show_readings();
   live_.count_answered();
@@ -61,10 +61,25 @@ std::array<AlarmLimits, 4> frmrealtime::typed_limits() const {
   return limits;
 }
 
-void frmrealtime::save_automatically() const {
-  const QString path = program_folder() + u'/' + automatic_save_name(shell_.clock().now());
+// Where the program's own folder cannot be written (installed for all users, say, or full) the
+// readings go among the user's documents. The window says where they are, and where they are not.
+void frmrealtime::save_automatically() {
+  const QString name = automatic_save_name(shell_.clock().now());
   const QString& recorder_name = User::DeviceTable.text(0, User::RecorderType);
-  save_live_buffer(path, {Text6->text(), recorder_name, live_.channels()}, live_.buffer);
+  const AutomaticSaveHeader header = {Text6->text(), recorder_name, live_.channels()};
+  for (const QString& folder : {program_folder(), documents_folder()}) {
+    const QString path = folder + u'/' + name;
+    if (stop_at_first_failure([&] { save_live_buffer(path, header, live_.buffer); })) {
+      return tell_saved(QStringLiteral("Saved automatically: ") + path, false);
+    }
+  }
+  tell_saved(QStringLiteral("Not saved automatically: %1 cannot be written").arg(name), true);
+}
+
+void frmrealtime::tell_saved(const QString& text, bool failed) {
+  saved_label->setText(text);
+  saved_label->setVisible(true);
+  show_alarm(*saved_label, failed);
 }
 
 void frmrealtime::lay_out_live() {

@@ -264,10 +264,15 @@ class TestRealTimeWindow : public QObject {
     if (row.command == "read") QCOMPARE(User::recording.SampleCount, 250);
   }
 
-  // The second file cannot be written, because a folder stands in its place.
+  // The second file cannot be written, because a folder stands in its place, and goes among the
+  // user's documents; for the third there is no place at all.
   void saves_automatically() {
+    const QTemporaryDir home;
+    const QByteArray real_home = qgetenv("HOME");
+    qputenv("HOME", home.path().toLocal8Bit());
     monitor_->window().Text6->setText("Cold");
     const QDir folder(monitor_->main.folder.path());
+    const QLabel& saved_label = *monitor_->window().saved_label;
     const auto until_due = [&] {
       while (monitor_->live().SaveCounter < 14999) monitor_->live().add("then", {}, {});
       return monitor_->clock.now().addMSecs(25).toString("yyyy-MM-dd HH-mm-ss") + ".qlx";
@@ -275,7 +280,10 @@ class TestRealTimeWindow : public QObject {
     const QString name = until_due();
     monitor_->poll();
     QCOMPARE(folder.entryList({"*.qlx"}), QStringList(name));
-    QVERIFY(folder.mkdir(until_due()));
+    QVERIFY(saved_label.text().endsWith(folder.filePath(name)) && saved_label.isVisible());
+    const QDir documents(home.path() + "/Documents/Corvane");
+    const QString second = until_due();
+    QVERIFY(folder.mkdir(second));
     // What is being read in a full sheet stays where it is, though rows go at its front.
     monitor_->window().SSTab3->setCurrentWidget(monitor_->window().MSFlG1);
     QScrollBar* bar = monitor_->window().MSFlG1->verticalScrollBar();
@@ -283,7 +291,14 @@ class TestRealTimeWindow : public QObject {
     bar->setValue(500);
     monitor_->poll();
     QCOMPARE(bar->value(), 499);
+    QCOMPARE(documents.entryList({"*.qlx"}), QStringList(second));
+    QVERIFY(saved_label.text().endsWith(documents.filePath(second)));
+    const QString third = until_due();
+    QVERIFY(folder.mkdir(third) && documents.mkdir(third));
+    monitor_->poll();
+    QCOMPARE(saved_label.text(), "Not saved automatically: " + third + " cannot be written");
     QCOMPARE(monitor_->live().buffer.LiveCount(), 15000);
+    qputenv("HOME", real_home);
     QFile file(folder.filePath(name));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.read(70).replace("\r\n", "|"),
