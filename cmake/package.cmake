@@ -1,0 +1,36 @@
+# `scripts/package` makes of a release build a relocatable archive (the folder that `cmake --install`
+# makes) and a Debian package that has this folder as /opt/corvane and knows the desktop's places.
+if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
+  set(CMAKE_INSTALL_PREFIX /opt/corvane CACHE PATH "Where to install" FORCE)
+endif()
+
+# Only in the package: these places are the system's.
+set(desktop ${CMAKE_CURRENT_BINARY_DIR}/desktop)
+file(READ resources/desktop/corvane.desktop entry)
+string(REPLACE "Exec=corvane" "Exec=/opt/corvane/corvane" entry "${entry}")
+file(CONFIGURE OUTPUT ${desktop}/corvane.desktop CONTENT "${entry}" @ONLY)
+set(share /usr/share)
+set(in_package COMPONENT desktop EXCLUDE_FROM_ALL)
+install(FILES ${desktop}/corvane.desktop DESTINATION ${share}/applications ${in_package})
+install(FILES resources/icons/corvane.svg DESTINATION ${share}/icons/hicolor/scalable/apps ${in_package})
+install(FILES resources/desktop/org.corvane.corvane.metainfo.xml DESTINATION ${share}/metainfo ${in_package})
+install(FILES resources/desktop/corvane.xml DESTINATION ${share}/mime/packages ${in_package})
+
+set(CPACK_PACKAGE_NAME corvane)
+set(CPACK_PACKAGE_VENDOR "The Corvane developers")
+set(CPACK_PACKAGE_CONTACT "The Corvane developers <corvane@localhost>")
+set(CPACK_GENERATOR TGZ DEB)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_SOURCE_DIR}/build/package)
+set(CPACK_PACKAGE_FILE_NAME corvane-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR})
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/package_generator.cmake)
+set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION science)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "libc6, libstdc++6, libqt6core6, libqt6gui6, libqt6widgets6, libqt6printsupport6, libqt6serialport6, libqt6svg6")
+# For document and workbook exports, and for opening the help file.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libreoffice-calc, libreoffice-writer, xdg-utils, kchmviewer | xchm, cups")
+include(CPack)

@@ -1,0 +1,11 @@
+# What differs between the archive and the Debian package; CPack reads this once for each.
+if(CPACK_GENERATOR STREQUAL "DEB")
+  set(CPACK_COMPONENTS_ALL Unspecified desktop)
+  set(CPACK_DEB_COMPONENT_INSTALL ON)
+  set(CPACK_SET_DESTDIR ON)
+  set(CPACK_INSTALL_PREFIX /opt/corvane)
+else()
+  set(CPACK_COMPONENTS_ALL Unspecified)
+  set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+  set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+endif()
