@@ -13,6 +13,11 @@ if(CORVANE_SANITIZE)
   target_link_options(corvane_options INTERFACE ${flags})
 endif()
 
+if(CORVANE_FUZZ)
+  target_compile_options(corvane_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(corvane_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})

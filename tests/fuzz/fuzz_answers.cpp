@@ -1,0 +1,73 @@
+// Answers from the line, each kind of them, of any length and content.
+#include "acquire/block.h"
+#include "acquire/segments.h"
+#include "app/times.h"
+#include "device/answer.h"
+#include "fuzz/fuzz.h"
+#include "monitor/live_channels.h"
+#include "monitor/properties.h"
+
+namespace {
+
+const QDateTime now(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
+
+void properties(const QByteArray& answer, int channels) {
+  const RecorderProperties decoded = decode_properties(answer);
+  require(decoded.record_interval >= 1 && decoded.record_interval <= 65536);
+  const MemoryMap map = map_memory(answer, channels, now);
+  require(map.segments.size() <= max_segments && map.interval >= 1);
+  // A memory that holds less than a sample of each channel ends before it begins, by an interval.
+  for (const Segment& segment : map.segments) {
+    require(segment.first.isValid() && segment.last.isValid() &&
+            segment.first <= segment.last.addSecs(map.interval));
+  }
+  const int last = static_cast<int>(map.segments.size()) - 1;
+  if (last >= 0) require(samples_in(map, 0, last) >= 0);
+}
+
+void texts(const QByteArray& answer) {
+  const RecorderTexts decoded = decode_texts(answer);
+  require(text_of_units(decoded.title.data(), 16).size() <= 8);
+  require(text_of_units(decoded.description.data(), 48).size() <= 24);
+}
+
+void block(const QByteArray& answer, int channels, int position) {
+  static DownloadedSamples samples;
+  samples.count = 0;
+  const BlockPlace place = {.channels = channels,
+                            .interval = 60,
+                            .samples_wanted = position * 200,
+                            .position = position,
+                            .first = now};
+  place_block(answer, place, samples);
+  require(samples.count >= 0 && samples.count <= 128);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Input input(data, size);
+  const int kind = input.byte();
+  const int channels = 1 + kind / 8 % 4;
+  const int position = input.byte();
+  const QByteArray answer = input.rest();
+  holds([&] {
+    switch (kind % 8) {
+      case 0:
+        return properties(answer, channels);
+      case 1:
+        return texts(answer);
+      case 2:
+        return block(answer, channels, position);
+      case 3: {
+        const ChannelLimits limits = decode_limits(answer);
+        return require(limits.up <= 128 && limits.down > -128);
+      }
+      case 4:
+        return require(battery_voltage(answer) >= 0);
+      default:
+        decode_readings(answer, channels);
+    }
+  });
+  return 0;
+}

@@ -1,0 +1,76 @@
+// The data file: what can be read is shown without a crash, and written again it reads the same.
+#include <bit>
+#include <string>
+#include <unistd.h>
+
+#include "app/recording.h"
+#include "data/data_file.h"
+#include "data/file_handle.h"
+#include "fuzz/fuzz.h"
+#include "views/graph_picture.h"
+#include "views/graph_view.h"
+#include "views/statistics.h"
+
+namespace {
+
+void show(Recording& recording) {
+  holds([&] { compute_statistics(recording); });
+  information_rows(recording);
+  const PictureSize size = picture_size({64, 48}, 1);
+  GraphPicture picture;
+  GraphCurves& curves = picture.new_curves();
+  curves.span = recording.held_samples();
+  curves.channels.resize(static_cast<std::size_t>(recording.held_channels()));
+  if (curves.channels.empty() || curves.span == 0) return;
+  holds([&] {
+    curves.take(recording, 0, recording.held_samples());
+    for (GraphCurves::Channel& channel : curves.channels) {
+      const ChannelScale scale = channel_scale(channel.values, {});
+      channel.high = scale.high;
+      channel.low = scale.low;
+    }
+  });
+  QImage image(size.pixels, QImage::Format_RGB32);
+  picture.draw(image, size, 0xFFFFFFFF);
+}
+
+// A name of our own: several fuzzers may run at a time.
+const QString& scratch_file() {
+  static const QString name = QStringLiteral("/dev/shm/corvane-fuzz-%1").arg(getpid());
+  return name;
+}
+
+void write_and_read_again(const Recording& recording) {
+  FileHandle file;
+  file.open_for_writing(scratch_file());
+  write_recording(recording, file);
+  file.close();
+  static Recording again;
+  file.open_for_reading(scratch_file());
+  read_recording(file, again);
+  file.close();
+  require(again.SampleCount == recording.SampleCount && again.Title == recording.Title &&
+          again.ChannelCount == recording.ChannelCount &&
+          again.RecorderName == recording.RecorderName);
+  for (int n = 0; n < recording.held_samples(); ++n) {
+    require(again.SampleTimes(n) == recording.SampleTimes(n));
+    for (int c = 0; c < recording.held_channels(); ++c) {
+      require(std::bit_cast<std::uint32_t>(again.SampleValues(n, c)) ==
+              std::bit_cast<std::uint32_t>(recording.SampleValues(n, c)));
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static Recording recording;
+  recording.SampleCount = 0;
+  recording.ChannelCount = 0;
+  const bool whole = holds([&] {
+    read_recording({reinterpret_cast<const char*>(data), size}, recording);
+  });
+  show(recording);
+  if (whole && recording.SampleCount >= 0) write_and_read_again(recording);
+  return 0;
+}
