@@ -1,0 +1,288 @@
+// corvane-monkey SECONDS [SEED]: a user out of his mind. Random commands, clicks, keys and texts in
+// the real windows, random answers in every dialog, with a recorder in software whose faults come
+// and go and whose cable is pulled. The sanitizers, a watchdog for hangs, and the rules below say
+// whether the program bears it. The same seed plays much the same, timers excepted.
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QTabBar>
+#include <QTest>
+
+#include <atomic>
+#include <cstdio>
+#include <random>
+#include <stop_token>
+#include <thread>
+
+#include "app/dialogs.h"
+#include "app/user.h"
+#include "monitor/frmrealtime.h"
+#include "support/main_window.h"
+#include "support/simulated_port.h"
+#include "views/frmdisplay.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// A step that takes longer than this has hung.
+constexpr auto longest_step = 60s;
+std::atomic<long> steps = 0;
+
+class Monkey : public QObject {
+ public:
+  explicit Monkey(unsigned seed) : random_(seed) {
+    QFile file(folder_.filePath(QStringLiteral("device.txt")));
+    if (file.open(QIODevice::WriteOnly)) file.write(MainWindow::device_file);
+    file.close();
+    set_program_folder(folder_.path());
+    window_ =
+        std::make_unique<frmmdi>(OutsideWorld{clock_, port_, messages_, files_, printer_, office_});
+    window_->show();
+    messages_.set_parent(window_.get());
+    files_.set_parent(window_.get());
+    change_recorder();
+    User::RecorderType = 3;
+    attendant_.start(0);
+    connect(&attendant_, &QTimer::timeout, this, [this] { attend(); });
+  }
+  ~Monkey() override { clock_.stop(); }
+
+  void step() {
+    ++steps;
+    const int what = below(100);
+    if (what < 45) return command();
+    if (what < 55) return click_somewhere(*window_);
+    if (what < 62) return press_key(QApplication::focusWidget());
+    if (what < 80) return tick();
+    if (what < 90) return operate(*window_);
+    if (what < 94) return clock_.sleep(below(70'000));
+    if (what < 96) return window_->resize(300 + below(1500), 200 + below(1000));
+    if (what < 98) return change_recorder();
+    if (what < 99) return port_.unplug();
+    if (auto* child = window_->findChild<QMdiSubWindow*>()) child->close();
+  }
+
+  // What must hold between any two commands.
+  void check() {
+    const bool linked = window_->menu_entry(QStringLiteral("unlink"))->isEnabled();
+    const bool link = window_->menu_entry(QStringLiteral("link"))->isEnabled();
+    if (linked == link) fail("Link and Unlink are offered alike");
+    if (window_->PrgB1->value() != 0 && !linked) fail("the progress bar stands");
+    linked_ += linked;
+    with_recording_ += User::recording.held_samples() > 0;
+    if (auto* window = window_->loaded_realtime()) {
+      most_live_ = std::max(most_live_, window->live().buffer.LiveCount());
+    }
+  }
+
+  // How far it came: one that never links proves nothing.
+  bool tell() const {
+    const auto files = QDir(folder_.path()).entryList(QDir::Files).join(u' ').toStdString();
+    std::printf(
+        "monkey: %ld steps; between them linked %ld times, with a Recording %ld times;\n"
+        "monkey: %d live readings at most, %zu pages printed; files: %s\n",
+        steps.load(), linked_, with_recording_, most_live_, printer_.pages.size(), files.c_str());
+    return linked_ > 0;
+  }
+
+ private:
+  [[noreturn]] static void fail(const char* rule) {
+    std::fprintf(stderr, "monkey: %s\n", rule);
+    std::abort();
+  }
+
+  int below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
+  template <class List>
+  auto& any(List& list) {
+    return list[static_cast<typename List::size_type>(below(static_cast<int>(list.size())))];
+  }
+
+  void tick() {
+    if (auto* window = window_->loaded_realtime()) Q_EMIT window->Timer1->tick();
+  }
+
+  // Another recorder on port 1 or 2, mostly one of the type that is chosen, at times with a fault.
+  void change_recorder() {
+    static const QStringList faults = {{},
+                                       "silent",
+                                       "check",
+                                       "extra",
+                                       "truncated",
+                                       "late",
+                                       "late:ms=900",
+                                       "garbage",
+                                       "unplug:request=9",
+                                       "silent:first=2",
+                                       "check:block=3"};
+    const int channels = 1 + below(4);
+    simulator::Settings settings = {.channels = channels,
+                                    .mask = static_cast<unsigned>(1 + below(15)),
+                                    .readings = below(3) * below(8'000),
+                                    .interval_s = 1 + below(65'536),
+                                    .running = below(2) == 0,
+                                    .wrap = below(2) == 0};
+    if (const QString& fault = any(faults); !fault.isEmpty() && below(3) == 0) {
+      settings.faults = {*simulator::fault_from_text(fault)};
+    }
+    recorders_.push_back(std::make_unique<simulator::Recorder>(settings, clock_.now()));
+    port_.recorders[1 + below(2)] = recorders_.back().get();
+    User::RecorderType = static_cast<std::int16_t>(below(5) == 0 ? below(5) : channels - 1);
+  }
+
+  void command() {
+    static const QStringList names = {"open",      "close", "save",   "outputs",        "printview",
+                                      "printdata", "link",  "unlink", "record",         "read",
+                                      "in",        "out",   "limit",  "setdisplaytime", "realtime",
+                                      "history",   "about"};
+    window_->menu_entry(any(names))->trigger();
+  }
+
+  QString text() {
+    static const QStringList texts = {"",         "12",    "-40.5", "0",     "99999999999",
+                                      "abc",      "1e300", "冷库",  "32768", "\t",
+                                      "<b>x</b>", ".",     "%1%n"};
+    return any(texts);
+  }
+
+  void click_somewhere(QWidget& window) {
+    const QPoint place(below(window.width()), below(window.height()));
+    QWidget* widget = window.childAt(place);
+    // Neither the menu bar nor the frame's own buttons, which would open native menus or Exit.
+    if (!widget || widget->inherits("QMenuBar") || widget->inherits("QToolButton")) return;
+    QTest::mouseClick(widget, Qt::LeftButton, {}, widget->mapFrom(&window, place));
+  }
+  void press_key(QWidget* widget) {
+    static const std::vector<Qt::Key> keys = {
+        Qt::Key_Tab,   Qt::Key_Left, Qt::Key_Right,    Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp,
+        Qt::Key_Space, Qt::Key_Up,   Qt::Key_PageDown, Qt::Key_Down, Qt::Key_A};
+    static const std::vector<Qt::KeyboardModifiers> modifiers = {
+        {}, Qt::ControlModifier, Qt::ShiftModifier};
+    if (widget) QTest::keyClick(widget, any(keys), any(modifiers));
+  }
+  // Uses a random control of the window.
+  void operate(QWidget& window) {
+    auto widgets = window.findChildren<QWidget*>();
+    widgets.removeIf([](const QWidget* w) { return !w->isVisible() || !w->isEnabled(); });
+    if (widgets.isEmpty()) return;
+    QWidget* widget = any(widgets);
+    if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
+      if (!edit->isReadOnly()) edit->setText(text());
+    } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+      if (combo->count() > 0) combo->setCurrentIndex(below(combo->count()));
+    } else if (auto* slider = qobject_cast<QAbstractSlider*>(widget)) {
+      slider->setValue(slider->minimum() + below(slider->maximum() - slider->minimum() + 1));
+    } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(widget)) {
+      spin->stepBy(below(200) - 100);
+    } else if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
+      if (tabs->count() > 0) tabs->setCurrentIndex(below(tabs->count()));
+    } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+      if (!button->inherits("QToolButton")) button->click();
+    } else {
+      press_key(widget);
+    }
+  }
+
+  // A dialog stands: something random happens in it, and sooner or later it is closed. Nested
+  // commands happen too, as a timer's tick or a second command does.
+  void attend() {
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+      popup->close();
+      return;
+    }
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!dialog || attending_) return;
+    const QScopedValueRollback guard(attending_, true);
+    ++steps;
+    if (auto* file = qobject_cast<QFileDialog*>(dialog)) return choose_file(*file);
+    const int what = below(20);
+    if (what == 0) {
+      dialog->reject();
+    } else if (what == 1) {
+      tick();
+    } else if (what < 4) {
+      press_key(dialog);
+    } else if (what < 8) {
+      operate(*dialog);
+    } else {
+      // The first button is the one that accepts.
+      const auto buttons = dialog->findChildren<QPushButton*>();
+      if (!buttons.isEmpty()) (what < 16 ? buttons.front() : any(buttons))->click();
+    }
+  }
+  void choose_file(QFileDialog& dialog) {
+    static const QStringList names = {"a", "b.qlx", "c.d.qlx", "none", "no/such/folder",
+                                      "",  "a.txt"};
+    auto* edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    if (edit) edit->setText(folder_.filePath(any(names)));
+    if (edit && below(3) != 0) QTest::keyClick(edit, Qt::Key_Return);
+    if (dialog.isVisible() && below(3) == 0) dialog.reject();
+  }
+
+  std::mt19937 random_;
+  ScriptedClock clock_;
+  SimulatedPort port_{clock_};
+  std::vector<std::unique_ptr<simulator::Recorder>> recorders_;
+  WindowMessageBox messages_;
+  WindowFileDialog files_;
+  QTemporaryDir folder_;
+  ScriptedPrinter printer_;
+  AutomationPlugin office_{QString()};
+  std::unique_ptr<frmmdi> window_;
+  QTimer attendant_;
+  bool attending_ = false;
+  long linked_ = 0;
+  long with_recording_ = 0;
+  int most_live_ = 0;
+};
+
+void watch(const std::stop_token& stop) {
+  long seen = -1;
+  for (auto since = std::chrono::steady_clock::now(); !stop.stop_requested();) {
+    std::this_thread::sleep_for(200ms);
+    const auto now = std::chrono::steady_clock::now();
+    if (const long at = steps; at != seen) {
+      seen = at;
+      since = now;
+    }
+    if (now - since > longest_step) {
+      std::fprintf(stderr, "monkey: hangs at step %ld\n", seen);
+      std::abort();
+    }
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
+  const QApplication application(argc, argv);
+  const int seconds = argc > 1 ? std::atoi(argv[1]) : 10;
+  const unsigned seed =
+      argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : std::random_device{}();
+  std::printf("monkey: seed %u\n", seed);
+  std::fflush(stdout);
+  std::jthread watchdog(watch);
+  bool came_far = false;
+  {
+    Monkey monkey(seed);
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < seconds * 1000LL) {
+      monkey.step();
+      QCoreApplication::processEvents();
+      monkey.check();
+    }
+    came_far = monkey.tell();
+  }
+  return came_far ? 0 : 1;
+}
