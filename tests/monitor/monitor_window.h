@@ -14,9 +14,7 @@ inline simulator::Settings steady(int channels = 2) {
   simulator::Settings settings = {.channels = channels, .mask = 3, .readings = 500, .title = "AB"};
   settings.description = "三";
   settings.limits[0] = {.down = -10.5, .up = 25};
-  settings.signal = [](auto, int channel) {
-    return static_cast<std::uint16_t>(256 * (20 + channel));
-  };
+  settings.signal = [](auto, int channel) { return std::uint16_t(256 * (20 + channel)); };
   return settings;
 }
 
