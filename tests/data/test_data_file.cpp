@@ -1,5 +1,6 @@
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 
@@ -43,10 +44,7 @@ QByteArray written_again(const QByteArray& bytes) {
   return read(bytes, recording) ? written(recording) : QByteArray("(refused)");
 }
 
-std::uint32_t random_number() {
-  static std::uint32_t state = 1;
-  return (state = state * 1664525U + 1013904223U) >> 8;
-}
+QRandomGenerator numbers(1);  // the same in every run
 
 }  // namespace
 
@@ -78,7 +76,7 @@ class TestDataFile : public QObject {
     recording.ChannelCount = 4;
     recording.SampleCount = Recording::max_samples;
     for (int n = 0; n < Recording::max_samples * 4; ++n) {
-      recording.SampleValues(n / 4, n % 4) = float(random_number()) / 1000.0F - 5000.0F;
+      recording.SampleValues(n / 4, n % 4) = float(numbers.bounded(10'000'000)) / 1000.0F - 5000.0F;
     }
     const QByteArray bytes = written(recording);
     QVERIFY(bytes.startsWith("\"Wand \"\"Süd\"\",\r\n冷库 1\"\r\n\"\"\r\n4\r\n\"\"\r\n"));
@@ -116,7 +114,7 @@ class TestDataFile : public QObject {
     constexpr int many = 20'000'000;
     const QByteArray head = "a,b,4,1,t,C,2,t,C,3,t,C,4,t,C,2000000000\n";
     QByteArray noise(many, Qt::Uninitialized);
-    std::generate(noise.begin(), noise.end(), [] { return char(random_number()); });
+    std::generate(noise.begin(), noise.end(), [] { return char(numbers.generate()); });
     for (const QByteArray& start :
          {QByteArray(), head + "t,1,2,3,4\n", head + QByteArray(many, '1'), QByteArray(many, '"'),
           "a,b,0,2000000000\n" + QByteArray(many, '\n'), noise, head + noise}) {

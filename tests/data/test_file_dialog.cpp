@@ -9,23 +9,18 @@
 #include "support/dialogs.h"
 #include "support/runner.h"
 
-namespace {
-
-constexpr auto open = FileDialog::Purpose::open;
-constexpr auto save = FileDialog::Purpose::save;
-const auto nothing = [](QFileDialog&) {};
-
-}  // namespace
-
 // The real file dialog, worked with the keyboard.
 class TestFileDialog : public QObject {
   Q_OBJECT
 
   using Work = std::function<void(QFileDialog&)>;
+  static constexpr auto open = FileDialog::Purpose::open;
+  static constexpr auto save = FileDialog::Purpose::save;
 
   // Does `first` with the dialog and types `name`; what is still open then is cancelled. Gives the
   // name that came through. Typing counts: a name that is set does not work the same.
-  QString chosen(FileDialog::Purpose purpose, const QString& name, const Work& first) {
+  QString chosen(
+      FileDialog::Purpose purpose, const QString& name, const Work& first = [](QFileDialog&) {}) {
     const auto script = when_shown<QFileDialog>([&](QFileDialog& dialog) {
       first(dialog);
       QVERIFY(QTest::qWaitForWindowActive(&dialog));
@@ -85,14 +80,14 @@ class TestFileDialog : public QObject {
     QCOMPARE(dialog_.filter_index, 3);
     // A dialog with fewer filters falls back on its first one.
     dialog_.filter = "*.qlx|*.qlx";
-    chosen(open, "run", nothing);
+    chosen(open, "run");
     QCOMPARE(dialog_.filter_index, 1);
   }
 
   void the_folder_is_remembered() {
     const QString inner = folder_->filePath("inner");
-    chosen(save, inner + "/x.qlx", nothing);
-    QCOMPARE(chosen(open, "y", nothing), inner + "/y");
+    chosen(save, inner + "/x.qlx");
+    QCOMPARE(chosen(open, "y"), inner + "/y");
     // Gone in the meantime, it must not stand in the dialog as the name of a file.
     QVERIFY(QDir().rmdir(inner));
     const Work no_name = [](QFileDialog& dialog) {
