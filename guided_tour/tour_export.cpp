@@ -4,7 +4,7 @@
 #include <QFileInfo>
 #include <QTest>
 
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 #include "support/office_suite.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include <QMessageBox>
 #include <QTest>
 
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
 

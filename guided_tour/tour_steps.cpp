@@ -8,7 +8,7 @@
 #include "acquire/frmhistorytime.h"
 #include "app/user.h"
 #include "device/frmport.h"
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 
 namespace {
 

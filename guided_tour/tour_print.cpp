@@ -3,7 +3,7 @@
 #include <QPushButton>
 
 #include "app/user.h"
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 #include "print/Frmprint.h"
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"

@@ -1,4 +1,4 @@
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 
 #include <QApplication>
 #include <QDateTimeEdit>

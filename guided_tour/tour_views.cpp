@@ -2,7 +2,7 @@
 #include <QTest>
 
 #include "app/user.h"
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 #include "monitor/Frmwarn.h"
 #include "views/frmdate.h"
 #include "views/frmdisplay.h"

@@ -11,7 +11,7 @@
 #include "app/program_folder.h"
 #include "data/automation_plugin.h"
 #include "device/qt_serial_port.h"
-#include "e2e/tour.h"
+#include "guided_tour/tour.h"
 #include "print/qt_printer.h"
 
 int main(int argc, char** argv) {
