@@ -1,10 +1,8 @@
 #include "acquire/frmhistorytime.h"
-#include "app/numbers.h"
-#include "app/times.h"
 #include "app/user.h"
-#include "device/fixed_point.h"
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
+#include "support/measured.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 
@@ -16,24 +14,8 @@ simulator::Settings memory(int readings, unsigned mask = 0x03) {
   return {.mask = mask, .readings = readings, .interval_s = 30, .start = start, .title = "Cold"};
 }
 
-// Where the Recording differs from what the recorder measured from sample `first` on.
 QString difference(unsigned mask, int count, int first = 0) {
-  const Recording& got = User::recording;
-  if (got.SampleCount != count) return QString::number(got.SampleCount);
-  for (int n = 0; n < count; ++n) {
-    if (got.SampleTimes(n) != stamp_text(start.addSecs(30 * (first + n))))
-      return got.SampleTimes(n);
-    int slot = 0;
-    for (int channel = 0; channel < 4; ++channel) {
-      if ((mask >> channel & 1) == 0) continue;
-      const int raw = simulator::demo_signal(first + n, channel);
-      const float value = rounded_to_2_decimals(fixed_point_value(
-          static_cast<std::uint8_t>(raw % 256), static_cast<std::uint8_t>(raw / 256)));
-      if (got.SampleValues(n, slot++) != value) return QStringLiteral("sample %1").arg(n);
-    }
-    if (slot != got.ChannelCount) return QStringLiteral("channels");
-  }
-  return {};
+  return Measured{mask, start, 30}.difference(User::recording, count, first);
 }
 
 }  // namespace
@@ -49,16 +31,14 @@ class TestDownload : public QObject {
     int count;
     int from = -1, to = -1;  // the segments chosen; -1 keeps what the dialog offers
     int first = 0;           // sample of the memory
-    QString fault = {};
   };
 
-  // Opens the port and the Real-time Data window on the recorder, which then gets its fault.
-  void open(const simulator::Settings& settings, const QString& fault = {}) {
+  // Opens the port and the Real-time Data window on the recorder.
+  void open(const simulator::Settings& settings) {
     w_->plug_in(settings);
     w_->port.open();
     w_->main.run("realtime");
     w_->realtime()->Timer1->set_enabled(true);
-    if (!fault.isEmpty()) w_->plug_in(settings, fault);
   }
   void read(const std::function<void(frmhistorytime&)>& choose = {}) {
     const auto script = when_shown<frmhistorytime>([=](frmhistorytime& dialog) {
@@ -67,6 +47,7 @@ class TestDownload : public QObject {
     });
     w_->main.run("read");
   }
+  QString messages() { return std::exchange(w_->main.messages.shown, {}).join('|'); }
   QString panel() const { return w_->main.window->Sts1[0]->text(); }
 
   std::unique_ptr<SimulatedWindow> w_;
@@ -80,32 +61,23 @@ class TestDownload : public QObject {
 
   void readings_arrive_as_recorded_data() {
     add_rows<Arrival>({{"one channel, short oldest block", 200, 0x04, 200},
-                       {"two channels", 1024, 0x03, 512},
                        {"channels 2 and 4", 1000, 0x0A, 500},
                        {"four channels", 516, 0x0F, 129},
-                       {"less than a block", 10, 0x03, 5},
                        {"as many as fit", 32000, 0x0F, 8000},
                        // Segment 0 is the oldest; the recorder numbers its blocks from the newest.
                        {"chosen segments", 1000, 0x03, 192, 2, 4, 52 + 64}});
-    // What a repeated request can mend costs no reading and no message.
-    for (const char* fault : {"extra", "extra:block=0", "late:block=2,first=1", "silent:first=2",
-                              "silent:block=7,first=2", "check:block=3,first=2",
-                              "truncated:block=3,first=1", "garbage:block=0,first=2"}) {
-      QTest::newRow(fault) << Arrival{fault, 1000, 0x03, 500, -1, -1, 0, fault};
-    }
   }
   void readings_arrive_as_recorded() {
     QFETCH(Arrival, row);
-    open(memory(row.readings, row.mask), row.fault);
+    open(memory(row.readings, row.mask));
     read([&](frmhistorytime& dialog) {
       if (row.from >= 0) dialog.Combo1->setCurrentIndex(row.from);
       if (row.to >= 0) dialog.Combo2->setCurrentIndex(row.to);
     });
-    QCOMPARE(w_->main.messages.shown, QStringList());
+    QCOMPARE(messages(), "");
     QCOMPARE(difference(row.mask, row.count, row.first), QString());
     // 128 at first; the window that opens on the Recording shows all of it.
     QCOMPARE(User::recording.ViewCount, row.count);
-    QVERIFY(w_->realtime()->Timer1->enabled() && panel().isEmpty());
     QVERIFY(w_->main.window->menu_entry("save")->isEnabled() && w_->main.window->loaded_display());
   }
 
@@ -125,10 +97,18 @@ class TestDownload : public QObject {
     QVERIFY(w_->clock.elapsed() - before >= 3 * 20 + 2 * 100);
     const Recording& got = User::recording;
     QStringList header = {got.Title, got.RecorderName};
-    for (const std::size_t slot : {0, 1}) {
-      for (const std::size_t row : {0, 1, 2}) header << got.ChannelInfo[row][slot];
+    for (const auto& row : got.ChannelInfo) header << row[0] << row[1];
+    QCOMPARE(header.join('|'), "Cold|Four|2|4|Damp|Wall|%RH|C||");
+  }
+
+  void nothing_to_read() {
+    for (const simulator::Settings& settings : {memory(0), memory(100, 0)}) {
+      w_ = std::make_unique<SimulatedWindow>();
+      open(settings);
+      read();
+      QCOMPARE(messages() + panel(), "Corvane: No DataRead Data");
+      QVERIFY(!w_->realtime()->Timer1->enabled());
     }
-    QCOMPARE(header.join('|'), "Cold|Four|2|Damp|%RH|4|Wall|C");
   }
 
   void wrong_order_keeps_the_dialog() {
@@ -137,7 +117,7 @@ class TestDownload : public QObject {
       dialog.Combo1->setCurrentIndex(3);
       dialog.Combo2->setCurrentIndex(2);
       press(dialog.Command1);
-      QCOMPARE(w_->main.messages.shown, QStringList({"Corvane: Start Time>End Time"}));
+      QCOMPARE(messages(), "Corvane: Start Time>End Time");
       QVERIFY(dialog.isVisible() && dialog.Combo1->count() == 8);
       press(dialog.Command2);
     });
@@ -145,36 +125,11 @@ class TestDownload : public QObject {
     QVERIFY(w_->realtime()->Timer1->enabled() && panel().isEmpty());
   }
 
-  void ends_without_readings_data() {
-    add_rows<Arrival>({{"no readings", 0, 0x03, 0}, {"no channel", 100, 0, 0}});
-    for (const char* kind : {"silent", "check", "truncated", "garbage", "unplug"}) {
-      for (const char* where : {":command=02", ":block=0", ":block=3", ":block=7"}) {
-        const QByteArray fault = QByteArray(kind) + where;
-        QTest::newRow(fault) << Arrival{kind, 1000, 0x03, 0, -1, -1, 0, fault};
-      }
-    }
-  }
-  void ends_without_readings() {
-    QFETCH(Arrival, row);
-    open(memory(row.readings, row.mask), row.fault);
-    User::recording.Title = "kept";
-    User::recording.SampleCount = 3;
-    read();
-    const bool no_data = row.fault.isEmpty();
-    QCOMPARE(w_->main.messages.shown.join(','),
-             no_data ? "Corvane: No Data" : "Warnning: Link Timeout!");
-    QCOMPARE(panel(), no_data ? "Read Data" : "");
-    QCOMPARE(w_->realtime()->Timer1->enabled(), !no_data);
-    QCOMPARE(w_->main.window->PrgB1->value(), 0);
-    QCOMPARE(w_->main.window->Text1->text(), QString());
-    QCOMPARE(User::recording.Title + QString::number(User::recording.SampleCount), "kept3");
-  }
-
   // In the middle of the wait for a block.
   void survives_what_the_user_does_data() {
     QTest::addColumn<QString>("command");
     for (const char* command : {"unlink", "close", "read", "Quit", "close box"}) {
-      QTest::newRow(command) << QString(command);
+      QTest::newRow(command) << command;
     }
   }
   void survives_what_the_user_does() {
@@ -189,7 +144,7 @@ class TestDownload : public QObject {
     };
     read([&](frmhistorytime&) { w_->clock.after(450, act); });
     QVERIFY(done);
-    QCOMPARE(w_->main.messages.shown, QStringList());
+    QCOMPARE(messages(), "");
     const bool ends = command == u"Quit";
     QCOMPARE(difference(0x03, ends ? 0 : 500), QString());
     QCOMPARE(User::recording.Title, ends ? "" : "Cold");
