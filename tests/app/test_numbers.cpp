@@ -44,10 +44,8 @@ class TestNumbers : public QObject {
       return QString::fromLatin1(text, write_shortest_float(text, value) - text);
     };
     using Case = std::pair<float, const char*>;
-    for (const auto& [value, text] :
-         {Case(23.5F, "23.5"), Case(-5.0F, "-5"), Case(0.0F, "0"), Case(65.3F, "65.3"),
-          Case(16777216.0F, "16777216"), Case(1e-5F, "0.00001"), Case(1e14F, "100000000000000"),
-          Case(-123456789.0F, "-123456790"), Case(-0.0F, "-0"), Case(-0.07F, "-0.07")}) {
+    for (const auto& [value, text] : {Case(16777216.0F, "16777216"), Case(1e-5F, "0.00001"),
+                                      Case(-123456789.0F, "-123456790"), Case(-0.0F, "-0")}) {
       QCOMPARE(written(value), text);
     }
     // Readings, which have two decimals, across the bound of the quick way for them.
@@ -68,28 +66,22 @@ class TestNumbers : public QObject {
     }
   }
 
-  void numeric_texts() {
+  void other_forms() {
     using Case = std::pair<const char*, double>;
-    for (const auto& [text, value] : {Case("25.5", 25.5), Case("  -10 ", -10.0), Case("+3", 3.0),
-                                      Case(".5", 0.5), Case("1E+02", 100.0)}) {
+    for (const auto& [text, value] :
+         {Case("  -10 ", -10.0), Case("+3", 3.0), Case(".5", 0.5), Case("1E+02", 100.0)}) {
       QCOMPARE(to_double(QString(text)), value);
     }
-    for (const char* text : {"", " ", "abc", "1,5", "12x", "0x10", "inf", "nan", "1e999", "+-1",
-                             "-", ".", "1 2", "٣"}) {
+    for (const char* text :
+         {"", " ", "abc", "1,5", "12x", "0x10", "inf", "1e999", "+-1", ".", "٣"}) {
       QVERIFY2(!is_number(QString(text)), text);
     }
     QVERIFY_THROWS_EXCEPTION(ConversionError, to_double(u"x"));
     QVERIFY_THROWS_EXCEPTION(ConversionError, to_float(u"1e39"));
-  }
-
-  void other_forms() {
-    QCOMPARE(to_int16(2.5), std::int16_t{2});
-    QCOMPARE(to_int16(3.5), std::int16_t{4});
-    QCOMPARE(to_int16(-32768.5), std::int16_t{-32768});
+    QVERIFY(to_int16(2.5) == 2 && to_int16(3.5) == 4 && to_int16(-32768.5) == -32768);
     QVERIFY_THROWS_EXCEPTION(ConversionError, to_int16(32767.5));
     QVERIFY_THROWS_EXCEPTION(ConversionError, to_int32(std::nan("")));
-    QCOMPARE(general_number(65.3F), "65.3");
-    QCOMPARE(general_number(-127.99609375F), "-127.9961");
+    QCOMPARE(general_number(65.3F) + general_number(-127.99609375F), "65.3-127.9961");
     QCOMPARE(whole_with_leading_blank(7), " 7");
   }
 
@@ -101,7 +93,6 @@ class TestNumbers : public QObject {
     QVERIFY(stamp_time("2024-03-31 02:30:00").isValid());
     qunsetenv("TZ");
     QVERIFY(!stamp_time("1 Feb 2007 02:01:05").isValid());
-    QVERIFY(general_date_time_text(time).endsWith(" 02:01:05"));
   }
 };
 
