@@ -40,12 +40,6 @@ float value(const DownloadedSamples& samples, int n, int slot = 0) {
 
 class TestSegments : public QObject {
   Q_OBJECT
-
-  struct FullBlock {
-    const char* name;
-    int channels, wanted, position, first, stored, counted;
-  };
-
  private Q_SLOTS:
   // Start, end, samples a channel, segments.
   void memory() {
@@ -102,24 +96,25 @@ class TestSegments : public QObject {
     }
   }
 
-  void full_blocks_data() {
-    add_rows<FullBlock>({{"two channels, second block", 2, 200, 1, 72, 64, 64},
-                         {"three channels store 42 and count 43", 3, 128, 1, 43, 42, 43},
-                         {"cut at the beginning", 1, 100, 0, -28, 128, 128},
-                         {"cut at the end", 1, 30100, 0, 29972, 128, 128}});
-  }
   // The first sample in time stands last in the block, its channels in slot order.
   void full_blocks() {
-    QFETCH(FullBlock, row);
-    DownloadedSamples samples;
-    place_block(block(256, true), {row.channels, 60, row.wanted, row.position, now}, samples);
-    QCOMPARE(samples.count, row.counted);
-    for (int n = 0; n < Recording::max_samples; ++n) {
-      const int j = n - row.first;
-      const bool stored = j >= 0 && j < row.stored;
-      QCOMPARE(samples.times.at(std::size_t(n)), stored ? stamp_text(now.addSecs(60 * j)) : "");
-      for (int slot = 0; stored && slot < row.channels; ++slot) {
-        QCOMPARE(value(samples, n, slot), float(128 - row.channels * (j + 1) + slot));
+    // Channels, samples wanted, position of the block, its first sample, samples stored, counted:
+    // the second of two channels, of three (of which 42 are stored), and cut at either end.
+    for (const auto& [channels, wanted, position, first, stored, counted] :
+         {std::array{2, 200, 1, 72, 64, 64},
+          {3, 128, 1, 43, 42, 43},
+          {1, 100, 0, -28, 128, 128},
+          {1, 30100, 0, 29972, 128, 128}}) {
+      DownloadedSamples samples;
+      place_block(block(256, true), {channels, 60, wanted, position, now}, samples);
+      QCOMPARE(samples.count, counted);
+      for (int n = 0; n < Recording::max_samples; ++n) {
+        const int j = n - first;
+        const bool there = j >= 0 && j < stored;
+        QCOMPARE(samples.times.at(std::size_t(n)), there ? stamp_text(now.addSecs(60 * j)) : "");
+        for (int slot = 0; there && slot < channels; ++slot) {
+          QCOMPARE(value(samples, n, slot), float(128 - channels * (j + 1) + slot));
+        }
       }
     }
   }

@@ -18,15 +18,15 @@ class TestMainWindow : public QObject {
   // The enabled menu entries, and the enabled toolbar buttons by their index.
   QString enabled() const {
     QStringList names;
-    const auto add = [&](const QAction* action, const QString& name) {
-      if (!action->isSeparator() && action->isEnabled()) names << name;
-    };
-    const auto menus = w_->main.window->menuBar()->actions();
-    for (const QAction* menu : menus) {
-      const auto actions = menu->menu()->actions();
-      for (const QAction* action : actions) add(action, action->objectName());
+    const auto actions = w_->main.window->findChildren<QAction*>();
+    for (const QAction* action : actions) {
+      const QString& name = action->objectName();
+      if (w_->main.window->menu_entry(name) && action->isEnabled()) names << name;
     }
-    for (int i = 1; i <= 15; ++i) add(w_->main.window->toolbar_button(i), QString::number(i));
+    for (int i = 1; i <= 15; ++i) {
+      const QAction* button = w_->main.window->toolbar_button(i);
+      if (button->isEnabled() && !button->isSeparator()) names << QString::number(i);
+    }
     return names.join(' ');
   }
 
@@ -124,27 +124,25 @@ class TestMainWindow : public QObject {
       QPalette palette(QColor(text, text, text), {}, {}, {}, {}, {}, {}, {},
                        QColor(window, window, window));
       // The largest difference in lightness between the window and the picture laid over it.
-      const auto contrast = [&, shade = window](const char* key, qreal scale, QIcon::Mode mode) {
-        const QIcon icon = command_icon(key, palette);
+      const auto contrast = [&, shade = window](const QIcon& icon, qreal scale, QIcon::Mode mode) {
         const QImage image = icon.pixmap(QSize(24, 24), scale, mode).toImage();
         int largest = image.size() == QSize(24, 24) * scale ? 0 : -1000;
         for (int i = 0; i < image.width() * image.height(); ++i) {
           const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
-          const int difference = std::abs(qGray(pixel.rgb()) - shade);
-          largest = std::max(largest, difference * pixel.alpha() / 255);
+          largest = std::max(largest, std::abs(qGray(pixel.rgb()) - shade) * pixel.alpha() / 255);
         }
         return largest;
       };
       for (const char* key : {"open", "save", "outputs", "prints", "link", "unlink", "identity",
                               "read", "history", "realtime", "about"}) {
+        const QIcon icon = command_icon(key, palette);
         for (const qreal scale : {1.0, 1.25, 2.0}) {
-          const int disabled = contrast(key, scale, QIcon::Disabled);
-          const int normal = contrast(key, scale, QIcon::Normal);
+          const int disabled = contrast(icon, scale, QIcon::Disabled);
+          const int normal = contrast(icon, scale, QIcon::Normal);
           QVERIFY2(normal > std::max(110, 2 * disabled) && disabled > 30, key);
         }
       }
     }
-    QVERIFY(command_icon("nothing", QPalette()).isNull() && !application_icon().isNull());
   }
 };
 

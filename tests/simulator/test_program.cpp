@@ -92,6 +92,7 @@ class TestProgram : public QObject {
           "--start 1999-12-31 | \"1999-12-31\" is not a time", "--colour | colour",
           "--limits 1:30:20 | not a down limit below an up limit", "com1 | belongs to no option",
           "--title ninechars | at most 8 characters", "--fault late:bytes=3 | is not a fault",
+          "--fault check:block=256 | is not a fault", "--fault silent:first | is not a fault",
           "--log /nonexistent/log | /log"}) {
       const QStringList row = QString(text).split(" | ");
       SimulatorProcess simulator(row[0].split(' '));

@@ -1,8 +1,10 @@
 #include <numeric>
 
+#include "simulator/line.h"
 #include "simulator/recorder.h"
 #include "support/runner.h"
 
+using simulator::Line;
 using simulator::Recorder;
 using simulator::Settings;
 
@@ -16,8 +18,6 @@ std::uint16_t counted(std::int64_t n, int channel) {
 }
 
 const Settings full = {.mask = 0x07, .readings = 31995, .interval_s = 1, .signal = counted};
-const Settings wrapping = {
-    .mask = 0x07, .readings = 31995, .interval_s = 1, .wrap = true, .signal = counted};
 
 // The one answer to a request, which is given without address, check byte and the zeros before
 // that; empty when there is none.
@@ -42,6 +42,8 @@ class TestRecorder : public QObject {
 
  private Q_SLOTS:
   void talks_data() {
+    Settings wrapping = full;
+    wrapping.wrap = true;
     add_rows<Talk>(
         {{"what it lacks",
           {.channels = 2, .running = false},
@@ -89,6 +91,35 @@ class TestRecorder : public QObject {
       QCOMPARE(got.left(expected.size()).toHex(' '), expected.toHex(' '));
       QCOMPARE(got.isEmpty(), expected.isEmpty());
     }
+  }
+
+  // 260 bytes of 11 bits take 297.9 ms at 9600 baud, after the request's 4 bytes and the delay.
+  void paced_bytes_keep_the_beat() {
+    Line line;
+    line.send({QByteArray(4, 'r'), QByteArray(260, 'x'), 5, false, {}}, 1'000'000);
+    const qint64 begin = 1'000'000 + 4583 + 5000;
+    QCOMPARE(line.next_due(), begin + 1145);
+    QCOMPARE(line.take(begin + 100'000).bytes.size(), 87);
+    QCOMPARE(line.take(begin + 297'915).bytes.size(), 172);
+    QCOMPARE(line.take(begin + 297'916).bytes.size(), 1);
+    QVERIFY(!line.next_due());
+  }
+
+  void answers_follow_one_another() {
+    Line line(false);
+    line.send({"a", "late", 1500, false, {}}, 0);
+    line.send({"b", "first", 5, false, {}}, 100'000);
+    line.send({"c", "second", 5, false, {}}, 100'000);
+    QCOMPARE(line.take(104'999).bytes, QByteArray());
+    QCOMPARE(line.take(105'000).bytes, "firstsecond");
+    QCOMPARE(line.take(9'000'000).bytes, "late");
+    Line paced;
+    paced.send({{}, "12", 0, false, {}}, 0);
+    paced.send({{}, "34", 0, true, {}}, 1000);
+    paced.send({{}, "never", 0, false, {}}, 1010);
+    QCOMPARE(paced.take(3'436).bytes, "123");
+    const auto last = paced.take(5'000);
+    QVERIFY(last.bytes == "4" && last.unplugged && !paced.next_due());
   }
 };
 

@@ -1,13 +1,17 @@
 // A printer that keeps its pages as pictures, and fails where a test wants it to.
 #pragma once
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QStringList>
+#include <QtMath>
 
 #include <optional>
 #include <vector>
 
+#include "print/page.h"
 #include "print/printer.h"
 
 class ScriptedPrinter final : public Printer {
@@ -25,20 +29,66 @@ class ScriptedPrinter final : public Printer {
   // The pointer that was shown when the last document started.
   std::optional<Qt::CursorShape> pointer;
 
-  Orientation orientation() override;
-  void set_orientation(Orientation orientation) override;
-  void set_paper_a4() override;
-  Orientation show_setup(Orientation orientation, QWidget* parent) override;
-  QPainter& start_document(const QString& title) override;
-  QSizeF paper_size() override;
-  void new_page() override;
-  void end_document() override;
-  void abort_document() override;
+  Orientation orientation() override {
+    require("orientation");
+    return present;
+  }
+  void set_orientation(Orientation orientation) override {
+    carry_out("orientation", QString::number(static_cast<int>(orientation)));
+    present = orientation;
+  }
+  void set_paper_a4() override { carry_out("a4"); }
+  Orientation show_setup(Orientation orientation, QWidget*) override {
+    log << QStringLiteral("setup %1").arg(static_cast<int>(orientation));
+    return chosen ? *chosen : throw PrinterError("cancelled");
+  }
+  QPainter& start_document(const QString& title) override {
+    const QCursor* cursor = QGuiApplication::overrideCursor();
+    pointer = cursor ? std::optional(cursor->shape()) : std::nullopt;
+    carry_out("start", title);
+    drawn_.clear();
+    add_page();
+    return painter_;
+  }
+  QSizeF paper_size() override {
+    return present == Orientation::landscape ? a4_portrait.transposed() : a4_portrait;
+  }
+  void new_page() override {
+    carry_out("page");
+    finish_page();
+    add_page();
+  }
+  void end_document() override {
+    carry_out("end");
+    finish_page();
+    pages.insert(pages.end(), drawn_.begin(), drawn_.end());
+  }
+  void abort_document() override {
+    log << QStringLiteral("abort");
+    if (painter_.isActive()) painter_.end();
+  }
 
  private:
-  void require(const char* call) const;
-  void add_page();
-  void finish_page();
+  static constexpr double twips_per_pixel = 15;
+
+  void require(const char* call) const {
+    if (fault == u"none" || fault == QLatin1String(call)) throw PrinterError("scripted fault");
+  }
+  void carry_out(const QString& call, const QString& detail = {}) {
+    require(call.toLatin1());
+    log << (call + u' ' + detail).trimmed();
+  }
+  void add_page() {
+    const QSizeF size = paper_size() / twips_per_pixel;
+    page_ = QImage(qCeil(size.width()), qCeil(size.height()), QImage::Format_RGB32);
+    page_.fill(Qt::white);
+    painter_.begin(&page_);
+    painter_.scale(1 / twips_per_pixel, 1 / twips_per_pixel);
+  }
+  void finish_page() {
+    painter_.end();
+    drawn_.push_back(page_);
+  }
 
   QImage page_;
   QPainter painter_;
