@@ -56,6 +56,7 @@ class TestSegments : public QObject {
     QCOMPARE(mapped(1, properties(0x06, 128, 1, 20)), "03-01 00:00:10 03-01 00:02:18 128 1");
     // Wrapping: from the end, and less what is about to go.
     QCOMPARE(mapped(4, properties(0x42, 1000, 10, 0, 7)), "03-01 09:18:13 03-01 09:59:53 250 8");
+    QCOMPARE(mapped(1, properties(0x40, 27500, 1)), "03-01 02:21:40 03-01 10:00:00 27500 215");
     QCOMPARE(mapped(1, properties(0x40, 27521, 1)), "03-01 02:29:51 03-01 10:00:00 27009 216");
     QCOMPARE(mapped(1, properties(0x40, 27501, 1)), "03-01 02:30:11 03-01 10:00:00 26989 215");
     // Three channels, and half a sample: to even.
