@@ -2,8 +2,10 @@
 // the real windows, random answers in every dialog, with a recorder in software whose faults come
 // and go and whose cable is pulled. The sanitizers, a watchdog for hangs, and the rules below say
 // whether the program bears it. The same seed plays much the same, timers excepted.
+#include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -12,9 +14,10 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPushButton>
-#include <QScopedValueRollback>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTest>
+#include <QTimer>
 
 #include <atomic>
 #include <cstdio>
@@ -24,6 +27,7 @@
 
 #include "app/dialogs.h"
 #include "app/user.h"
+#include "device/frmport.h"
 #include "monitor/frmrealtime.h"
 #include "support/main_window.h"
 #include "support/simulated_port.h"
@@ -51,8 +55,7 @@ class Monkey : public QObject {
     files_.set_parent(window_.get());
     change_recorder();
     User::RecorderType = 3;
-    attendant_.start(0);
-    connect(&attendant_, &QTimer::timeout, this, [this] { attend(); });
+    attend_again();
   }
   ~Monkey() override { clock_.stop(); }
 
@@ -123,8 +126,8 @@ class Monkey : public QObject {
                                        "unplug:request=9",
                                        "silent:first=2",
                                        "check:block=3"};
-    const int channels = 1 + below(4);
-    simulator::Settings settings = {.channels = channels,
+    channels_ = 1 + below(4);
+    simulator::Settings settings = {.channels = channels_,
                                     .mask = static_cast<unsigned>(1 + below(15)),
                                     .readings = below(3) * below(8'000),
                                     .interval_s = 1 + below(65'536),
@@ -135,7 +138,7 @@ class Monkey : public QObject {
     }
     recorders_.push_back(std::make_unique<simulator::Recorder>(settings, clock_.now()));
     port_.recorders[1 + below(2)] = recorders_.back().get();
-    User::RecorderType = static_cast<std::int16_t>(below(5) == 0 ? below(5) : channels - 1);
+    User::RecorderType = static_cast<std::int16_t>(below(5) == 0 ? below(5) : channels_ - 1);
   }
 
   void command() {
@@ -168,10 +171,43 @@ class Monkey : public QObject {
         {}, Qt::ControlModifier, Qt::ShiftModifier};
     if (widget) QTest::keyClick(widget, any(keys), any(modifiers));
   }
+  // What a user can operate in a window, without what Qt builds its own controls of.
+  static QList<QWidget*> controls(const QWidget& window) {
+    auto widgets = window.findChildren<QWidget*>();
+    widgets.removeIf([](const QWidget* widget) {
+      const bool control =
+          qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
+          qobject_cast<const QComboBox*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget) ||
+          qobject_cast<const QSlider*>(widget) || qobject_cast<const QTabBar*>(widget) ||
+          qobject_cast<const QAbstractItemView*>(widget);
+      return !control || !widget->isVisible() || !widget->isEnabled() ||
+             widget->inherits("QToolButton") || widget->inherits("QTableCornerButton") ||
+             widget->inherits("QHeaderView");
+    });
+    return widgets;
+  }
+
+  // Whoever hears the screen instead of seeing it must know each control by its name, and whoever
+  // has no mouse must get to it.
+  static void check_controls(const QList<QWidget*>& controls) {
+    for (QWidget* widget : controls) {
+      const QString name = widget->objectName();
+      if (name.isEmpty() || name.startsWith(u"qt_") || qobject_cast<QTabBar*>(widget)) continue;
+      const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+      const bool named = interface && !interface->text(QAccessible::Name).isEmpty();
+      if (!named) fail(qPrintable(name + QStringLiteral(" has no name")));
+      // A group's radio buttons are reached by the arrow keys; the percentage is only shown.
+      const auto* edit = qobject_cast<QLineEdit*>(widget);
+      const bool reached = qobject_cast<QRadioButton*>(widget) || (edit && edit->isReadOnly()) ||
+                           (widget->focusPolicy() & Qt::TabFocus) != 0;
+      if (!reached) fail(qPrintable(name + QStringLiteral(" cannot be reached by Tab")));
+    }
+  }
+
   // Uses a random control of the window.
   void operate(QWidget& window) {
-    auto widgets = window.findChildren<QWidget*>();
-    widgets.removeIf([](const QWidget* w) { return !w->isVisible() || !w->isEnabled(); });
+    auto widgets = controls(window);
+    check_controls(widgets);
     if (widgets.isEmpty()) return;
     QWidget* widget = any(widgets);
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
@@ -193,16 +229,27 @@ class Monkey : public QObject {
 
   // A dialog stands: something random happens in it, and sooner or later it is closed. Nested
   // commands happen too, as a timer's tick or a second command does.
+  void attend_again() {
+    QTimer::singleShot(0, this, [this] {
+      // Before acting: what is done in a dialog can open another one.
+      attend_again();
+      attend();
+    });
+  }
   void attend() {
     if (QWidget* popup = QApplication::activePopupWidget()) {
       popup->close();
       return;
     }
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || attending_) return;
-    const QScopedValueRollback guard(attending_, true);
+    if (!dialog) return;
     ++steps;
     if (auto* file = qobject_cast<QFileDialog*>(dialog)) return choose_file(*file);
+    // A type at random would seldom be the recorder's.
+    if (auto* link = qobject_cast<frmport*>(dialog); link && below(3) > 0) {
+      link->Combo1->setCurrentIndex(channels_ - 1);
+      link->Option1[static_cast<std::size_t>(below(5))]->click();
+    }
     const int what = below(20);
     if (what == 0) {
       dialog->reject();
@@ -237,8 +284,7 @@ class Monkey : public QObject {
   ScriptedPrinter printer_;
   AutomationPlugin office_{QString()};
   std::unique_ptr<frmmdi> window_;
-  QTimer attendant_;
-  bool attending_ = false;
+  int channels_ = 1;  // of the newest recorder
   long linked_ = 0;
   long with_recording_ = 0;
   int most_live_ = 0;
