@@ -62,9 +62,6 @@ class Recorder {
   // Bytes that make no request with a correct check byte are dropped without an answer.
   std::vector<Answer> receive(const QByteArray& bytes, const QDateTime& now);
 
-  // Cable pulled and put back: half-received requests are forgotten.
-  void reconnect() { reader_ = {}; }
-
   // What it would report now.
   bool running(const QDateTime& now);
   int readings(const QDateTime& now);

@@ -25,6 +25,10 @@ namespace {
 constexpr int pause_after_block_ms = 100;
 constexpr int view_after_download = 128;
 constexpr Packet::Retries retries = {.tries = 3, .pause = 50, .pause_after_last = true};
+// The times of all readings hang on the moment of this answer; no late one is waited for, and while
+// the user chooses segments it has time to come.
+constexpr Packet::Retries properties_retries = {
+    .tries = 3, .pause = 50, .pause_after_last = true, .await_late_answers = false};
 
 // One download. Other events run in its waits, so the Real-time Data window can be closed and the
 // program can end in the middle: what is needed of the window is taken before each wait, and the
@@ -95,10 +99,11 @@ void Download::take_settings(const frmrealtime& window) {
 
 bool Download::read_properties() {
   const bool answered =
-      Packet::request(Packet::BuildReadProperties, retries, [this] { return left(); });
+      Packet::request(Packet::BuildReadProperties, properties_retries, [this] { return left(); });
   if (left()) return false;
   if (!answered) {
     link_timeout();
+    if (left()) return false;
     end(true);
     return false;
   }
@@ -213,8 +218,7 @@ void Download::link_timeout() {
 // A second download would read the blocks that the first one waits for: the command is ignored
 // until the first has ended.
 void ReadRecorderData(Shell& shell) {
-  static bool reading = false;
-  if (reading) return;
-  const QScopedValueRollback under_way(reading, true);
+  if (User::Downloading) return;
+  const QScopedValueRollback under_way(User::Downloading, true);
   skip_on_error([&] { Download(shell).run(); });
 }

@@ -20,6 +20,7 @@ AutomationPointer AutomationPlugin::create(std::string_view application, const G
 }
 
 Automation& office_automation() {
-  static AutomationPlugin plugin(QCoreApplication::applicationDirPath());
+  // Never destroyed: an export that was left behind when the program ended may still be in it.
+  static auto& plugin = *new AutomationPlugin(QCoreApplication::applicationDirPath());
   return plugin;
 }

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
+#include <utility>
+#include <vector>
 
 #include "app/errors.h"
 
@@ -16,19 +19,27 @@ class ExportProgress {
  public:
   // Whole percent, 0 before the first. Throws ExportStopped once the export has to end.
   void reach(int percent) {
-    percent_ = percent;
+    {
+      const std::lock_guard lock(mutex_);
+      if (reached_.empty() || reached_.back() != percent) reached_.push_back(percent);
+    }
     if (stopped_) throw ExportStopped("program ends");
   }
   // The share of samples that are written, between `start` and 99 percent: what stays is saving.
   void reach_sample(int start, int done, int total) {
     reach(start + static_cast<int>(static_cast<long long>(99 - start) * done / total));
   }
-  int percent() const { return percent_; }
+  // What was reached since the last call, so that none is passed over however short it stood.
+  std::vector<int> take_reached() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(reached_, {});
+  }
 
   void stop() { stopped_ = true; }
   bool stopped() const { return stopped_; }
 
  private:
-  std::atomic<int> percent_ = 0;
+  std::mutex mutex_;
+  std::vector<int> reached_;
   std::atomic<bool> stopped_ = false;
 };

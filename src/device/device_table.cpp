@@ -39,6 +39,8 @@ int DeviceTable::channel_count(int row) const {
 
 DeviceTable read_device_table(std::string_view bytes) {
   DeviceTable table;
+  // The byte order mark that some editors put in front.
+  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
   FieldReader reader(bytes);
   skip_on_error([&] { table.DeviceCount = reader.next_int16(); });
   for (int row = 0; row < table.rows(); ++row) {

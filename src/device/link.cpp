@@ -67,10 +67,11 @@ void link_now(Shell& shell) {
 
 }  // namespace
 
-// A link that is under way must not be broken by another: the command is ignored until it ends.
+// A link that is under way must not be broken by another, nor a download by a link: the command is
+// ignored until they end.
 void link_Click(Shell& shell) {
   static bool linking = false;
-  if (linking) return;
+  if (linking || User::Downloading) return;
   const QScopedValueRollback under_way(linking, true);
   skip_on_error([&] { link_now(shell); });
 }

@@ -25,9 +25,10 @@ int time_column_width(const QTableView& sheet, const QString& time) {
 
 }  // namespace
 
-// A tick while a cycle still waits for a silent recorder is left out: cycles never pile up.
+// A tick while a cycle still waits for a silent recorder is left out: cycles never pile up. So is
+// one during a download, whose answers it would take, should polling have been switched on.
 void frmrealtime::Timer1_Timer() {
-  if (polling_) return;
+  if (polling_ || User::Downloading) return;
   const Handler running(*this);
   const QScopedValueRollback polling(polling_, true);
   const bool answered =

@@ -16,12 +16,14 @@ constexpr int pause_before_reading_back_ms = 500;
 }  // namespace
 
 // A second "Properties Set" inside the first would put other bytes under the first one's requests,
-// so the button is off meanwhile.
+// so the button is off meanwhile. In the middle of a download it would empty the memory that is
+// being read: the command is ignored.
 void frmrealtime::Command4_Click() {
+  if (User::Downloading) return;
   const Handler running(*this);
   const bool confirmed = shell_.messages().ask(
       QStringLiteral("Setting Recorder's Properties will Lose Historical Sampling，Continue?"));
-  if (!confirmed || left(running)) return;
+  if (!confirmed || left(running) || User::Downloading) return;
   Command4->setEnabled(false);
   set_properties(running);
   Command4->setEnabled(true);

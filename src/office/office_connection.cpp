@@ -142,7 +142,10 @@ bool OfficeConnection::try_to_connect() {
     bridge_ = bridge;
     office_.set(bridge->getInstance("StarOffice.ComponentContext"), UNO_QUERY_THROW);
     return true;
-  } catch (const css::connection::NoConnectException&) {
+  } catch (const css::uno::Exception&) {
+    // Nobody listens yet, or what listened is ending.
+    dispose(bridge_);
+    bridge_.clear();
     return false;
   }
 }
@@ -179,7 +182,9 @@ bool OfficeConnection::office_alive() const {
 // The process that lives on shall not keep a door open that nobody will use again.
 void OfficeConnection::withdraw_pipe() const {
   skip_on_error([this] {
-    wait_for_end(run_office({QStringLiteral("--unaccept=%1;urp;").arg(pipe_)}), end_limit_ms);
+    // Where the suite has ended meanwhile this starts it anew, and nobody would end it.
+    const qint64 process = run_office({QStringLiteral("--unaccept=%1;urp;").arg(pipe_)});
+    if (!wait_for_end(process, end_limit_ms)) kill(static_cast<pid_t>(process), SIGTERM);
   });
 }
 

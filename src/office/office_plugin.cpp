@@ -41,6 +41,7 @@ class OfficeAutomation final : public Automation {
 }  // namespace
 
 extern "C" Q_DECL_EXPORT Automation* corvane_office_automation() {
-  static OfficeAutomation automation;
-  return &automation;
+  // Never destroyed: an export that was left behind when the program ended may still be in it.
+  static auto* automation = new OfficeAutomation;
+  return automation;
 }

@@ -61,6 +61,9 @@ class Monkey : public QObject {
 
   void step() {
     ++steps;
+    // No wait shall begin just before midnight: it would then last until an answer comes, on
+    // purpose.
+    if (clock_.now().time().hour() == 23) clock_.sleep(3'600'000);
     const int what = below(100);
     if (what < 45) return command();
     if (what < 55) return click_somewhere(*window_);
