@@ -131,23 +131,28 @@ class TestDownload : public QObject {
   // In the middle of the wait for a block.
   void survives_what_the_user_does_data() {
     QTest::addColumn<QString>("command");
-    for (const char* command : {"unlink", "close", "read", "Quit", "close box"}) {
+    for (const char* command :
+         {"unlink", "close", "read", "link", "Quit", "close box", "Properties Set", "polling"}) {
       QTest::newRow(command) << command;
     }
   }
   void survives_what_the_user_does() {
     QFETCH(QString, command);
     open(memory(1000));
+    w_->main.messages.answers = {true};
     bool done = false;
     const auto act = [&] {
       done = true;
       if (command == u"read") return read();
       if (command == u"close box") return void(w_->realtime()->close());
+      if (command == u"Properties Set") return w_->realtime()->Command4->click();
+      if (command == u"polling") return void(Q_EMIT w_->realtime()->Timer1->tick());
       w_->main.run(command);
     };
     read([&](frmhistorytime&) { w_->clock.after(450, act); });
     QVERIFY(done);
     QCOMPARE(messages(), "");
+    if (auto* window = w_->realtime()) QCOMPARE(window->live().buffer.LiveCount(), 0);
     const bool ends = command == u"Quit";
     QCOMPARE(difference(0x03, ends ? 0 : 500), QString());
     QCOMPARE(User::recording.Title, ends ? "" : "Cold");
