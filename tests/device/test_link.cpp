@@ -86,6 +86,35 @@ class TestLink : public QObject {
   }
 
   // The next link finds the recorder on the port that is still open, whatever port is chosen.
+  void window_shows_the_recorder() {
+    w_->plug_in({.channels = 2,
+                 .mask = 0x02,
+                 .readings = 500,
+                 .interval_s = 65536,
+                 .start = QDateTime(QDate(2026, 2, 3), QTime(4, 5, 6), Qt::UTC),
+                 .running = false,
+                 .wrap = true,
+                 .delay_s = 65535,
+                 .all_data = 65535,
+                 .title = "冷库12345678",
+                 .description = "<b>shelf</b> 3",
+                 .battery_volts = 2.4,
+                 .limits = {{{}, {-10.5, 25.0}}}});
+    link(0);
+    QStringList shown;
+    for (const char* name : {"Text5", "Text6", "Text15", "Text4", "Text2", "Text3", "Text14",
+                             "Text11", "Text1(2)", "Text1(3)", "Text1(4)", "DTP2", "DTP1"}) {
+      shown << w_->realtime()->findChild<QWidget*>(name)->property("text").toString();
+    }
+    QCOMPARE(shown.join('|'),
+             "Two|冷库123456|<b>shelf</b> 3|Error|Stop|2026-2-3  4:5:6|65535|500|25.00|-10.50||"
+             "18:12:15|18:12:16");
+    QCOMPARE(w_->realtime()->Combo2->currentText(), "Stop!");
+    QCOMPARE(w_->realtime()->Combo3->currentText(), "When buffer is full,Wrap buffer!");
+    const auto& channels = w_->realtime()->Check1;
+    QVERIFY(!channels[0]->isChecked() && channels[1]->isChecked());
+  }
+
   void unlink_leaves_the_port_open() {
     w_->plug_in(two_channels);
     w_->port.recorders[2] = nullptr;
