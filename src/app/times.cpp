@@ -16,13 +16,13 @@ QString stamp_text(const QDateTime& time) {
 }
 
 QDateTime stamp_time(const QString& text) {
-  constexpr int stamp_length = 19;
-  if (text.size() != stamp_length || text[10] != u' ') return {};
   // Taken apart, since the local time zone has hours that it leaves out.
   const QDate date = QDate::fromString(text.left(10), Qt::ISODate);
   const QTime clock = QTime::fromString(text.mid(11), Qt::ISODate);
   if (!date.isValid() || !clock.isValid()) return {};
-  return {date, clock, Qt::UTC};
+  // Qt takes other separators too.
+  const QDateTime time(date, clock, Qt::UTC);
+  return stamp_text(time) == text ? time : QDateTime();
 }
 
 QString general_date_time_text(const QDateTime& time) {
