@@ -22,8 +22,8 @@ void set_program_folder(const QString& folder) {
 }
 
 QString documents_folder() {
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                         QStringLiteral("/Corvane");
+  QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                   QStringLiteral("/Corvane");
   QDir().mkpath(folder);
   return folder;
 }
