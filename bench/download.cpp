@@ -18,16 +18,11 @@
 #include <unistd.h>
 
 #include "acquire/frmhistorytime.h"
-#include "app/clock.h"
-#include "app/dialogs.h"
-#include "app/frmmdi.h"
 #include "app/program_folder.h"
 #include "app/user.h"
-#include "data/automation.h"
 #include "device/frmport.h"
 #include "device/packet.h"
-#include "device/qt_serial_port.h"
-#include "print/qt_printer.h"
+#include "program.h"
 #include "suite.h"
 #include "support/dialogs.h"
 #include "support/simulator_process.h"
@@ -117,12 +112,8 @@ std::optional<Measured> download(int readings) {
   set_program_folder(recorder.folder.path());
   if (!recorder.process.wait_ready()) return std::nullopt;
 
-  SystemClock clock;
-  QtSerialPort port;
-  WindowMessageBox messages;
-  WindowFileDialog files;
-  QtPrinter printer;
-  frmmdi window({clock, port, messages, files, printer, office_automation()});
+  Program program;
+  frmmdi& window = program.window;
   window.show();
   const auto ports = when_shown<frmport>([](frmport& dialog) {
     dialog.Option1[0]->click();

@@ -5,14 +5,11 @@
 
 #include <cstdio>
 
-#include "app/clock.h"
-#include "app/dialogs.h"
 #include "app/icons.h"
 #include "app/program_folder.h"
 #include "data/automation_plugin.h"
-#include "device/qt_serial_port.h"
 #include "guided_tour/tour.h"
-#include "print/qt_printer.h"
+#include "program.h"
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -25,19 +22,12 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(application_icon());
   set_program_folder(arguments[1]);
 
-  SystemClock clock;
-  QtSerialPort port;
-  WindowMessageBox messages;
-  WindowFileDialog files;
-  QtPrinter printer;
   AutomationPlugin office(QStringLiteral(CORVANE_PLUGIN_FOLDER));
-  frmmdi window({clock, port, messages, files, printer, office});
-  messages.set_parent(&window);
-  files.set_parent(&window);
-  window.show();
+  Program program(office);
+  program.window.show();
 
-  Tour tour(window, arguments[1], arguments[2]);
+  Tour tour(program.window, arguments[1], arguments[2]);
   for (const TourStep step : tour_steps()) step(tour);
-  window.close();
+  program.window.close();
   return 0;
 }

@@ -31,33 +31,35 @@ QString printed_file(Tour& tour, const QString& name) {
   return file;
 }
 
+// Previews what is chosen, shows it after `look`, and prints it from there.
+template <class PreviewWindow>
+void preview_and_print(Tour& tour, const QString& file, const QString& name, const QString& text,
+                       const std::function<void(PreviewWindow&)>& look = {}) {
+  tour.in_dialog<PreviewWindow>([&](PreviewWindow& preview) {
+    if (look) look(preview);
+    tour.step(name, text);
+    tour.click(preview.cmdPrint);
+    tour.click(preview.Command2);
+  });
+  tour.click_toolbar(print_button);
+  tour.require(QFileInfo(file).size() > 0, file + QStringLiteral(" is printed"));
+  tour.keep(file);
+}
+
 }  // namespace
 
 void print_graph(Tour& tour) {
   const QString file = printed_file(tour, QStringLiteral("graph.pdf"));
   choose_what_to_print(tour, 1);
-  tour.in_dialog<frmGraphView>([&tour](frmGraphView& preview) {
-    tour.step(QStringLiteral("graph-preview"),
-              QStringLiteral("Ok shows the page to scale, as it will be printed."));
-    tour.click(preview.cmdPrint);
-    tour.click(preview.Command2);
-  });
-  tour.click_toolbar(print_button);
-  tour.require(QFileInfo(file).size() > 0, QStringLiteral("the graph is printed"));
-  tour.keep(file);
+  preview_and_print<frmGraphView>(
+      tour, file, QStringLiteral("graph-preview"),
+      QStringLiteral("Ok shows the page to scale, as it will be printed."));
 }
 
 void print_sheet(Tour& tour) {
   const QString file = printed_file(tour, QStringLiteral("sheet.pdf"));
   choose_what_to_print(tour, 0);
-  tour.in_dialog<frmDataView>([&tour](frmDataView& preview) {
-    tour.click(preview.cmdLast);
-    tour.step(QStringLiteral("sheet-preview"),
-              QStringLiteral("The sheet's pages; Last shows the last one."));
-    tour.click(preview.cmdPrint);
-    tour.click(preview.Command2);
-  });
-  tour.click_toolbar(print_button);
-  tour.require(QFileInfo(file).size() > 0, QStringLiteral("the sheet is printed"));
-  tour.keep(file);
+  preview_and_print<frmDataView>(tour, file, QStringLiteral("sheet-preview"),
+                                 QStringLiteral("The sheet's pages; Last shows the last one."),
+                                 [&tour](frmDataView& preview) { tour.click(preview.cmdLast); });
 }

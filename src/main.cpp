@@ -1,12 +1,7 @@
 #include <QApplication>
 
-#include "app/clock.h"
-#include "app/dialogs.h"
-#include "app/frmmdi.h"
 #include "app/icons.h"
-#include "data/automation.h"
-#include "device/qt_serial_port.h"
-#include "print/qt_printer.h"
+#include "program.h"
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -14,14 +9,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
   QApplication::setWindowIcon(application_icon());
 
-  SystemClock clock;
-  QtSerialPort port;
-  WindowMessageBox messages;
-  WindowFileDialog files;
-  QtPrinter printer;
-  frmmdi window({clock, port, messages, files, printer, office_automation()});
-  messages.set_parent(&window);
-  files.set_parent(&window);
-  window.show();
+  Program program;
+  program.window.show();
   return QApplication::exec();
 }

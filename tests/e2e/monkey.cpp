@@ -83,6 +83,7 @@ class Monkey : public QObject {
     const bool link = window_->menu_entry(QStringLiteral("link"))->isEnabled();
     if (linked == link) fail("Link and Unlink are offered alike");
     if (window_->PrgB1->value() != 0 && !linked) fail("the progress bar stands");
+    forget();
     linked_ += linked;
     with_recording_ += User::recording.held_samples() > 0;
     if (auto* window = window_->loaded_realtime()) {
@@ -96,7 +97,7 @@ class Monkey : public QObject {
     std::printf(
         "monkey: %ld steps; between them linked %ld times, with a Recording %ld times;\n"
         "monkey: %d live readings at most, %zu pages printed; files: %s\n",
-        steps.load(), linked_, with_recording_, most_live_, printer_.pages.size(), files.c_str());
+        steps.load(), linked_, with_recording_, most_live_, pages_, files.c_str());
     return linked_ > 0;
   }
 
@@ -139,8 +140,10 @@ class Monkey : public QObject {
     if (const QString& fault = any(faults); !fault.isEmpty() && below(3) == 0) {
       settings.faults = {*simulator::fault_from_text(fault)};
     }
-    recorders_.push_back(std::make_unique<simulator::Recorder>(settings, clock_.now()));
-    port_.recorders[1 + below(2)] = recorders_.back().get();
+    const int number = 1 + below(2);
+    auto& recorder = recorders_[static_cast<std::size_t>(number - 1)];
+    recorder = std::make_unique<simulator::Recorder>(settings, clock_.now());
+    port_.recorders[number] = recorder.get();
     User::RecorderType = static_cast<std::int16_t>(below(5) == 0 ? below(5) : channels_ - 1);
   }
 
@@ -239,7 +242,17 @@ class Monkey : public QObject {
       attend();
     });
   }
+  // What the stand-ins keep for tests to look at would fill the memory: a printed page alone is a
+  // picture of some megabytes.
+  void forget() {
+    pages_ += printer_.pages.size();
+    printer_.pages.clear();
+    printer_.log.clear();
+    port_.log.clear();
+    clock_.sleeps.clear();
+  }
   void attend() {
+    forget();
     if (QWidget* popup = QApplication::activePopupWidget()) {
       popup->close();
       return;
@@ -280,7 +293,7 @@ class Monkey : public QObject {
   std::mt19937 random_;
   ScriptedClock clock_;
   SimulatedPort port_{clock_};
-  std::vector<std::unique_ptr<simulator::Recorder>> recorders_;
+  std::array<std::unique_ptr<simulator::Recorder>, 2> recorders_;  // on ports 1 and 2
   WindowMessageBox messages_;
   WindowFileDialog files_;
   QTemporaryDir folder_;
@@ -288,6 +301,7 @@ class Monkey : public QObject {
   AutomationPlugin office_{QString()};
   std::unique_ptr<frmmdi> window_;
   int channels_ = 1;  // of the newest recorder
+  std::size_t pages_ = 0;
   long linked_ = 0;
   long with_recording_ = 0;
   int most_live_ = 0;

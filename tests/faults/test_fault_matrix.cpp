@@ -1,13 +1,12 @@
 // Every fault of the recorder in software, struck at the first, a middle and the last request of
 // everything that the program does with a recorder: once, which a retry mends, or three times.
 #include "acquire/frmhistorytime.h"
-#include "app/numbers.h"
-#include "app/times.h"
 #include "app/user.h"
 #include "device/fixed_point.h"
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
+#include "support/measured.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 
@@ -44,17 +43,7 @@ double measured(std::uint16_t raw) {
 
 // Where the Recording differs from what the recorder measured.
 QString difference() {
-  const Recording& got = User::recording;
-  if (got.SampleCount != samples) return QString::number(got.SampleCount);
-  for (int n = 0; n < samples; ++n) {
-    if (got.SampleTimes(n) != stamp_text(start.addSecs(30 * n))) return got.SampleTimes(n);
-    for (int c = 0; c < 4; ++c) {
-      if (got.SampleValues(n, c) != rounded_to_2_decimals(measured(simulator::demo_signal(n, c)))) {
-        return QStringLiteral("sample %1, channel %2").arg(n).arg(c);
-      }
-    }
-  }
-  return {};
+  return Measured{0x0F, start, 30}.difference(User::recording, samples);
 }
 
 }  // namespace
