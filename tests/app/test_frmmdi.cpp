@@ -37,7 +37,6 @@ class TestMainWindow : public QObject {
     User::DisplayLimit.fill(7);
     Packet::PacketCounter = 9;
     w_ = std::make_unique<SimulatedWindow>();
-    w_->port.recorders = {{1, nullptr}};  // nobody answers
   }
 
   // The save button (2) is always enabled.

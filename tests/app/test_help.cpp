@@ -5,15 +5,11 @@
 #include <QRegularExpression>
 
 #include "app/frmmdi.h"
-#include "support/main_window.h"
+#include "support/files.h"
 #include "support/runner.h"
+#include "support/simulated_window.h"
 
 namespace {
-
-QByteArray contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // A page as its reader sees it: without marks, line breaks as blanks.
 QString plain_text(QString page) {
@@ -65,10 +61,8 @@ class TestHelp : public QObject {
 
   void names_every_command() {
     const QString text = manual();
-    ScriptedPort port;
-    ScriptedClock clock;
-    const MainWindow main(port, clock);
-    const auto menus = main.window->menuBar()->actions();
+    const SimulatedWindow world;
+    const auto menus = world.main.window->menuBar()->actions();
     for (const QAction* menu : menus) {
       QString letters;
       const auto entries = menu->menu()->actions();

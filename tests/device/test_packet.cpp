@@ -4,7 +4,7 @@
 #include "app/user.h"
 #include "device/packet.h"
 #include "support/runner.h"
-#include "support/scripted.h"
+#include "support/simulated_port.h"
 
 namespace {
 
@@ -21,14 +21,11 @@ class TestPacket : public QObject {
   // A fresh clock and an open port that gives this answer; the request for limits is built.
   void start(const QByteArray& answer = {}, const QTime& time = QTime(10, 0)) {
     clock_ = std::make_unique<ScriptedClock>(QDateTime(QDate(2026, 3, 1), time, Qt::UTC));
-    port_ = std::make_unique<ScriptedPort>();
-    answer_with(answer);
+    port_ = std::make_unique<SimulatedPort>(*clock_);
+    port_->answer = answer;
     Packet::attach(*port_, *clock_);
     port_->open();
     limits_of_1();
-  }
-  void answer_with(const QByteArray& answer) {
-    port_->answer = [=](const QByteArray& sent) { return sent.size() > 1 ? answer : QByteArray(); };
   }
   // What is received when this answers; empty when it is refused.
   QByteArray received(const QByteArray& answer) {
@@ -38,7 +35,7 @@ class TestPacket : public QObject {
   }
 
   std::unique_ptr<ScriptedClock> clock_;
-  std::unique_ptr<ScriptedPort> port_;
+  std::unique_ptr<SimulatedPort> port_;
 
  private Q_SLOTS:
   void init() {
@@ -100,7 +97,7 @@ class TestPacket : public QObject {
   }
 
   void stale_bytes_are_dropped() {
-    answer_with(good);
+    port_->answer = good;
     port_->deliver(hex("010203"));
     QVERIFY(Packet::Exchange(8));
     QCOMPARE(Packet::ReceiveBuffer, good);
@@ -132,7 +129,7 @@ class TestPacket : public QObject {
   void nested_exchange_is_delayed() {
     bool inner = false;
     clock_->after(100, [&] {
-      answer_with(good);
+      port_->answer = good;
       inner = Packet::Exchange(8);
     });
     QVERIFY(!Packet::Exchange(8));  // its answer never came

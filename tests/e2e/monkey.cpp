@@ -44,9 +44,7 @@ std::atomic<long> steps = 0;
 class Monkey : public QObject {
  public:
   explicit Monkey(unsigned seed) : random_(seed) {
-    QFile file(folder_.filePath(QStringLiteral("device.txt")));
-    if (file.open(QIODevice::WriteOnly)) file.write(MainWindow::device_file);
-    file.close();
+    make_file(folder_.filePath(QStringLiteral("device.txt")), MainWindow::device_file);
     set_program_folder(folder_.path());
     window_ =
         std::make_unique<frmmdi>(OutsideWorld{clock_, port_, messages_, files_, printer_, office_});
@@ -96,7 +94,7 @@ class Monkey : public QObject {
     const auto files = QDir(folder_.path()).entryList(QDir::Files).join(u' ').toStdString();
     std::printf(
         "monkey: %ld steps; between them linked %ld times, with a Recording %ld times;\n"
-        "monkey: %d live readings at most, %zu pages printed; files: %s\n",
+        "monkey: %d live readings at most, %lld pages printed; files: %s\n",
         steps.load(), linked_, with_recording_, most_live_, pages_, files.c_str());
     return linked_ > 0;
   }
@@ -242,11 +240,9 @@ class Monkey : public QObject {
       attend();
     });
   }
-  // What the stand-ins keep for tests to look at would fill the memory: a printed page alone is a
-  // picture of some megabytes.
+  // What the stand-ins keep for tests to look at would fill the memory.
   void forget() {
-    pages_ += printer_.pages.size();
-    printer_.pages.clear();
+    pages_ += printer_.log.filter(QRegularExpression("^(start|page)")).size();
     printer_.log.clear();
     port_.log.clear();
     clock_.sleeps.clear();
@@ -301,7 +297,7 @@ class Monkey : public QObject {
   AutomationPlugin office_{QString()};
   std::unique_ptr<frmmdi> window_;
   int channels_ = 1;  // of the newest recorder
-  std::size_t pages_ = 0;
+  qsizetype pages_ = 0;
   long linked_ = 0;
   long with_recording_ = 0;
   int most_live_ = 0;

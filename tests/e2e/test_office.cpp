@@ -1,5 +1,6 @@
 #include "app/clock.h"
 #include "app/user.h"
+#include "device/qt_serial_port.h"
 #include "support/export_recording.h"
 #include "support/main_window.h"
 #include "support/office_suite.h"
@@ -147,7 +148,7 @@ class TestOffice : public QObject {
 
   std::unique_ptr<QTemporaryDir> folder_;
   std::unique_ptr<SystemClock> clock_;
-  ScriptedPort port_;
+  QtSerialPort port_;
   std::unique_ptr<MainWindow> main_;
   OfficeSuite suite_;
 };

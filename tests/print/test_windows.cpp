@@ -4,7 +4,7 @@
 #include "print/Frmprint.h"
 #include "print/print_commands.h"
 #include "print/print_world.h"
-#include "support/main_window.h"
+#include "support/simulated_window.h"
 #include "views/frmdisplay.h"
 
 class TestWindows : public QObject {
@@ -129,7 +129,7 @@ class TestWindows : public QObject {
     world_->printer.fault = "none";
     QCOMPARE(done(printdata_Click, "100", true), told.mid(1));
     world_->printer.fault.clear();
-    QVERIFY(world_->printer.pages.empty() && world_->shell.log.contains("show display"));
+    QVERIFY(!log.contains("end") && world_->shell.log.contains("show display"));
     QCOMPARE(done(printview_Click, "1", true), "frmGraphView");
     QCOMPARE(done(printview_Click, "1", false), "frmDataView");
     QCOMPARE(done(printdata_Click, "3", true), "start,end,start,end,start,end");
@@ -153,9 +153,8 @@ class TestWindows : public QObject {
   }
 
   void the_program_ends_under_a_preview() {
-    ScriptedPort port;
-    ScriptedClock clock;
-    MainWindow main(port, clock);
+    SimulatedWindow world;
+    MainWindow& main = world.main;
     main.window->enable_data_commands(true);
     const auto set = answer("1", true);
     const auto end = when_shown<Preview>([&](Preview&) { main.window->close(); });

@@ -3,11 +3,9 @@
 
 #include <QStringList>
 
-#include <array>
-
 #include "app/shell.h"
-#include "support/scripted.h"
 #include "support/scripted_printer.h"
+#include "support/simulated_port.h"
 
 class FakeShell final : public Shell {
  public:
@@ -16,7 +14,7 @@ class FakeShell final : public Shell {
   }
 
   ScriptedClock scripted_clock;
-  ScriptedPort scripted_port;
+  SimulatedPort scripted_port{scripted_clock};
   ScriptedMessages scripted_messages;
   ScriptedFileDialog scripted_dialog;
   ScriptedPrinter scripted_printer;
@@ -25,11 +23,9 @@ class FakeShell final : public Shell {
   // "data commands on", "show display", and each message box as "box Corvane: File Lose" (unless
   // a test takes ScriptedMessages::meanwhile for itself).
   QStringList log;
-  std::array<QString, 4> panels;  // by their numbers 1..3
   // What a test supplies; by default there is no window, and showing one only logs it.
   frmdisplay* display_window = nullptr;
   Printer* real_printer = nullptr;  // used instead of the scripted one
-  bool is_shutting_down = false;
 
   Clock& clock() override { return scripted_clock; }
   SerialPort& MSComm1() override { return scripted_port; }
@@ -39,7 +35,6 @@ class FakeShell final : public Shell {
   QWidget* window() override { return nullptr; }
   void set_panel(int panel, const QString& text) override {
     note(QStringLiteral("panel %1: ").arg(panel), text);
-    panels.at(static_cast<std::size_t>(panel)) = text;
   }
   void set_progress(int value, const QString& text) override {
     note(QStringLiteral("progress %1: ").arg(value), text);
@@ -53,7 +48,7 @@ class FakeShell final : public Shell {
   frmdisplay* loaded_display() override { return display_window; }
   void show_display() override { note("show display"); }
   void unload_display() override { note("unload display"); }
-  bool shutting_down() const override { return is_shutting_down; }
+  bool shutting_down() const override { return scripted_clock.stopped(); }
 
  private:
   void note(const QString& what, const QString& text = {}) { log << what + text; }

@@ -1,7 +1,6 @@
 // A real main window in a scripted world, with a device file of its own.
 #pragma once
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -9,15 +8,14 @@
 #include "app/frmmdi.h"
 #include "app/program_folder.h"
 #include "data/automation_plugin.h"
+#include "support/files.h"
 #include "support/scripted.h"
 #include "support/scripted_printer.h"
 
 struct MainWindow {
   // Port, clock and the like of a test; the window is shown offscreen.
   explicit MainWindow(SerialPort& port, Clock& clock) {
-    QFile file(folder.filePath(QStringLiteral("device.txt")));
-    if (file.open(QIODevice::WriteOnly)) file.write(device_file);
-    file.close();
+    make_file(folder.filePath(QStringLiteral("device.txt")), device_file);
     set_program_folder(folder.path());
     window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files, printer, office});
     window->show();

@@ -3,29 +3,14 @@
 #include <QApplication>
 
 #include <algorithm>
-#include <vector>
-
-namespace {
-
-std::vector<std::function<std::unique_ptr<QObject>()>>& makers() {
-  static std::vector<std::function<std::unique_ptr<QObject>()>> list;
-  return list;
-}
-
-}  // namespace
-
-int add_test_object(std::function<std::unique_ptr<QObject>()> make) {
-  makers().push_back(std::move(make));
-  return static_cast<int>(makers().size());
-}
 
 // Of the classes those run that have all the test functions named as arguments ("name" or
 // "name:row").
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   const QStringList arguments = application.arguments();
-  int failures = makers().empty() ? 1 : 0;
-  for (const auto& make : makers()) {
+  int failures = test_classes.empty() ? 1 : 0;
+  for (const auto make : test_classes) {
     const auto test = make();
     const auto unknown = [&test](const QString& argument) {
       const QByteArray slot = argument.section(u':', 0, 0).toLatin1() + "()";

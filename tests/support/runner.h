@@ -5,16 +5,17 @@
 #include <QObject>
 #include <QTest>
 
-#include <functional>
 #include <initializer_list>
 #include <memory>
+#include <vector>
 
-int add_test_object(std::function<std::unique_ptr<QObject>()> make);
+inline std::vector<std::unique_ptr<QObject> (*)()> test_classes;
 
 // At the end of a test file: `const int registered = register_test<TestNumbers>();`
 template <class Test>
 int register_test() {
-  return add_test_object([] { return std::make_unique<Test>(); });
+  test_classes.push_back([]() -> std::unique_ptr<QObject> { return std::make_unique<Test>(); });
+  return 0;
 }
 
 // In a test's _data() function: structs with a member `name`, which the test takes one by one with

@@ -1,4 +1,4 @@
-// A printer that keeps its pages as pictures, and fails where a test wants it to.
+// A printer whose pages go nowhere, and that fails where a test wants it to.
 #pragma once
 
 #include <QCursor>
@@ -6,10 +6,8 @@
 #include <QImage>
 #include <QPainter>
 #include <QStringList>
-#include <QtMath>
 
 #include <optional>
-#include <vector>
 
 #include "print/page.h"
 #include "print/printer.h"
@@ -24,8 +22,6 @@ class ScriptedPrinter final : public Printer {
 
   // What was done: "a4", "setup 1", "start TITLE", "page", "end", "abort", "orientation 2".
   QStringList log;
-  // The pages of documents sent, 96 pixels an inch.
-  std::vector<QImage> pages;
   // The pointer that was shown when the last document started.
   std::optional<Qt::CursorShape> pointer;
 
@@ -46,22 +42,17 @@ class ScriptedPrinter final : public Printer {
     const QCursor* cursor = QGuiApplication::overrideCursor();
     pointer = cursor ? std::optional(cursor->shape()) : std::nullopt;
     carry_out("start", title);
-    drawn_.clear();
-    add_page();
+    painter_.begin(&paper_);
+    painter_.scale(1 / twips_per_pixel, 1 / twips_per_pixel);
     return painter_;
   }
   QSizeF paper_size() override {
     return present == Orientation::landscape ? a4_portrait.transposed() : a4_portrait;
   }
-  void new_page() override {
-    carry_out("page");
-    finish_page();
-    add_page();
-  }
+  void new_page() override { carry_out("page"); }
   void end_document() override {
     carry_out("end");
-    finish_page();
-    pages.insert(pages.end(), drawn_.begin(), drawn_.end());
+    painter_.end();
   }
   void abort_document() override {
     log << QStringLiteral("abort");
@@ -78,19 +69,7 @@ class ScriptedPrinter final : public Printer {
     require(call.toLatin1());
     log << (call + u' ' + detail).trimmed();
   }
-  void add_page() {
-    const QSizeF size = paper_size() / twips_per_pixel;
-    page_ = QImage(qCeil(size.width()), qCeil(size.height()), QImage::Format_RGB32);
-    page_.fill(Qt::white);
-    painter_.begin(&page_);
-    painter_.scale(1 / twips_per_pixel, 1 / twips_per_pixel);
-  }
-  void finish_page() {
-    painter_.end();
-    drawn_.push_back(page_);
-  }
 
-  QImage page_;
+  QImage paper_{800, 1150, QImage::Format_RGB32};
   QPainter painter_;
-  std::vector<QImage> drawn_;
 };

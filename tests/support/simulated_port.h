@@ -2,9 +2,10 @@
 #pragma once
 
 #include <map>
-#include <memory>
-#include <optional>
+#include <utility>
 
+#include "app/errors.h"
+#include "app/serial_port.h"
 #include "simulator/line.h"
 #include "simulator/recorder.h"
 #include "support/scripted.h"
@@ -14,72 +15,106 @@
 // write; what is sent otherwise it does not hear. When the cable comes out the port has gone:
 // it stays open and gives what had arrived, but takes no settings and no bytes, and once closed
 // there is no port of that number any more.
-class SimulatedPort final : public LoggedPort {
+class SimulatedPort final : public SerialPort {
  public:
-  explicit SimulatedPort(ScriptedClock& clock, bool paced = false) : clock_(clock), paced_(paced) {}
+  // `paced`: answers come at the pace of 9600 baud, not at once.
+  explicit SimulatedPort(ScriptedClock& clock, bool paced = false) : clock_(clock), line_(paced) {
+    clock.each_millisecond = [this] {
+      const auto due = line_.next_due();
+      if (due && *due <= now_us()) deliver({});
+    };
+  }
 
   // Ports that exist, with the recorder on each or, nullptr, nothing; the recorders are the test's.
-  std::map<int, simulator::Recorder*> recorders;
+  std::map<int, simulator::Recorder*> recorders = {{1, nullptr}};
+  // One entry each: "number 1", "open", "close", "settings 9600,M,8,1", "write 00", "rts 0",
+  // "dtr 0".
+  QStringList log;
+  // What a request finds waiting at once, with or without a recorder.
+  QByteArray answer;
 
-  void open() override {
-    LoggedPort::open();
-    line_ = simulator::Line(paced_);
-    planned_us_.reset();
-    session_ = std::make_shared<int>(number_);
-  }
-  void close() override {
-    LoggedPort::close();
-    session_.reset();
-  }
   void unplug() {
     recorders.erase(number_);
     line_.clear();
     gone_ = true;
     if (open_ && on_activity) on_activity();
   }
+  // These bytes arrive, and what the recorder has sent by now.
+  void deliver(const QByteArray& bytes) {
+    waiting_ += bytes;
+    collect();
+    if (on_activity) on_activity();
+  }
+
+  int port_number() const override { return number_; }
+  void set_port_number(int number) override {
+    log << QStringLiteral("number %1").arg(number);
+    require(!open_);
+    number_ = number;
+  }
+  void open() override {
+    log << QStringLiteral("open");
+    require(!open_ && recorders.contains(number_));
+    open_ = true;
+    gone_ = false;
+    waiting_.clear();
+    line_.clear();
+  }
+  void close() override {
+    log << QStringLiteral("close");
+    open_ = false;
+    line_.clear();
+  }
+  bool is_open() const override { return open_; }
+  void set_settings(const QString& settings) override {
+    require(open_ && !gone_);
+    log << QStringLiteral("settings ") + settings;
+    settings_ = settings;
+  }
+  int bytes_waiting() override {
+    require(open_);
+    collect();
+    return static_cast<int>(waiting_.size());
+  }
+  QByteArray read_all() override {
+    bytes_waiting();
+    return std::exchange(waiting_, {});
+  }
+  void write(const QByteArray& bytes) override {
+    require(open_ && !gone_);
+    log << QStringLiteral("write ") + QString::fromLatin1(bytes.toHex(' '));
+    if (bytes.size() > 1) waiting_ += answer;
+    simulator::Recorder* recorder = recorders.at(number_);
+    if (!hears(bytes) || !recorder) return;
+    for (const simulator::Answer& given : recorder->receive(bytes, clock_.now())) {
+      line_.send(given, now_us());
+    }
+  }
+  void set_rts(bool on) override { log << QStringLiteral("rts %1").arg(on); }
+  void set_dtr(bool on) override { log << QStringLiteral("dtr %1").arg(on); }
 
  private:
-  bool exists() const override { return recorders.contains(number_); }
-  void sent(const QByteArray& bytes) override {
-    const auto found = recorders.find(number_);
-    if (!hears(bytes) || found == recorders.end() || !found->second) return;
-    for (const simulator::Answer& answer : found->second->receive(bytes, clock_.now())) {
-      line_.send(answer, now_us());
-    }
-    plan();
+  static void require(bool state) {
+    if (!state) throw PortError("not in this state");
   }
   bool hears(const QByteArray& bytes) {
     const bool was_addressed = std::exchange(addressed_, false);
     if (settings_ == u"9600,M,8,1") addressed_ = bytes.size() == 1;
     return addressed_ || (was_addressed && settings_ == u"9600,S,8,1");
   }
-  void collect() override {
+  void collect() {
     const simulator::Line::Arrival arrival = line_.take(now_us());
     waiting_ += arrival.bytes;
     if (arrival.unplugged) unplug();
   }
-  // Wakes the port's user when the next bytes arrive.
-  void plan() {
-    const auto due = line_.next_due();
-    if (!due || (planned_us_ && *planned_us_ <= *due)) return;
-    planned_us_ = due;
-    const qint64 wait_us = std::max<qint64>(0, *due - now_us());
-    const auto arrive = [this, session = std::weak_ptr<int>(session_)] {
-      if (session.expired()) return;
-      planned_us_.reset();
-      collect();
-      if (on_activity) on_activity();
-      plan();
-    };
-    clock_.after(static_cast<int>((wait_us + 999) / 1000), arrive);
-  }
   qint64 now_us() const { return clock_.elapsed() * 1000; }
 
   ScriptedClock& clock_;
-  bool paced_;
-  bool addressed_ = false;
   simulator::Line line_;
-  std::optional<qint64> planned_us_;
-  // What was planned on the clock outlives neither the port nor an opening of it.
-  std::shared_ptr<int> session_;
+  int number_ = 1;
+  bool open_ = false;
+  bool gone_ = false;  // the device, while the port stands open
+  bool addressed_ = false;
+  QString settings_;
+  QByteArray waiting_;
 };

@@ -11,9 +11,7 @@ class SimulatorProcess {
   explicit SimulatorProcess(const QStringList& options) {
     process_.start(QStringLiteral(CORVANE_SIMULATOR), options);
   }
-  ~SimulatorProcess() {
-    if (process_.state() != QProcess::NotRunning) stop();
-  }
+  ~SimulatorProcess() { stop(); }
 
   // Waits until the device and its links stand; false when it ends instead.
   bool wait_ready() {
