@@ -6,7 +6,7 @@
 #include "app/errors.h"
 #include "app/numbers.h"
 #include "app/times.h"
-#include "device/fixed_point.h"
+#include "device/answer.h"
 
 namespace {
 
@@ -24,9 +24,7 @@ struct BlockData {
 
   float value(int sample, int slot) const {
     const int low = data_at + length + reading_size * (slot - channels * (sample + 1));
-    if (low < 0 || low + 1 >= answer.size()) throw BoundsError("reading outside the answer");
-    return rounded_to_2_decimals(fixed_point_value(static_cast<std::uint8_t>(answer[low]),
-                                                   static_cast<std::uint8_t>(answer[low + 1])));
+    return rounded_to_2_decimals(value_at(answer, low));
   }
 };
 
@@ -49,9 +47,9 @@ DownloadedSamples::DownloadedSamples()
     : times(Recording::max_samples), values(Recording::max_samples * Recording::channel_slots) {}
 
 void place_block(const QByteArray& answer, const BlockPlace& place, DownloadedSamples& samples) {
-  if (answer.size() < data_at) throw BoundsError("answer too short");
-  const bool full = answer[kind_at] != 0;
-  const int length = full ? full_length : static_cast<std::uint8_t>(answer[length_at]);
+  const int short_length = byte_at(answer, length_at);
+  const bool full = byte_at(answer, kind_at) != 0;
+  const int length = full ? full_length : short_length;
   const BlockData data = {answer, place.channels, length};
   const double per_segment = samples_per_segment(place.channels);
   const int short_count = length / (reading_size * place.channels);

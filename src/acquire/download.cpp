@@ -141,7 +141,6 @@ bool Download::choose_segments() {
 }
 
 bool Download::read_segments() {
-  // The user could start another download in the middle of this one and choose again.
   const int first = User::FirstSegment;
   const int last = User::LastSegment;
   for (int i = 0; i <= last - first; ++i) {

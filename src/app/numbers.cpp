@@ -23,7 +23,7 @@ constexpr float all_hundredths_differ = 65536.0F;
 constexpr float whole_floats_from = 16777216.0F;
 
 // Readings have two decimals: this is their way, several times faster than the general one.
-char* write_hundredths(char* out, unsigned hundredths, bool negative) {
+char* write_trimmed(char* out, unsigned hundredths, bool negative) {
   if (negative) *out++ = '-';
   out = std::to_chars(out, out + shortest_float_size, hundredths / 100).ptr;
   const unsigned decimals = hundredths % 100;
@@ -139,7 +139,7 @@ char* write_shortest_float(char* out, float value) {
     // The first comparison only saves most other values the division.
     if (std::fabs(scaled - rounded) <= scaled * 2.4e-7F && rounded / 100.0F == magnitude &&
         hundredths != 0) {
-      return write_hundredths(out, hundredths, value < 0.0F);
+      return write_trimmed(out, hundredths, value < 0.0F);
     }
   }
   if (magnitude >= whole_floats_from && std::isfinite(value)) return write_large(out, value);
@@ -166,6 +166,11 @@ std::int32_t to_int32(double value) {
     throw ConversionError("number too large for 32 bits");
   }
   return static_cast<std::int32_t>(whole);
+}
+
+std::uint8_t to_byte(std::int32_t value) {
+  if (value < 0 || value > 255) throw ConversionError("number too large for a byte");
+  return static_cast<std::uint8_t>(value);
 }
 
 std::optional<double> number_of(QStringView text) {

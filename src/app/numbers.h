@@ -43,6 +43,9 @@ double round_half_even(double value);
 std::int16_t to_int16(double value);
 std::int32_t to_int32(double value);
 
+// The same number as a byte. Throws ConversionError when it is outside 0..255.
+std::uint8_t to_byte(std::int32_t value);
+
 // The number that a text is, blanks around it ignored; nothing when it is not a number (empty,
 // letters, hexadecimal, infinities, a number too large for a double).
 std::optional<double> number_of(QStringView text);

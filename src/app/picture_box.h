@@ -11,14 +11,12 @@ class PictureBox : public QWidget {
   Q_OBJECT
 
  public:
-  // Fills the whole image. Its size is in device pixels and its device pixel ratio is 1; a twip
-  // is device_dpi() / 1440 of its pixels.
+  // Fills the whole image. Its size is in device pixels and its device pixel ratio is 1.
   using Draw = std::function<void(QImage& image)>;
 
   PictureBox(Draw draw, QWidget* parent);
 
   void redraw();
-  double device_dpi() const { return logicalDpiX() * devicePixelRatioF(); }
 
  Q_SIGNALS:
   // A mouse button went down at `x` of 0 .. width() - 1, in the widget's own pixels.

@@ -37,17 +37,18 @@ Character* append_line(Character* out, const Recording& recording, int n) {
   return out;
 }
 
-QString channel_line(const Recording& recording, std::size_t slot, MinimumLabel label) {
+}  // namespace
+
+QString channel_line(const Recording& recording, int slot, MinimumLabel label) {
+  const auto c = static_cast<std::size_t>(slot);
   const auto& info = recording.ChannelInfo;
   const auto& stats = recording.ChannelStats;
-  return QStringLiteral("Channel No.") + info[0][slot] + QStringLiteral(",Channel Name:") +
-         info[1][slot] + QStringLiteral("，Unit:") + info[2][slot] + QStringLiteral(",Max.:") +
-         fixed2(stats[0][slot]) +
+  return QStringLiteral("Channel No.") + info[0][c] + QStringLiteral(",Channel Name:") +
+         info[1][c] + QStringLiteral("，Unit:") + info[2][c] + QStringLiteral(",Max.:") +
+         fixed2(stats[0][c]) +
          (label == MinimumLabel::with_stop ? QStringLiteral(",Min.:") : QStringLiteral(",Min:")) +
-         fixed2(stats[1][slot]) + QStringLiteral(",Average:") + fixed2(stats[2][slot]);
+         fixed2(stats[1][c]) + QStringLiteral(",Average:") + fixed2(stats[2][c]);
 }
-
-}  // namespace
 
 QStringList information_lines(const Recording& recording, MinimumLabel label) {
   // Without samples there is neither a first nor a last time.
@@ -60,7 +61,7 @@ QStringList information_lines(const Recording& recording, MinimumLabel label) {
       QStringLiteral("Length:") + whole_with_leading_blank(recording.SampleCount),
       QStringLiteral("Start Time：") + first, QStringLiteral("End Time：") + last};
   for (int slot = 0; slot < recording.held_channels(); ++slot) {
-    lines << channel_line(recording, static_cast<std::size_t>(slot), label);
+    lines << channel_line(recording, slot, label);
   }
   return lines;
 }

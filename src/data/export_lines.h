@@ -15,6 +15,9 @@ enum class MinimumLabel { with_stop, without_stop };
 // they stand. Throws BoundsError when the count goes beyond what a Recording holds.
 QStringList information_lines(const Recording& recording, MinimumLabel label);
 
+// The line of channel slot `slot`.
+QString channel_line(const Recording& recording, int slot, MinimumLabel label);
+
 // "Temperature(C)": the head of a channel's column.
 QString column_head(const Recording& recording, int slot);
 

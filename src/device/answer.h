@@ -8,7 +8,7 @@
 #include "app/errors.h"
 #include "device/fixed_point.h"
 
-// Mode flags in a properties answer.
+// Mode flags, in a properties answer and in the pattern that is sent.
 inline constexpr std::uint8_t running_flag = 0x02;
 inline constexpr std::uint8_t delayed_flag = 0x04;
 inline constexpr std::uint8_t wrap_flag = 0x40;

@@ -33,11 +33,6 @@ constexpr int busy_pause_ms = 100;
 constexpr int shortest_answer = 4;
 constexpr int last_log_slot = 254;
 
-std::uint8_t to_byte(int value) {
-  if (value < 0 || value > 255) throw ConversionError("number too large for a byte");
-  return static_cast<std::uint8_t>(value);
-}
-
 // A request of command, second header byte, parameters and check byte.
 void build(std::uint8_t command, std::uint8_t second, std::span<const std::uint8_t> parameters) {
   SendBuffer = QByteArray(static_cast<qsizetype>(parameters.size()) + 3, '\0');

@@ -4,8 +4,8 @@
 
 #include "app/errors.h"
 #include "app/numbers.h"
+#include "device/answer.h"
 #include "device/device_table.h"
-#include "device/fixed_point.h"
 
 LiveChannels live_channels(const DeviceTable& table, int row) {
   LiveChannels channels;
@@ -20,12 +20,10 @@ LiveChannels live_channels(const DeviceTable& table, int row) {
 
 LiveReading decode_readings(const QByteArray& answer, int count) {
   constexpr int readings_at = 5;
-  if (answer.size() < readings_at + 2 * count) throw BoundsError("beyond the answer");
   LiveReading reading{};
   for (int c = 0; c < count; ++c) {
-    const auto low = static_cast<std::uint8_t>(answer[readings_at + 2 * c]);
-    const auto high = static_cast<std::uint8_t>(answer[readings_at + 2 * c + 1]);
-    reading[static_cast<std::size_t>(c)] = static_cast<float>(fixed_point_value(low, high));
+    const double value = value_at(answer, readings_at + 2 * c);
+    reading[static_cast<std::size_t>(c)] = static_cast<float>(value);
   }
   return reading;
 }

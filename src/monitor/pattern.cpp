@@ -4,20 +4,14 @@
 
 #include "app/errors.h"
 #include "app/numbers.h"
+#include "device/answer.h"
 
 namespace {
 
-constexpr std::uint8_t delayed_flag = 0x04;
 constexpr std::uint8_t start_flags = 0x88;
-constexpr std::uint8_t wrap_flag = 0x40;
 
 constexpr int title_bytes = 16;
 constexpr int description_bytes = 48;
-
-std::uint8_t to_byte(std::int32_t value) {
-  if (value < 0 || value > 255) throw ConversionError("number too large for a byte");
-  return static_cast<std::uint8_t>(value);
-}
 
 void set_flags(const PatternSettings& settings, PatternFrame& pattern) {
   pattern[0] = 0;

@@ -34,8 +34,8 @@ PageArea::PageArea(DrawPage draw, QWidget* parent)
 
 void PageArea::set_page_size(QSizeF twips) {
   page_size_ = twips;
-  Pic->resize(static_cast<int>(std::ceil(twips.width() / twips_per_pixel_of_page)),
-              static_cast<int>(std::ceil(twips.height() / twips_per_pixel_of_page)));
+  Pic->resize(static_cast<int>(std::ceil(twips.width() / twips_per_pixel)),
+              static_cast<int>(std::ceil(twips.height() / twips_per_pixel)));
   lay_out();
 }
 
@@ -91,7 +91,7 @@ void PageArea::paint(QImage& image) const {
   image.fill(Qt::white);
   QPainter painter(&image);
   const double pixels = image.width() / static_cast<double>(Pic->width());
-  painter.scale(pixels / twips_per_pixel_of_page, pixels / twips_per_pixel_of_page);
+  painter.scale(pixels / twips_per_pixel, pixels / twips_per_pixel);
   draw_(painter, page_size_);
 }
 

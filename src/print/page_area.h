@@ -9,9 +9,7 @@
 #include <functional>
 
 #include "app/picture_box.h"
-
-// 15 twips a pixel of the window, whatever the screen says about its resolution.
-inline constexpr double twips_per_pixel_of_page = 15;
+#include "app/twips.h"
 
 class PageArea : public QAbstractScrollArea {
   Q_OBJECT

@@ -45,7 +45,7 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   row_->setSpacing(6);
   row_->addStretch();
   const QSize screen = this->screen()->availableSize();
-  resize(static_cast<int>(a4_portrait.width() / twips_per_pixel_of_page) + beside_page,
+  resize(static_cast<int>(a4_portrait.width() / twips_per_pixel) + beside_page,
          screen.height() * 9 / 10);
 }
 

@@ -1,6 +1,6 @@
 #include "print/printed_view.h"
 
-#include "app/numbers.h"
+#include "data/export_lines.h"
 #include "print/page.h"
 
 namespace {
@@ -8,16 +8,6 @@ namespace {
 constexpr double header_points = 10.5;
 constexpr double left_mm = 31.7;
 constexpr double right_margin_mm = 10;
-
-QString channel_line(const Recording& recording, int slot) {
-  const auto c = static_cast<std::size_t>(slot);
-  const auto& info = recording.ChannelInfo;
-  const auto& statistics = recording.ChannelStats;
-  return QStringLiteral("Channel No.") + info[0][c] + QStringLiteral(",Channel Name:") +
-         info[1][c] + QStringLiteral("，Unit:") + info[2][c] + QStringLiteral(",Max.:") +
-         fixed2(statistics[0][c]) + QStringLiteral(",Min.:") + fixed2(statistics[1][c]) +
-         QStringLiteral(",Average:") + fixed2(statistics[2][c]);
-}
 
 }  // namespace
 
@@ -44,6 +34,8 @@ int draw_header(const Page& page, const PrintedView& view) {
   add(QStringLiteral("Start Time：") + recording.SampleTimes(view.start));
   const std::int64_t end = std::int64_t{view.start} + recording.ViewCount - 1;
   add(QStringLiteral("End Time：") + recording.SampleTimes(end));
-  for (const int slot : printed_slots(view)) add(channel_line(recording, slot));
+  for (const int slot : printed_slots(view)) {
+    add(channel_line(recording, slot, MinimumLabel::with_stop));
+  }
   return line;
 }

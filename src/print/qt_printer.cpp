@@ -87,7 +87,7 @@ QPainter& QtPrinter::start_document(const QString& title) {
 }
 
 void QtPrinter::use_twips() {
-  const double scale = pixels_of_twips(1, printer().resolution());
+  const double scale = printer().resolution() / twips_per_inch;
   painter_.scale(scale, scale);
 }
 

@@ -10,13 +10,12 @@
 #include <vector>
 
 #include "app/recording.h"
+#include "app/twips.h"
 
 // Colours of the channel slots and of the grid.
 inline constexpr std::array<QRgb, Recording::max_channels> curve_colours = {
     qRgb(255, 0, 0), qRgb(0, 0, 255), qRgb(0, 192, 192), qRgb(255, 255, 0)};
 inline constexpr QRgb grid_colour = qRgb(200, 200, 200);
-
-inline constexpr int twips_per_pixel = 15;
 
 // What a redraw shows: the values of the view's samples, channel by channel, and the values at the
 // top and the bottom edge of the graph.
