@@ -3,25 +3,21 @@
 
 #include <cmath>
 
-#include "app/times.h"
 #include "app/user.h"
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"
 #include "support/dialogs.h"
 #include "support/fake_shell.h"
+#include "support/filled_recording.h"
 #include "support/runner.h"
 
 struct PrintWorld {
   explicit PrintWorld(int samples = 100, int channels = 4) {
-    Recording& recording = User::recording = Recording();
-    recording.Title = "Cold store 7";
-    recording.ChannelCount = static_cast<std::int16_t>(channels);
-    recording.SampleCount = recording.ViewCount = samples;
-    recording.ChannelInfo = {
-        {{"4", "3", "2", "1"}, {"Air", "Damp", "Soil", "Outer wall"}, {"C", "%RH", "C", "C"}}};
+    Recording& recording = User::recording;
+    fill(recording, samples, channels);
+    recording.ChannelInfo[0] = {"4", "3", "2", "1"};
     recording.ChannelStats = {{{28, 38, 48, 58}, {12, 22, 32, 42}, {20, 30, 40, 50}}};
     for (int n = 0; n < samples; ++n) {
-      recording.SampleTimes(n) = stamp_text(wall_time(2026, 5, 12, 13, 45, 30).addSecs(60 * n));
       for (int c = 0; c < channels; ++c) {
         recording.SampleValues(n, c) =
             20 + 10 * float(c) + 8 * std::sin(6.28F * float(c + 1) * float(n) / float(samples));

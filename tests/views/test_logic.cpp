@@ -4,9 +4,9 @@
 #include <random>
 
 #include "app/errors.h"
+#include "support/filled_recording.h"
 #include "support/plain_graph.h"
 #include "support/runner.h"
-#include "views/filled_recording.h"
 #include "views/graph_view.h"
 #include "views/statistics.h"
 

@@ -5,8 +5,8 @@
 #include "monitor/Frmwarn.h"
 #include "support/dialogs.h"
 #include "support/fake_shell.h"
+#include "support/filled_recording.h"
 #include "support/runner.h"
-#include "views/filled_recording.h"
 #include "views/frmdate.h"
 #include "views/frmdisplay.h"
 

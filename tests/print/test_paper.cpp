@@ -1,0 +1,291 @@
+// What stands on paper: the page as it is drawn, and the same page printed for real, into a PDF
+// file of Qt's own and through a print queue that makes PDF (with_cups_queue). Text and picture of
+// a PDF are read back by Poppler's programs.
+#include <QDir>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <limits>
+
+#include "app/numbers.h"
+#include "print/graph_page.h"
+#include "print/page.h"
+#include "print/paper_curve.h"
+#include "print/print_commands.h"
+#include "print/print_world.h"
+#include "print/qt_printer.h"
+
+namespace {
+
+constexpr float none = std::numeric_limits<float>::quiet_NaN();
+
+const QStringList header = {
+    "Channels:4",
+    "Length:100",
+    "StartTime：2026-03-0108:00:00",
+    "EndTime：2026-03-0109:39:00",
+    "ChannelNo.4,ChannelName:Air，Unit:C,Max.:28.00,Min.:12.00,Average:20.00",
+    "ChannelNo.2,ChannelName:Soil，Unit:C,Max.:48.00,Min.:32.00,Average:40.00"};
+
+// Names and scales of the graph of channels 1 and 3, and the times within it.
+const QStringList graph_texts = {"AirC",  "SoilC",    "30.00",    "27.50",   "10.00",
+                                 "37.50", "08:25:00", "08:50:00", "09:14:00"};
+
+// What is drawn of a level curve, places in millimetres of A4 in portrait: "-" its colour, "."
+// pale.
+QString ink_along(const QImage& page, int slot, double from, double to, double y) {
+  QString found;
+  for (double x = from; x < to; x += 0.2) {
+    int saturation = 0;
+    for (int down = -2; down <= 2; ++down) {
+      const QColor seen =
+          page.pixelColor(int(x * page.width() / 210), int(y * page.height() / 297) + down);
+      const int off = seen.hsvHue() - QColor(paper_colours[std::size_t(slot)]).hsvHue();
+      if (std::abs(off) < 12) saturation = std::max(saturation, seen.hsvSaturation());
+    }
+    found += saturation > 120 ? u'-' : saturation > 20 ? u'.' : u' ';
+  }
+  return found;
+}
+
+QByteArray output_of(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  return process.waitForFinished() ? process.readAllStandardOutput() : QByteArray();
+}
+
+// A text a page, without blanks, each closed by a form feed.
+QStringList texts_of(const QString& pdf) {
+  return QString::fromUtf8(output_of("pdftotext", {"-layout", pdf, "-"})).remove(u' ').split(u'\f');
+}
+
+// The share of ink of one picture that has no ink near by in the other: two programs draw the same
+// page, so edges and smoothing differ, places do not. No number where there is no ink.
+double ink_missing(const QImage& from, const QImage& in) {
+  QImage near = from;
+  near.fill(Qt::white);
+  QPainter painter(&near);
+  painter.setCompositionMode(QPainter::CompositionMode_Darken);
+  for (int i = 0; i < 25; ++i) painter.drawImage(i % 5 - 2, i / 5 - 2, in);
+  double ink = 0;
+  double missing = 0;
+  for (int i = 0; i < from.width() * from.height(); ++i) {
+    const QPoint at(i % from.width(), i / from.width());
+    if (qGray(from.pixel(at)) >= 170) continue;
+    ++ink;
+    missing += qGray(near.pixel(at)) >= 170;
+  }
+  return missing / ink;
+}
+
+}  // namespace
+
+class TestPaper : public QObject {
+  Q_OBJECT
+ private Q_SLOTS:
+  void init() {
+    const QString test = QTest::currentTestFunction() + QString(QTest::currentDataTag());
+    const bool poppler = !QStandardPaths::findExecutable("pdftotext").isEmpty();
+    if (test.startsWith("prints") && !poppler) QSKIP("poppler-utils is missing");
+    const QString why = qEnvironmentVariable("CORVANE_NO_QUEUE", "not asked for");
+    const bool to_queue = test.contains("queue");
+    const bool queue = qEnvironmentVariableIsSet("CORVANE_QUEUE_OUTPUT");
+    if (to_queue && !queue) QSKIP(qPrintable("no print queue: " + why));
+    world_ = std::make_unique<PrintWorld>(120);
+    User::recording.ViewCount = 100;
+    printer_ = std::make_unique<QtPrinter>();
+    world_->shell.real_printer = printer_.get();
+    if (!to_queue) printer_->print_to_file(file_);
+  }
+
+  void curve_ink() {
+    const auto inks = [](std::vector<float> values) {
+      QStringList text;
+      const CurveSamples samples = {values.data(), 1, int(values.size())};
+      for (const Ink& ink : paper_curve(samples, {{100, 10}, 10, 0, 0}, 25)) {
+        text << (ink.top > ink.bottom ? "" : QStringLiteral("%1-%2").arg(ink.top).arg(ink.bottom));
+      }
+      return text.join(u' ');
+    };
+    QCOMPARE(inks({0, 8}), "8-10 6-8 4-6 2-4");
+    QCOMPARE(inks({1, 1, 1, 9, 1, 1, 1, 1, 1}), "9-9 1-9 9-9 9-9");
+    QCOMPARE(inks({4, 4, none, none, 6}), "6-6 6-6  ");
+  }
+
+  // Each channel lies at a height of its own in the first half and at another in the second, with
+  // dashes of its own.
+  void graphs() {
+    for (int n = 0; n < 400; ++n) {
+      const float share = float(n % 4 + 1) / 10;
+      User::recording.SampleValues(n / 4, n % 4) =
+          10.0F * float(n % 4 + 1) + 20 * (n < 200 ? share : 1 - share);
+    }
+    using Row = std::tuple<std::array<std::int16_t, 5>, Orientation, double, double>;
+    for (const auto& [channels, orientation, height, left] :
+         {Row{{1, 1, 1, 1, 1}, Orientation::landscape, 75, 68},
+          {{0, 0, 1, 0, 1}, Orientation::portrait, 75, 32},
+          {{0, 1, 1, 0, 1}, Orientation::portrait, 55.083, 32},
+          {{0, 1, 1, 1, 1}, Orientation::portrait, 34.75, 32}}) {
+      User::PrintChannels = channels;
+      printer_->set_orientation(orientation);
+      const QImage page = graph_page();
+      const std::vector<int> chosen = printed_slots(printed_view(world_->shell));
+      const int lines = 5 + int(chosen.size());
+      double free_from = header_line_mm(lines + 1);
+      for (const GraphPlace& place : graph_places(chosen, channels[0], lines)) {
+        QVERIFY(place.top >= free_from && std::abs(place.frame_height - height) < 0.01);
+        QCOMPARE(place.frame_left, left);
+        const double middle = (left + 190) / 2;
+        for (const int slot : place.slots_shown) {
+          const double high = place.frame_top + place.frame_height * (slot + 1) / 10;
+          const double low = 2 * place.frame_top + place.frame_height - high;
+          const QString ink = ink_along(page, slot, left + 1, middle - 1, low);
+          constexpr std::array dashes_a_line_width = {0.0, 1 / 13.0, 1 / 6.0, 2 / 21.0};
+          const double line_widths = (middle - left - 2) / 210 * page.width() * 15 / 17;
+          const double expected = line_widths * dashes_a_line_width[std::size_t(slot)];
+          const int dashes = ink.startsWith(u'-') + int(ink.count(".-"));
+          QVERIFY(std::abs(dashes - std::max(1.0, expected)) <= 2);
+          QVERIFY(!(ink + ink_along(page, slot, middle + 1, 189, high)).contains(u' '));
+          QVERIFY(ink_along(page, slot, left + 1, middle - 1, high).trimmed().isEmpty());
+        }
+        free_from = place.frame_top + place.frame_height + 9;
+      }
+      QVERIFY(free_from < 290);
+    }
+  }
+
+  // One sample, no scale, outside: no curve.
+  void odd_views() {
+    User::PrintChannels = {1, 1, 0, 0, 0};
+    using Row = std::tuple<int, float, float>;
+    for (const auto& [shown, value, low] :
+         {Row{1, 20, 10}, {100, 20, 30}, {100, 3e38F, 10}, {100, 30.05F, 10}}) {
+      User::recording.ViewCount = shown;
+      User::AxisLow[0] = low;
+      QList<QImage> pages;
+      for (const float drawn : {value, none}) {
+        for (int n = 0; n < 100; ++n) User::recording.SampleValues(n, 0) = drawn;
+        pages << graph_page();
+      }
+      QCOMPARE(pages[0], pages[1]);
+    }
+    // A sample outside ends the drawing: below the header's fourth line nothing is left.
+    User::recording.ViewCount = Recording::max_samples + 1;
+    const QImage rest = graph_page().copy(0, int(header_line_mm(5) * 1123 / 297), 794, 800);
+    QVERIFY(std::isnan(ink_missing(rest, rest)));
+  }
+
+  // The names say what is printed, and how.
+  void prints_data() {
+    QTest::addColumn<int>("pages");
+    for (const auto& [name, pages] : {std::pair("graph", 1),
+                                      {"separate-landscape-graph", 1},
+                                      {"queue-graph-landscape", 1},
+                                      {"sheet", 3},
+                                      {"sheet-landscape", 4},
+                                      {"queue-sheet", 2}}) {
+      QTest::newRow(name) << pages;
+    }
+  }
+  void prints() {
+    QFETCH(int, pages);
+    const QString name = QTest::currentDataTag();
+    const bool queue = name.contains("queue");
+    const bool landscape = name.contains("landscape");
+    const bool is_graph = name.contains("graph");
+    User::recording.Title = name;
+    User::PrintChannels = {!name.contains("separate"), 1, 0, 1, 0};
+    printer_->set_orientation(landscape ? Orientation::landscape : Orientation::portrait);
+    frmGraphView graph(world_->shell);
+    frmDataView sheet(world_->shell);
+    Preview& preview = is_graph ? static_cast<Preview&>(graph) : sheet;
+    preview.show();
+    QCOMPARE(preview.area->Pic->size(), landscape ? QSize(1123, 794) : QSize(794, 1123));
+    QVERIFY(is_graph ? graph.print() : sheet.print(queue ? 2 : 100));
+    QVERIFY(!queue || queued(name));
+    const QStringList texts = texts_of(file_);
+    QCOMPARE(texts.size() - 1, pages);
+    QVERIFY(texts[0].contains("Title：" + name));
+    for (int page = 0; page < pages; ++page) {
+      for (const QString& line : header) QCOMPARE(texts[page].contains(line), page == 0);
+      QVERIFY(!texts[page].contains("Humidity") && !texts[page].contains("Wall"));
+      sheet.show_page(page);
+      const QImage shown = preview.area->picture();
+      const QString number = QString::number(page + 1);
+      QImage printed =
+          QImage::fromData(output_of("pdftoppm", {"-r", "96", "-f", number, "-l", number, file_}));
+      // The queue turns the paper, not the page.
+      if (landscape && queue) printed = printed.transformed(QTransform().rotate(90));
+      QVERIFY(ink_missing(shown, printed) < 0.02 && ink_missing(printed, shown) < 0.02);
+      if (is_graph) continue;
+      QVERIFY(texts[page].contains("NumberTimeAir(C)Soil(C)"));
+      QVERIFY(texts[page].contains(sheet.Label1->text().replace("Page ", "\n").remove(u' ')));
+    }
+    for (const QString& part : graph_texts) QVERIFY(!is_graph || texts[0].contains(part));
+    // A row a sample, on one of the pages.
+    Recording& recording = User::recording;
+    for (int n = 0; n < (is_graph ? 0 : queue ? 50 : 100); ++n) {
+      const QString row = QString::number(n + 1) + recording.SampleTimes(n).remove(u' ') +
+                          fixed2(recording.SampleValues(n, 0)) +
+                          fixed2(recording.SampleValues(n, 2));
+      QCOMPARE(texts.join(u'\n').count(u'\n' + row + u'\n'), 1);
+    }
+  }
+
+  void a_full_recording_stays_small() {
+    const PrintWorld full(Recording::max_samples);
+    QVERIFY(frmGraphView(world_->shell).print());
+    QVERIFY(QFile(file_).size() > 0 && QFile(file_).size() < 2'000'000);
+  }
+
+  // A queue that refuses, then none: the last but one that uses it.
+  void queue_faults() {
+    QCOMPARE(QProcess::execute("cupsreject", {"corvane"}), 0);
+    QVERIFY(!frmGraphView(world_->shell).print());
+    QCOMPARE(QProcess::execute("cupsaccept", {"corvane"}), 0);
+    QCOMPARE(QProcess::execute("lpadmin", {"-x", "corvane"}), 0);
+    QVERIFY(!frmGraphView(world_->shell).print());
+    QCOMPARE(world_->messages, printer_error + printer_error);
+  }
+
+  // A file that cannot be written, and no printer at all.
+  void no_printer() {
+    QtPrinter absent;
+    frmGraphView preview(world_->shell);
+    printer_->print_to_file(folder_.filePath("none/graph.pdf"));
+    QVERIFY(!preview.print() && world_->messages == printer_error);
+    if (!QPrinterInfo::defaultPrinter().isNull()) QSKIP("this computer has a default printer");
+    world_->shell.real_printer = &absent;
+    preview.show();
+    QVERIFY(!preview.print() && preview.area->Pic->size() == QSize(794, 1123));
+  }
+
+ private:
+  QImage graph_page() {
+    frmGraphView preview(world_->shell);
+    preview.show();
+    return preview.area->picture();
+  }
+
+  // Waits for the document that the queue makes, and takes it.
+  bool queued(const QString& title) const {
+    const QDir made(qEnvironmentVariable("CORVANE_QUEUE_OUTPUT"));
+    QFile::remove(file_);
+    const auto take = [&] {
+      const QString pdf = made.filePath(made.entryList({u'*' + title + "*.pdf"}).value(0));
+      return texts_of(pdf).size() > 1 && QFile::rename(pdf, file_);
+    };
+    return QTest::qWaitFor(take, 30'000);
+  }
+
+  std::unique_ptr<PrintWorld> world_;
+  std::unique_ptr<QtPrinter> printer_;
+  QTemporaryDir folder_;
+  QString file_ = folder_.filePath("printed.pdf");
+};
+
+const int registered_paper = register_test<TestPaper>();
+
+#include "test_paper.moc"
