@@ -9,25 +9,27 @@
 #include "support/runner.h"
 #include "support/simulated_window.h"
 
-// A steady signal of 20.00, 21.00, 22.00, 23.00 on the four channels.
+// A steady signal of 20.00, 21.00, 22.00, 23.00 on the four channels; a battery just too weak.
 inline simulator::Settings steady(int channels = 2) {
   simulator::Settings settings = {.channels = channels, .mask = 3, .readings = 500, .title = "AB"};
   settings.description = "三";
+  settings.battery_volts = 2.49;
   settings.limits[0] = {.down = -10.5, .up = 25};
   settings.signal = [](auto, int channel) { return std::uint16_t(256 * (20 + channel)); };
   return settings;
 }
 
-inline QStringList row_texts(const QAbstractItemModel* model, int row, int columns = 9) {
+// The row's cells, "1|3/1/26 10:00:00 AM|20", of the first `columns` columns.
+inline QString row_text(const QAbstractItemModel* model, int row, int columns = 9) {
   QStringList texts;
   for (int column = 0; column < std::min(columns, model->columnCount()); ++column) {
     texts << model->index(row, column).data().toString();
   }
-  return texts;
+  return texts.join('|');
 }
 
 struct MonitorWindow : SimulatedWindow {
-  explicit MonitorWindow(bool paced = false) : SimulatedWindow(paced) {
+  MonitorWindow() : SimulatedWindow(true) {
     plug_in(steady());
     User::RecorderType = 1;  // of two channels
     User::PatternBytes.fill(0);
@@ -35,15 +37,13 @@ struct MonitorWindow : SimulatedWindow {
     main.run("realtime");
     main.window->set_linked_commands(true);
     port.log.clear();
-    clock.sleeps.clear();
   }
   ~MonitorWindow() { clock.stop(); }
 
-  frmrealtime& window() { return *realtime(); }
-  LiveMonitor& live() { return window().live(); }
+  LiveBuffer& buffer() { return realtime()->live().buffer; }
   void poll(int times = 1) {
     for (int i = 0; i < times; ++i) {
-      Q_EMIT window().Timer1->tick();
+      Q_EMIT realtime()->Timer1->tick();
       clock.sleep(1000);
     }
   }
@@ -51,7 +51,7 @@ struct MonitorWindow : SimulatedWindow {
   // "Properties Set" with the question answered.
   void set(bool yes = true) {
     main.messages.answers = {yes};
-    window().Command4->click();
+    realtime()->Command4->click();
   }
   // Record Set with these settings and "Ok" or "Cancel"; gives what it showed, as "1 0 00:00:05".
   QString record(bool refresh, bool record, int seconds, bool ok = true) {
