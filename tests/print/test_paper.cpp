@@ -90,14 +90,14 @@ class TestPaper : public QObject {
     const bool poppler = !QStandardPaths::findExecutable("pdftotext").isEmpty();
     if (test.startsWith("prints") && !poppler) QSKIP("poppler-utils is missing");
     const QString why = qEnvironmentVariable("CORVANE_NO_QUEUE", "not asked for");
-    const bool to_queue = test.contains("queue");
-    const bool queue = qEnvironmentVariableIsSet("CORVANE_QUEUE_OUTPUT");
-    if (to_queue && !queue) QSKIP(qPrintable("no print queue: " + why));
+    const bool queue = test.contains("queue");
+    const bool there = qEnvironmentVariableIsSet("CORVANE_QUEUE_OUTPUT");
+    if (queue && !there) QSKIP(qPrintable("no print queue: " + why));
     world_ = std::make_unique<PrintWorld>(120);
     User::recording.ViewCount = 100;
     printer_ = std::make_unique<QtPrinter>();
     world_->shell.real_printer = printer_.get();
-    if (!to_queue) printer_->print_to_file(file_);
+    if (!queue) printer_->print_to_file(file_);
   }
 
   void curve_ink() {

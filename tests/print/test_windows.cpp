@@ -67,19 +67,14 @@ class TestWindows : public QObject {
     preview.show();
     QVERIFY(QTest::qWaitForWindowActive(&preview));
     QString seen;
-    const auto look = [&] {
+    for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_End, Qt::Key_PageUp, Qt::Key_Home}) {
+      QTest::keyClick(preview.area, key);
       seen += preview.Label1->text().mid(5, 1) + (preview.cmdFirst->isEnabled() ? u'<' : u'|') +
-              (preview.cmdNext->isEnabled() ? u'>' : u'|');
-    };
-    const QList buttons = {preview.cmdNext, preview.cmdPrevious, preview.cmdLast, preview.cmdFirst};
-    const QList keys = {Qt::Key_End, Qt::Key_Home, Qt::Key_PageUp, Qt::Key_PageDown};
-    for (const int i : {0, 1, 2, 3}) {
-      press(buttons[i]);
-      look();
-      QTest::keyClick(preview.area, keys[i]);
-      look();
+              (preview.cmdPrevious->isEnabled() ? u'<' : u'|') +
+              (preview.cmdNext->isEnabled() ? u'>' : u'|') +
+              (preview.cmdLast->isEnabled() ? u'>' : u'|');
     }
-    QCOMPARE(seen, "2<>3<|2<>1|>3<|2<>1|>2<>");
+    QCOMPARE(seen, "2<<>>3<<||2<<>>1||>>");
     QTest::keyClick(&preview, Qt::Key_P, Qt::ControlModifier);
     QCOMPARE(world_->printer.log.join(u','), "a4,start Cold store,page,page,end");
     world_->printer.fault = "end";
