@@ -16,14 +16,10 @@ class SimulatorProcess {
   // Waits until the device and its links stand; false when it ends instead.
   bool wait_ready() {
     while (process_.canReadLine() || process_.waitForReadyRead(patience_ms)) {
-      const QString line = QString::fromLocal8Bit(process_.readLine()).trimmed();
-      if (line.startsWith(u"device ")) device_ = line.mid(7);
-      if (line == u"ready") return true;
+      if (process_.readLine().trimmed() == "ready") return true;
     }
     return false;
   }
-  // Its pseudo-terminal, once it is ready.
-  QString device() const { return device_; }
 
   // Waits until it has ended by itself; its exit code, or -1 when it crashed or still runs.
   int wait_end() {
@@ -43,5 +39,4 @@ class SimulatorProcess {
   static constexpr int patience_ms = 20'000;
 
   QProcess process_;
-  QString device_;
 };
