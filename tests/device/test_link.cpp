@@ -1,5 +1,7 @@
+#include "app/errors.h"
 #include "app/user.h"
 #include "device/frmport.h"
+#include "device/port_names.h"
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
@@ -14,17 +16,12 @@ const QString timeout = "not linked, closed, Warnning: Link Timeout!";
 
 }  // namespace
 
-// The real main window, linking to recorders in software on scripted ports.
+// The real main window, linking to recorders in software on scripted ports, by device files and
+// ports of all kinds.
 class TestLink : public QObject {
   Q_OBJECT
 
-  struct Outcome {
-    const char *name, *type, *button;
-    int option;  // -1 chooses no port
-    QString after;
-    int requests;  // for the status
-  };
-
+  // -1 chooses no port, 4 all of them.
   void link(int option, const QString& type = "Two", const QString& button = "Ok") {
     const auto script = when_shown<frmport>([=](frmport& dialog) {
       if (option >= 0) dialog.Option1[static_cast<std::size_t>(option)]->click();
@@ -33,35 +30,41 @@ class TestLink : public QObject {
     });
     w_->main.run("link");
   }
+  // With the messages since the last call.
   QString state() const {
     const bool on = w_->main.window->menu_entry("unlink")->isEnabled();
     const QStringList state = {on ? "linked" : "not linked",
                                w_->port.is_open() ? "open" : "closed"};
-    return (state + w_->main.messages.shown).join(", ");
+    return (state + std::exchange(w_->main.messages.shown, {})).join(", ");
   }
 
   std::unique_ptr<SimulatedWindow> w_;
 
  private Q_SLOTS:
-  void init() { w_ = std::make_unique<SimulatedWindow>(); }
-
-  void outcomes_data() {
-    add_rows<Outcome>({{"cancelled", "Two", "Cancel", 0, untouched, 0},
-                       {"no port chosen", "Two", "Ok", -1, untouched, 0},
-                       {"absent port", "Two", "Ok", 3, timeout, 0},
-                       {"type without channels", "Broken", "Ok", 0, timeout, 0},
-                       {"another channel count", "Four", "Ok", 0, timeout, 3}});
-  }
-  void outcomes() {
-    QFETCH(Outcome, row);
+  void init() {
+    w_ = std::make_unique<SimulatedWindow>();
     w_->plug_in(two_channels);
-    link(row.option, row.type, row.button);
-    QCOMPARE(state(), row.after);
-    QCOMPARE(int(w_->port.log.count("write 00 00 00")), row.requests);
+  }
+
+  void outcomes() {
+    for (const auto& [type, button, option, after, requests] :
+         {std::tuple("Two", "Cancel", 0, untouched, 0),
+          {"Two", "Ok", -1, untouched, 0},
+          {"Two", "Ok", 3, timeout, 0},     // an absent port
+          {"Broken", "Ok", 0, timeout, 0},  // a type without channels
+          {"Four", "Ok", 0, timeout, 3}}) {
+      init();
+      link(option, type, button);
+      QCOMPARE(state(), after);
+      QCOMPARE(int(w_->port.log.count("write 00 00 00")), requests);
+    }
+    // Of two types with one name the later is taken.
+    User::DeviceTable.set_text(0, 3, "Two");
+    link(-1);
+    QCOMPARE(int{User::RecorderType}, 3);
   }
 
   void search_goes_through_the_ports_in_order() {
-    w_->plug_in(two_channels);
     w_->port.recorders = {{1, nullptr}, {3, w_->recorder.get()}};
     link(4);
     QCOMPARE(state(), linked);
@@ -78,10 +81,17 @@ class TestLink : public QObject {
     link(4, "Four");
     QCOMPARE(state(), "not linked, open, Warnning: Link Timeout!");
     // The next link finds the recorder on the port that is still open, whatever port is chosen.
-    w_->main.messages.shown.clear();
     link(0);
     QCOMPARE(state(), linked);
     QCOMPARE(w_->port.port_number(), 8);
+  }
+
+  void closing_the_window_ends_the_search() {
+    w_->port.recorders = {{1, nullptr}, {2, nullptr}, {3, nullptr}};
+    w_->clock.after(1500, [&] { w_->main.window->close(); });
+    link(4);
+    QVERIFY(w_->clock.elapsed() < 1600);
+    QCOMPARE(state(), untouched);
   }
 
   void window_shows_the_recorder() {
@@ -121,10 +131,7 @@ class TestLink : public QObject {
     link(0);
     QCOMPARE(state(), linked);
     QCOMPARE(w_->realtime()->Text11->text(), "500");
-  }
-
-  // Unlinked before the window has read the recorder: nothing is left to work on.
-  void window_closed_while_it_loads() {
+    // Unlinked before the window has read the recorder: nothing is left to work on.
     w_->plug_in(two_channels, "silent:command=08");
     w_->clock.after(700, [&] {
       QVERIFY(!w_->realtime());
@@ -132,16 +139,58 @@ class TestLink : public QObject {
       w_->main.run("unlink");
     });
     link(0);
-    QCOMPARE(state(), "not linked, open");
-    QCOMPARE(w_->main.window->Sts1[0]->text(), QString());
+    QCOMPARE(state() + w_->main.window->Sts1[0]->text(), "not linked, open");
   }
 
-  void dialog_takes_the_later_of_two_types() {
-    User::DeviceTable.set_text(0, 3, "Two");
-    link(2);
-    link(2, "One", "Cancel");
-    QCOMPARE(int{User::RecorderType}, 3);
-    QCOMPARE(int{User::PortChoice}, -1);
+  // The links in the folder come first; the system's ports keep their own numbers beside them.
+  void port_devices() {
+    const QTemporaryDir& folder = w_->main.folder;
+    QVERIFY(QFile::link("/dev/null", folder.filePath("com1")));
+    QVERIFY(QFile::link("/dev/gone", folder.filePath("com3")));
+    const QStringList system = {"/dev/ttyUSB0", "/dev/ttyS10", "/dev/ttyS12", "/dev/ttyS2"};
+    QStringList devices;
+    for (int n = 1; n <= 5; ++n) devices << serial_device(n, folder.path(), system);
+    QCOMPARE(devices, QStringList({"/dev/null", "/dev/ttyS10", "", "/dev/ttyUSB0", ""}));
+
+    const LineSettings mark = line_settings(" 9600, m,8,1");
+    QVERIFY(mark.baud_rate == 9600 && mark.parity == QSerialPort::MarkParity &&
+            mark.data_bits == QSerialPort::Data8 && mark.stop_bits == QSerialPort::OneStop);
+    for (const char* text : {"9600,X,8,1", "0,M,8,1", "9600,M,8,1,1"}) {
+      QVERIFY_THROWS_EXCEPTION(PortError, line_settings(text));
+    }
+  }
+
+  void device_files() {
+    // Count, rows in use, first and last field of row 1.
+    const auto read = [](const QByteArray& bytes) {
+      const DeviceTable table = read_device_table(bytes.toStdString());
+      const QString outside = table.text(11, 1) + table.text(0, 101) + table.text(12, 0);
+      return QStringLiteral("%1|%2|").arg(table.DeviceCount).arg(table.rows()) + table.text(0, 1) +
+             u'|' + table.text(10, 1) + outside;
+    };
+    const QByteArray a = "\"A\",,1,\"t\",C,,,,,,\r\n";
+    QCOMPARE(read("\xEF\xBB\xBF"
+                  "2\r\n" +
+                  a + "\"B, \"\"2\"\"\",x,2,a,b,c,d,e,f,g,h"),
+             "2|2|B, \"2\"|h");
+    QCOMPARE(read("2\n" + a + "  B \nx\n2\na"), "2|2|B|");
+    QCOMPARE(read("200\n" + a + "B"), "200|101|B|");
+    QCOMPARE(read("-3\n" + a), "-3|0||");
+    QCOMPARE(read("40000\n" + a + a), "0|0||");
+    DeviceTable table;
+    table.set_text(2, 3, " 4 ");
+    QCOMPARE(table.channel_count(3), 4);
+    for (const char* text : {"x", "0", "5"}) {
+      table.set_text(2, 3, text);
+      QVERIFY_THROWS_EXCEPTION(ConversionError, table.channel_count(3));
+    }
+    // Anything can lie in its place; what is beyond a megabyte is not read.
+    const QString path = w_->main.folder.filePath("long.txt");
+    QVERIFY(
+        make_file(path, "9\n" + QByteArray(2'000'000, 'x') + QByteArray("\nlast").repeated(99)));
+    QCOMPARE(read_device_file(path).rows(), 9);
+    QCOMPARE(read_device_file(path).text(0, 8), "");
+    QCOMPARE(read_device_file("none").rows(), 0);
   }
 };
 
