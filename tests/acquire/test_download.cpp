@@ -14,8 +14,8 @@ simulator::Settings memory(int readings, unsigned mask = 0x03) {
   return {.mask = mask, .readings = readings, .interval_s = 30, .start = start, .title = "Cold"};
 }
 
-QString difference(unsigned mask, int count, int first = 0) {
-  return Measured{mask, start, 30}.difference(User::recording, count, first);
+QString difference(int mask, int count, int first = 0) {
+  return Measured{unsigned(mask), start, 30}.difference(User::recording, count, first);
 }
 
 }  // namespace
@@ -24,61 +24,50 @@ QString difference(unsigned mask, int count, int first = 0) {
 class TestDownload : public QObject {
   Q_OBJECT
 
-  struct Arrival {
-    const char* name;
-    int readings;
-    unsigned mask;
-    int count;
-    int from = -1, to = -1;  // the segments chosen; -1 keeps what the dialog offers
-    int first = 0;           // sample of the memory
-  };
-
-  // Opens the port and the Real-time Data window on the recorder.
+  // A world with the port and the Real-time Data window open on the recorder.
   void open(const simulator::Settings& settings) {
+    w_ = std::make_unique<SimulatedWindow>();
+    User::RecorderType = 3;
+    User::recording = Recording();
     w_->plug_in(settings);
     w_->port.open();
     w_->main.run("realtime");
     w_->realtime()->Timer1->set_enabled(true);
   }
-  void read(const std::function<void(frmhistorytime&)>& choose = {}) {
+  // Gives the messages that it led to.
+  QString read(const std::function<void(frmhistorytime&)>& choose = {}) {
     const auto script = when_shown<frmhistorytime>([=](frmhistorytime& dialog) {
       if (choose) choose(dialog);
       press(dialog.Command1);
     });
     w_->main.run("read");
+    return std::exchange(w_->main.messages.shown, {}).join('|');
   }
-  QString messages() { return std::exchange(w_->main.messages.shown, {}).join('|'); }
-  QString panel() const { return w_->main.window->Sts1[0]->text(); }
 
   std::unique_ptr<SimulatedWindow> w_;
 
  private Q_SLOTS:
-  void init() {
-    w_ = std::make_unique<SimulatedWindow>();
-    User::RecorderType = 3;
-    User::recording = Recording();
-  }
-
-  void readings_arrive_as_recorded_data() {
-    add_rows<Arrival>({{"one channel, short oldest block", 200, 0x04, 200},
-                       {"channels 2 and 4", 1000, 0x0A, 500},
-                       {"four channels", 516, 0x0F, 129},
-                       {"as many as fit", 32000, 0x0F, 8000},
-                       // Segment 0 is the oldest; the recorder numbers its blocks from the newest.
-                       {"chosen segments", 1000, 0x03, 192, 2, 4, 52 + 64}});
-  }
+  // A short oldest block; blocks of two and four channels; as many as fit; three of the segments,
+  // of which 0 is the oldest, while the recorder numbers its blocks from the newest.
   void readings_arrive_as_recorded() {
-    QFETCH(Arrival, row);
-    open(memory(row.readings, row.mask));
-    read([&](frmhistorytime& dialog) {
-      if (row.from >= 0) dialog.Combo1->setCurrentIndex(row.from);
-      if (row.to >= 0) dialog.Combo2->setCurrentIndex(row.to);
-    });
-    QCOMPARE(messages(), "");
-    QCOMPARE(difference(row.mask, row.count, row.first), QString());
-    // 128 at first; the window that opens on the Recording shows all of it.
-    QCOMPARE(User::recording.ViewCount, row.count);
-    QVERIFY(w_->main.window->menu_entry("save")->isEnabled() && w_->main.window->loaded_display());
+    for (const auto& [mask, readings, from, to, first, count] :
+         {std::array{0x04, 200, 0, 1, 0, 200},
+          {0x0A, 1000, 0, 7, 0, 500},
+          {0x0F, 516, 0, 4, 0, 129},
+          {0x0F, 32000, 0, 249, 0, 8000},
+          {0x03, 1000, 2, 4, 52 + 64, 192}}) {
+      open(memory(readings, unsigned(mask)));
+      const QString messages = read([&, chosen = std::pair(from, to)](frmhistorytime& dialog) {
+        QCOMPARE(dialog.Combo2->currentIndex(), (readings + 127) / 128 - 1);
+        dialog.Combo1->setCurrentIndex(chosen.first);
+        dialog.Combo2->setCurrentIndex(chosen.second);
+      });
+      QCOMPARE(messages + difference(mask, count, first), "");
+      // 128 at first; the window that opens on the Recording shows all of it.
+      QCOMPARE(User::recording.ViewCount, count);
+      QVERIFY(w_->main.window->loaded_display());
+      QVERIFY(w_->main.window->menu_entry("save")->isEnabled());
+    }
   }
 
   void header_and_progress() {
@@ -103,10 +92,9 @@ class TestDownload : public QObject {
 
   void nothing_to_read() {
     for (const simulator::Settings& settings : {memory(0), memory(100, 0)}) {
-      w_ = std::make_unique<SimulatedWindow>();
       open(settings);
-      read();
-      QCOMPARE(messages() + panel(), "Corvane: No DataRead Data");
+      QCOMPARE(read(), "Corvane: No Data");
+      QCOMPARE(w_->main.window->Sts1[0]->text(), "Read Data");
       QVERIFY(!w_->realtime()->Timer1->enabled());
     }
   }
@@ -117,45 +105,39 @@ class TestDownload : public QObject {
       dialog.Combo1->setCurrentIndex(3);
       dialog.Combo2->setCurrentIndex(2);
       press(dialog.Command1);
-      QCOMPARE(messages(), "Corvane: Start Time>End Time");
+      QCOMPARE(w_->main.messages.shown.join('|'), "Corvane: Start Time>End Time");
       QVERIFY(dialog.isVisible() && dialog.Combo1->count() == 8);
       press(dialog.Command2);
     });
     QVERIFY(User::recording.SampleCount == 0 && w_->realtime()->Timer1->enabled());
     w_->main.window->unload_realtime();
-    read();
-    QCOMPARE(difference(0x03, 500), QString());
+    QCOMPARE(read(), "");
+    QCOMPARE(difference(0x03, 500), "");
     QVERIFY(w_->realtime() && !w_->realtime()->isVisible());
   }
 
   // In the middle of the wait for a block.
-  void survives_what_the_user_does_data() {
-    QTest::addColumn<QString>("command");
-    for (const char* command :
-         {"unlink", "close", "read", "link", "Quit", "close box", "Properties Set", "polling"}) {
-      QTest::newRow(command) << command;
-    }
-  }
   void survives_what_the_user_does() {
-    QFETCH(QString, command);
-    open(memory(1000));
-    w_->main.messages.answers = {true};
-    bool done = false;
-    const auto act = [&] {
-      done = true;
-      if (command == u"read") return read();
-      if (command == u"close box") return void(w_->realtime()->close());
-      if (command == u"Properties Set") return w_->realtime()->Command4->click();
-      if (command == u"polling") return void(Q_EMIT w_->realtime()->Timer1->tick());
-      w_->main.run(command);
-    };
-    read([&](frmhistorytime&) { w_->clock.after(450, act); });
-    QVERIFY(done);
-    QCOMPARE(messages(), "");
-    if (auto* window = w_->realtime()) QCOMPARE(window->live().buffer.LiveCount(), 0);
-    const bool ends = command == u"Quit";
-    QCOMPARE(difference(0x03, ends ? 0 : 500), QString());
-    QCOMPARE(User::recording.Title, ends ? "" : "Cold");
+    for (const QString command :
+         {"unlink", "close", "read", "link", "Quit", "close box", "Properties Set", "polling"}) {
+      open(memory(1000));
+      w_->main.messages.answers = {true};
+      bool done = false;
+      const auto act = [&] {
+        done = true;
+        if (command == "read") return void(read());
+        if (command == "close box") return void(w_->realtime()->close());
+        if (command == "Properties Set") return w_->realtime()->Command4->click();
+        if (command == "polling") return void(Q_EMIT w_->realtime()->Timer1->tick());
+        w_->main.run(command);
+      };
+      QCOMPARE(read([&](frmhistorytime&) { w_->clock.after(450, act); }), "");
+      QVERIFY(done);
+      if (auto* window = w_->realtime()) QCOMPARE(window->live().buffer.LiveCount(), 0);
+      const bool ends = command == "Quit";
+      QCOMPARE(command + difference(0x03, ends ? 0 : 500), command);
+      QCOMPARE(User::recording.Title, ends ? "" : "Cold");
+    }
   }
 };
 

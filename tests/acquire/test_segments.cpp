@@ -69,7 +69,7 @@ class TestSegments : public QObject {
   }
 
   // First and last second of each segment, counted from the start.
-  void segment_times() {
+  void segments() {
     const auto seconds = [](int channels, int readings) {
       const MemoryMap memory = map_memory(properties(0, readings, 10), channels, now);
       QList<qint64> result;
@@ -83,16 +83,9 @@ class TestSegments : public QObject {
     QCOMPARE(seconds(3, 256), QList<qint64>({0, 417, 427, 843}));
     QCOMPARE(seconds(3, 130), QList<qint64>({0, -3, 7, 423}));
     QCOMPARE(seconds(3, 250 * 128).at(2 * 249), 249 * 1280 / 3);  // no drift
-  }
-
-  void chosen_samples() {
-    // Channels, first and last segment of eight, samples.
-    for (const auto& [channels, first, last, samples] : {std::array{1, 0, 7, 1000},
-                                                         {1, 0, 0, 104},
-                                                         {1, 2, 4, 384},
-                                                         {4, 7, 7, 32},
-                                                         {3, 3, 4, 85},
-                                                         {3, 0, 5, 248}}) {
+    // Channels, first and last segment of eight, and how many samples they hold.
+    for (const auto& [channels, first, last, samples] :
+         {std::array{1, 0, 0, 104}, {4, 7, 7, 32}, {3, 3, 4, 85}, {3, 0, 5, 248}}) {
       QCOMPARE(samples_in(map_memory(properties(0, 1000, 1), channels, now), first, last), samples);
     }
   }
@@ -134,15 +127,9 @@ class TestSegments : public QObject {
       place_block(block(length).left(20), {1, 1, 0, 1, now}, samples);
     }
     QVERIFY_THROWS_EXCEPTION(BoundsError, place_block("12", {1, 1, 1, 0, now}, samples));
-  }
-
-  // 128.0 is not -128: only what lies beyond is negative.
-  void values() {
-    using Case = std::pair<const char*, float>;
+    // 128.0 is not -128: only what lies beyond is negative.
     for (const auto& [raw, reading] :
-         {Case("8001", 1.5F), Case("0080", 128.0F), Case("0180", -128.0F), Case("2000", 0.13F),
-          Case("e0ff", -0.13F)}) {
-      DownloadedSamples samples;
+         {std::pair("8001", 1.5F), {"0080", 128.0F}, {"0180", -128.0F}, {"e0ff", -0.13F}}) {
       place_block(block(2).replace(3, 2, hex(raw)), {1, 1, 1, 0, now}, samples);
       QCOMPARE(value(samples, 0), reading);
     }
