@@ -1,34 +1,54 @@
+#include <QDirIterator>
 #include <QImage>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QRegularExpression>
 
-#include "app/frmmdi.h"
 #include "app/icons.h"
 #include "app/times.h"
 #include "app/user.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
+#include "support/files.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 
+namespace {
+
+// All such files in the folder and below, one after the other.
+QString all_files(const QString& folder, const QString& pattern) {
+  QString text;
+  QDirIterator files(folder, {pattern}, QDir::Files, QDirIterator::Subdirectories);
+  while (files.hasNext()) text += contents(files.next());
+  return text;
+}
+
+// As its reader sees it: without marks, line breaks as blanks.
+QString manual() {
+  QString text = all_files(CORVANE_HELP, "*.html");
+  return text.remove(QRegularExpression("<[^>]*>")).replace("&gt;", ">").simplified();
+}
+
+}  // namespace
+
+// The main window, with a port where nobody answers.
 class TestMainWindow : public QObject {
   Q_OBJECT
 
   // The enabled menu entries, and the enabled toolbar buttons by their index.
   QString enabled() const {
     QStringList names;
-    const auto actions = w_->main.window->findChildren<QAction*>();
-    for (const QAction* action : actions) {
+    for (const QAction* action : window().findChildren<QAction*>()) {
       const QString& name = action->objectName();
-      if (w_->main.window->menu_entry(name) && action->isEnabled()) names << name;
+      if (window().menu_entry(name) && action->isEnabled()) names << name;
     }
     for (int i = 1; i <= 15; ++i) {
-      const QAction* button = w_->main.window->toolbar_button(i);
+      const QAction* button = window().toolbar_button(i);
       if (button->isEnabled() && !button->isSeparator()) names << QString::number(i);
     }
     return names.join(' ');
   }
+  frmmdi& window() const { return *w_->main.window; }
 
   std::unique_ptr<SimulatedWindow> w_;
 
@@ -41,22 +61,18 @@ class TestMainWindow : public QObject {
 
   // The save button (2) is always enabled.
   void enabled_commands() {
-    frmmdi& window = *w_->main.window;
+    const QString views = "in out limit setdisplaytime realtime history helpID about ";
+    const QString data = "open close save outputs printview printdata Quit ";
+    const QString linked = "unlink record read ";
+    QCOMPARE(enabled(), "open close Quit link " + views + "1 2 7 12 13 15");
+    window().enable_data_commands(true);
+    QCOMPARE(enabled(), data + "link " + views + "1 2 3 4 7 12 13 15");
+    window().set_linked_commands(true);
+    QCOMPARE(enabled(), data + linked + views + "1 2 3 4 8 9 10 12 13 15");
+    window().enable_data_commands(false);
     QCOMPARE(enabled(),
-             "open close Quit link in out limit setdisplaytime realtime history helpID about "
-             "1 2 7 12 13 15");
-    window.enable_data_commands(true);
-    QCOMPARE(enabled(),
-             "open close save outputs printview printdata Quit link in out limit setdisplaytime "
-             "realtime history helpID about 1 2 3 4 7 12 13 15");
-    window.set_linked_commands(true);
-    QCOMPARE(enabled(),
-             "open close save outputs printview printdata Quit unlink record read in out limit "
-             "setdisplaytime realtime history helpID about 1 2 3 4 8 9 10 12 13 15");
-    window.enable_data_commands(false);
-    QCOMPARE(enabled(),
-             "open close Quit unlink record read in out realtime helpID about 1 2 8 9 10 13 15");
-    window.set_linked_commands(false);
+             "open close Quit " + linked + "in out realtime helpID about 1 2 8 9 10 13 15");
+    window().set_linked_commands(false);
     QCOMPARE(enabled(), "open close Quit link in out helpID about 1 2 7 15");
   }
 
@@ -68,64 +84,74 @@ class TestMainWindow : public QObject {
     for (const char* name : {"in", "out", "limit", "setdisplaytime", "close"}) w_->main.run(name);
     QCOMPARE(w_->main.messages.shown, QStringList());
     w_->clock.sleep(61'000);
-    QTRY_COMPARE(w_->main.window->Sts1[2]->text(), general_date_time_text(w_->clock.now()));
+    QTRY_COMPARE(window().Sts1[2]->text(), general_date_time_text(w_->clock.now()));
   }
 
-  // Nobody answers, so the window waits; its frame is closed in the middle of that.
+  // Its frame is closed in the middle of the wait.
   void a_child_that_waits_can_be_closed() {
     w_->port.open();
     w_->main.run("realtime");
-    const QPointer<frmrealtime> child = w_->main.window->loaded_realtime();
-    QVERIFY(child && child->isVisible());
+    const QPointer<frmrealtime> child = window().loaded_realtime();
     w_->clock.after(300, [&] { qobject_cast<QMdiSubWindow*>(child->parentWidget())->close(); });
     const qint64 before = w_->clock.elapsed();
     child->RefreshFromRecorder();
     QVERIFY2(w_->clock.elapsed() - before < 1100, "a closed window sends no further request");
-    QVERIFY(!w_->main.window->loaded_realtime());
+    QVERIFY(!window().loaded_realtime());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!child);
     w_->main.run("realtime");
-    QVERIFY(w_->main.window->loaded_realtime());
-    w_->main.window->show_display();
-    w_->main.window->unload_display();
-    QTRY_VERIFY(w_->main.window->loaded_realtime()->parentWidget()->isMaximized());
+    window().show_display();
+    window().unload_display();
+    QTRY_VERIFY(window().loaded_realtime()->parentWidget()->isMaximized());
   }
 
   void closing_ends_a_wait() {
     w_->port.open();
     w_->clock.after(300, [&] { w_->main.run("Quit"); });
     w_->main.run("realtime");
-    QVERIFY(w_->clock.elapsed() < 400 && !w_->main.window->isVisible());
-    QCOMPARE(w_->port.log.mid(w_->port.log.indexOf("close")),
-             QStringList({"close", "rts 0", "dtr 0"}));
-    QVERIFY(!w_->main.window->Timer1->isActive());
+    QVERIFY(w_->clock.elapsed() < 400 && !window().isVisible() && !window().Timer1->isActive());
+    QCOMPARE(w_->port.log.last(3), QStringList({"close", "rts 0", "dtr 0"}));
     QCOMPARE(w_->main.messages.shown, QStringList());
   }
 
-  void every_input_has_an_accessible_name() {
-    w_->main.run("realtime");
-    // Parts of Qt's own, and two texts that nobody sees.
-    const QRegularExpression inner("^(qt_.*|Text12|Text13)$");
-    const auto widgets = w_->main.window->findChildren<QWidget*>();
-    for (const QWidget* widget : widgets) {
-      const auto is = [=](const char* type) { return widget->inherits(type); };
-      const bool input = is("QLineEdit") || is("QComboBox") || is("QAbstractSpinBox") ||
-                         is("QTabWidget") || is("QProgressBar");
-      if (!input || widget->objectName().contains(inner)) continue;
-      if (widget->parent()->inherits("QAbstractSpinBox")) continue;
-      QVERIFY2(!widget->accessibleName().isEmpty(), qPrintable(widget->objectName()));
+  // The manual names what the program's sources hand to message boxes.
+  void manual_names_every_message() {
+    const QRegularExpression shown("(?:show|ask|complain)\\(\\s*QStringLiteral\\(\"([^\"]+)\"\\)");
+    const QString text = manual();
+    const QString sources = all_files(CORVANE_SOURCES, "*.cpp");
+    int messages = 0;
+    for (auto match = shown.globalMatch(sources); match.hasNext(); ++messages) {
+      const QString message = match.next().captured(1).replace("No.%1%2", "No.1").simplified();
+      QVERIFY2(text.contains(message), qPrintable(message));
+    }
+    QVERIFY(messages >= 14);
+  }
+
+  // No two entries of a menu have the same letter.
+  void manual_names_every_command() {
+    const QString text = manual();
+    for (const QAction* menu : window().menuBar()->actions()) {
+      QString letters;
+      for (const QAction* entry : menu->menu()->actions()) {
+        if (entry->isSeparator()) continue;
+        const QString caption = QString(entry->text()).remove(u'&');
+        QVERIFY2(text.contains(caption), qPrintable(caption));
+        const QChar letter = entry->text()[entry->text().indexOf(u'&') + 1];
+        QVERIFY2(!letters.contains(letter), qPrintable(caption));
+        letters += letter;
+      }
     }
   }
 
-  // On light and dark windows, at any scale; disabled ones pale.
+  // On light and dark windows, at a screen's scale between two whole ones; disabled ones pale.
   void icons_can_be_read() {
-    for (const auto& [window, text] : {std::pair(0xF4, 0x11), {0x23, 0xEE}}) {
-      QPalette palette(QColor(text, text, text), {}, {}, {}, {}, {}, {}, {},
-                       QColor(window, window, window));
+    for (const auto& [paper, ink] : {std::pair(0xF4, 0x11), {0x23, 0xEE}}) {
+      const QPalette palette(QColor(ink, ink, ink), {}, {}, {}, {}, {}, {}, {},
+                             QColor(paper, paper, paper));
       // The largest difference in lightness between the window and the picture laid over it.
-      const auto contrast = [&, shade = window](const QIcon& icon, qreal scale, QIcon::Mode mode) {
-        const QImage image = icon.pixmap(QSize(24, 24), scale, mode).toImage();
-        int largest = image.size() == QSize(24, 24) * scale ? 0 : -1000;
+      const auto contrast = [shade = paper](const QIcon& icon, QIcon::Mode mode) {
+        const QImage image = icon.pixmap({24, 24}, 1.25, mode).toImage();
+        int largest = image.width() == 30 ? 0 : -1000;
         for (int i = 0; i < image.width() * image.height(); ++i) {
           const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
           largest = std::max(largest, std::abs(qGray(pixel.rgb()) - shade) * pixel.alpha() / 255);
@@ -134,12 +160,9 @@ class TestMainWindow : public QObject {
       };
       for (const char* key : {"open", "save", "outputs", "prints", "link", "unlink", "identity",
                               "read", "history", "realtime", "about"}) {
-        const QIcon icon = command_icon(key, palette);
-        for (const qreal scale : {1.0, 1.25, 2.0}) {
-          const int disabled = contrast(icon, scale, QIcon::Disabled);
-          const int normal = contrast(icon, scale, QIcon::Normal);
-          QVERIFY2(normal > std::max(110, 2 * disabled) && disabled > 30, key);
-        }
+        const int disabled = contrast(command_icon(key, palette), QIcon::Disabled);
+        const int normal = contrast(command_icon(key, palette), QIcon::Normal);
+        QVERIFY2(normal > std::max(110, 2 * disabled) && disabled > 30, key);
       }
     }
   }
