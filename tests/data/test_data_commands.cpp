@@ -1,4 +1,5 @@
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include "app/errors.h"
@@ -6,6 +7,7 @@
 #include "data/data_commands.h"
 #include "data/file_handle.h"
 #include "support/fake_shell.h"
+#include "support/files.h"
 #include "support/runner.h"
 
 namespace {
@@ -24,18 +26,11 @@ const QString save_error = "panel 1: Save File;box Corvane: Save File Error";
 class TestDataCommands : public QObject {
   Q_OBJECT
 
-  void make_file(const QString& name, const QByteArray& bytes) const {
-    QFile file(folder_->filePath(name));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-  }
-  QByteArray contents(const QString& name) const {
-    QFile file(folder_->filePath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-  }
+  QString path(const QString& name) const { return folder_->filePath(name); }
   // What the command does when this name is chosen in the file dialog.
   QString done(void (*command)(Shell&), const QString& name) {
     shell_->log.clear();
-    shell_->scripted_dialog.choices = {name.isEmpty() ? name : folder_->filePath(name)};
+    shell_->scripted_dialog.choices = {name.isEmpty() ? name : path(name)};
     shell_->scripted_dialog.file_name = "left.qlx";  // by an earlier command
     command(*shell_);
     return shell_->log.join(u';');
@@ -51,9 +46,9 @@ class TestDataCommands : public QObject {
     User::recording = Recording();
     User::recording.Title = "old";
     User::recording.SampleCount = 2;
-    User::recording.ViewCount = 128;
-    make_file("run.qlx", one_sample);
-    QVERIFY(QDir(folder_->path()).mkdir("folder.qlx"));
+    QVERIFY(make_file(path("run.qlx"), one_sample) && make_file(path("pipe.txt")));
+    // Opening a pipe that nobody serves would wait for ever.
+    QVERIFY(QDir().mkdir(path("folder.qlx")) && !QProcess::execute("mkfifo", {path("pipe.qlx")}));
   }
   void cleanup() {
     skip_on_error([] { file_handle_1().close(); });
@@ -66,7 +61,7 @@ class TestDataCommands : public QObject {
       QCOMPARE(done(OpenDataFile, name), "box Corvane: File Lose");
     }
     QCOMPARE(User::recording.Title, "old");
-    make_file("run.other", "");
+    QVERIFY(make_file(path("run.other")));
     QCOMPARE(done(OpenDataFile, "run.other"), opened);
     QCOMPARE(shell_->scripted_dialog.shown.last(), "Open File|*.qlx|*.qlx");
     QVERIFY(User::recording.Title == "New" && User::recording.SampleValues(0, 0) == 5.5F);
@@ -78,39 +73,35 @@ class TestDataCommands : public QObject {
   // Nothing closes the handle, so no later open or save gets through; a handle that could not be
   // opened at all bars nothing.
   void a_failed_open_bars_handle_1() {
-    make_file("five.qlx", "\"New\"\r\n\"R\"\r\n5\r\n");
-    make_file("alone.txt", "");
-    QCOMPARE(done(OpenDataFile, "alone.txt"), read_error);  // there is no alone.qlx
+    QVERIFY(make_file(path("five.qlx"), "\"New\"\r\n\"R\"\r\n5\r\n"));
+    QCOMPARE(done(OpenDataFile, "pipe.txt"), read_error);
     QCOMPARE(done(OpenDataFile, "run.qlx"), opened);
     QCOMPARE(done(OpenDataFile, "five.qlx"), read_error);
     QVERIFY(User::recording.ChannelCount == 5 && User::recording.SampleCount == 1);
     QCOMPARE(done(OpenDataFile, "run.qlx"), read_error);
     QCOMPARE(done(SaveDataFile, "new.qlx"), save_error);
-    QCOMPARE(contents("new.qlx"), "(no file)");
+    QCOMPARE(contents(path("new.qlx")), "(no file)");
   }
 
-  void save_asks_about_the_name_as_chosen() {
+  void save() {
     const QString question = "box Corvane: File Exists ，Overwrite?";
     QCOMPARE(done(SaveDataFile, {}), "");
     // No shows the dialog again, which is then cancelled.
     QCOMPARE(done(SaveDataFile, "run.qlx"), question);
     QVERIFY(shell_->scripted_dialog.shown == QStringList(3, "Save File|*.qlx|*.qlx"));
-    QCOMPARE(contents("run.qlx"), one_sample);
+    QCOMPARE(contents(path("run.qlx")), one_sample);
     shell_->scripted_messages.answers = {true};
     QCOMPARE(done(SaveDataFile, "run.qlx"), question + u';' + saved);
-    QCOMPARE(contents("run.qlx"), old_saved);
+    QCOMPARE(contents(path("run.qlx")), old_saved);
     // By another name that is cut to this one it is overwritten unasked.
-    make_file("run.qlx", "precious");
+    QVERIFY(make_file(path("run.qlx"), "precious"));
     QCOMPARE(done(SaveDataFile, "run.1.qlx"), saved);
-    QVERIFY(contents("run.qlx") == old_saved && !file_handle_1().is_open());
-  }
-
-  void save_fails() {
-    for (const char* name : {"none/run", "folder"}) {
+    QCOMPARE(contents(path("run.qlx")), old_saved);
+    for (const char* name : {"none/run", "folder", "pipe"}) {
       QCOMPARE(done(SaveDataFile, name), save_error);
       QVERIFY(!file_handle_1().is_open());
     }
-    QVERIFY(QFile::link("/dev/full", folder_->filePath("full.qlx")));
+    QVERIFY(QFile::link("/dev/full", path("full.qlx")));
     QCOMPARE(done(SaveDataFile, "full"), save_error);
     QVERIFY(file_handle_1().is_open());
   }
