@@ -173,7 +173,7 @@ class TestTexts : public QObject {
     for (int i = 0; i < 20000; ++i) {
       const auto mantissa = static_cast<double>(random_() >> 8);
       const double middle = std::ldexp(2.0 * mantissa + 1.0, -static_cast<int>(random_() % 24));
-      for (int decimals = 0; decimals < 10; ++decimals) check(-middle, decimals);
+      for (int decimals = 0; decimals < 16; ++decimals) check(-middle, decimals);
       for (const double side : {1.0, -1.0}) check(middle + side * std::ldexp(middle, -50), 9);
     }
   }
