@@ -1,13 +1,13 @@
 #include "acquire/frmhistorytime.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 #include "app/message_box.h"
+#include "app/ok_cancel.h"
 #include "app/user.h"
 
 frmhistorytime::frmhistorytime(const QString& message, MessageBox& messages, QWidget* parent)
@@ -43,17 +43,10 @@ void frmhistorytime::build() {
   Combo2 = add_list(1, QStringLiteral("Combo2"), QStringLiteral("End Time"));
   grid->setColumnStretch(1, 1);
 
-  Command1 = new QPushButton(QStringLiteral("Ok"), this);
-  Command1->setObjectName(QStringLiteral("Command1"));
-  Command1->setDefault(true);
-  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
-  Command2->setObjectName(QStringLiteral("Command2"));
+  const auto [ok, cancel, buttons] = make_ok_cancel(*this);
+  Command1 = ok;
+  Command2 = cancel;
   connect(Command1, &QPushButton::clicked, this, &frmhistorytime::Command1_Click);
-  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(Command1);
-  buttons->addWidget(Command2);
 
   auto* all = new QVBoxLayout(this);
   all->addWidget(Text1);

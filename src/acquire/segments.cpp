@@ -9,13 +9,6 @@
 
 namespace {
 
-// Fields of the properties answer.
-constexpr int start_at = 5;
-constexpr int delay_at = 11;
-constexpr int interval_at = 13;
-constexpr int elapsed_at = 17;
-constexpr int readings_at = 19;
-
 // A wrapping recorder whose memory is nearly full is about to erase this many readings.
 constexpr int nearly_full = 27500;
 constexpr int about_to_go = 512;

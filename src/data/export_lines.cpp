@@ -37,6 +37,15 @@ Character* append_line(Character* out, const Recording& recording, int n) {
   return out;
 }
 
+// The line of column heads.
+QString head_line(const Recording& recording) {
+  QString line = QStringLiteral("Number         Time       ");
+  for (int slot = 0; slot < recording.held_channels(); ++slot) {
+    line += QStringLiteral("       ") + column_head(recording, slot);
+  }
+  return line;
+}
+
 }  // namespace
 
 QString channel_line(const Recording& recording, int slot, MinimumLabel label) {
@@ -69,14 +78,6 @@ QStringList information_lines(const Recording& recording, MinimumLabel label) {
 QString column_head(const Recording& recording, int slot) {
   const auto column = static_cast<std::size_t>(slot);
   return recording.ChannelInfo[1][column] + u'(' + recording.ChannelInfo[2][column] + u')';
-}
-
-QString head_line(const Recording& recording) {
-  QString line = QStringLiteral("Number         Time       ");
-  for (int slot = 0; slot < recording.held_channels(); ++slot) {
-    line += QStringLiteral("       ") + column_head(recording, slot);
-  }
-  return line;
 }
 
 QStringList lines_above_samples(const Recording& recording, MinimumLabel label) {

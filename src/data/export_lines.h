@@ -21,9 +21,6 @@ QString channel_line(const Recording& recording, int slot, MinimumLabel label);
 // "Temperature(C)": the head of a channel's column.
 QString column_head(const Recording& recording, int slot);
 
-// The line of column heads.
-QString head_line(const Recording& recording);
-
 // Everything that stands above the samples: information, an empty line, the column heads.
 QStringList lines_above_samples(const Recording& recording, MinimumLabel label);
 

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "app/ok_cancel.h"
 #include "app/user.h"
 
 frmport::frmport(QWidget* parent) : QDialog(parent) {
@@ -39,24 +40,17 @@ void frmport::build() {
   Combo1->setMinimumContentsLength(16);
   Label1->setBuddy(Combo1);
 
-  Command1 = new QPushButton(QStringLiteral("Ok"), this);
-  Command1->setObjectName(QStringLiteral("Command1"));
-  Command1->setDefault(true);
-  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
-  Command2->setObjectName(QStringLiteral("Command2"));
+  const auto [ok, cancel, buttons] = make_ok_cancel(*this);
+  Command1 = ok;
+  Command2 = cancel;
   connect(Command1, &QPushButton::clicked, this, &frmport::Command1_Click);
   // The close box and Escape cancel too.
-  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
   connect(this, &QDialog::rejected, this, &frmport::Command2_Click);
 
   auto* right = new QVBoxLayout;
   right->addWidget(Label1);
   right->addWidget(Combo1);
   right->addStretch();
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(Command1);
-  buttons->addWidget(Command2);
   auto* top = new QHBoxLayout;
   top->addWidget(Frm1);
   top->addLayout(right, 1);

@@ -1,7 +1,6 @@
 #include "monitor/Frmwarn.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -10,6 +9,7 @@
 #include "app/errors.h"
 #include "app/message_box.h"
 #include "app/numbers.h"
+#include "app/ok_cancel.h"
 #include "app/user.h"
 
 Frmwarn::Frmwarn(MessageBox& messages, QWidget* parent) : QDialog(parent), messages_(messages) {
@@ -27,18 +27,11 @@ void Frmwarn::build() {
   for (std::size_t c = 0; c < Check1.size(); ++c) {
     SSTab1->addTab(build_channel(c), QStringLiteral("Tab %1").arg(c));
   }
-  Command1 = new QPushButton(QStringLiteral("Ok"), this);
-  Command1->setObjectName(QStringLiteral("Command1"));
-  Command1->setDefault(true);
-  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
-  Command2->setObjectName(QStringLiteral("Command2"));
+  const auto [ok, cancel, buttons] = make_ok_cancel(*this);
+  Command1 = ok;
+  Command2 = cancel;
   connect(Command1, &QPushButton::clicked, this, &Frmwarn::Command1_Click);
-  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
 
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(Command1);
-  buttons->addWidget(Command2);
   auto* all = new QVBoxLayout(this);
   all->addWidget(SSTab1);
   all->addLayout(buttons);

@@ -1,5 +1,8 @@
 #include "monitor/automatic_save.h"
 
+#include <QFile>
+
+#include "app/errors.h"
 #include "app/times.h"
 #include "data/field_writer.h"
 #include "data/file_handle.h"
@@ -28,6 +31,12 @@ void save_live_buffer(const QString& path, const AutomaticSaveHeader& header,
   }
   FileHandle file;
   file.open_for_writing(path);
-  file.write(out.bytes());
-  file.close();
+  try {
+    file.write(out.bytes());
+    file.close();
+  } catch (const RunTimeError&) {
+    skip_on_error([&] { file.close(); });
+    QFile::remove(path);
+    throw;
+  }
 }

@@ -22,6 +22,6 @@ struct AutomaticSaveHeader {
 };
 
 // Writes the whole buffer; a file of that name is overwritten. Throws FileError when it cannot be
-// written.
+// written; half a file is not left behind.
 void save_live_buffer(const QString& path, const AutomaticSaveHeader& header,
                       const LiveBuffer& buffer);

@@ -60,7 +60,7 @@ bool frmrealtime::read_properties(const Handler& running) {
   set_picked_seconds(*DTP2, properties.startup_delay);
   set_picked_seconds(*DTP1, properties.record_interval);
   Text14->setText(QString::number(properties.all_data));
-  Text11->setText(QString::number(properties.samples_held));
+  Text11->setText(QString::number(properties.readings_held));
   return true;
 }
 

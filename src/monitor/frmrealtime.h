@@ -45,7 +45,8 @@ class frmrealtime : public ChildWindow {
   // Draws the live graph afresh, at the place where the slider stands.
   void RedrawGraph();
 
-  // The display limits of the historical graph; this window's graph keeps its fixed scale.
+  // Lets the display limits of the historical graph be edited; this window's graph keeps its fixed
+  // scale. The window's counterpart of the menu's command, which goes to the historical graph.
   void ShowDisplayLimits();
 
   // Leaves the live sheet with its header alone; the buffer and the alarms stay.
@@ -62,7 +63,7 @@ class frmrealtime : public ChildWindow {
   QDateTimeEdit* DTP2;  // startup delay
   QDateTimeEdit* DTP1;  // record interval
   QComboBox* Combo3;    // stop type
-  QLineEdit* Text11;    // samples held
+  QLineEdit* Text11;    // readings held
   QLineEdit* Text14;    // all data
   // Behind the two pickers: no picker role of their own, and never sent.
   QLineEdit* Text12;
@@ -102,7 +103,6 @@ class frmrealtime : public ChildWindow {
 
  protected:
   void Form_Unload() override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void build();

@@ -64,6 +64,7 @@ QLayout* frmrealtime::build_properties() {
   auto* left = new QVBoxLayout;
   left->addWidget(build_status(), 1);
   left->addWidget(build_description());
+  QGroupBox* middle = build_pattern();
   auto* right = new QVBoxLayout;
   right->addWidget(build_channels());
   Command4 = new QPushButton(QStringLiteral("Properties Set"), this);
@@ -73,7 +74,7 @@ QLayout* frmrealtime::build_properties() {
   right->addWidget(Command4);
   auto* upper = new QHBoxLayout;
   upper->addLayout(left, 3);
-  upper->addWidget(build_pattern(), 5);
+  upper->addWidget(middle, 5);
   upper->addLayout(right, 2);
   return upper;
 }
@@ -124,6 +125,10 @@ QGroupBox* frmrealtime::build_pattern() {
   add_row(*grid, 2, 1, QStringLiteral("All Data"), Text14);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
+  // Row by row, as the eye goes.
+  const std::array row_by_row =
+      std::to_array<QWidget*>({Combo2, Text3, DTP2, Text11, DTP1, Text14, Combo3});
+  for (std::size_t i = 1; i < row_by_row.size(); ++i) setTabOrder(row_by_row[i - 1], row_by_row[i]);
   return box;
 }
 

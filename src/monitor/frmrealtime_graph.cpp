@@ -1,6 +1,4 @@
 // The live graph of the Real-time Data window and its cursor.
-#include <QEvent>
-
 #include <cmath>
 
 #include "app/shell.h"
@@ -35,11 +33,6 @@ void frmrealtime::ShowDisplayLimits() {
   const Handler running(*this);
   Frmwarn(shell_.messages(), shell_.window()).exec();
   if (!left(running)) RedrawGraph();
-}
-
-bool frmrealtime::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == Pic1 && event->type() == QEvent::Resize) place_cursor();
-  return ChildWindow::eventFilter(watched, event);
 }
 
 void frmrealtime::cmd_Click(int index) {

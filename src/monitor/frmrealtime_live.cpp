@@ -68,8 +68,8 @@ void frmrealtime::save_automatically() {
   const QString name = automatic_save_name(shell_.clock().now());
   const QString& recorder_name = User::DeviceTable.text(0, User::RecorderType);
   const AutomaticSaveHeader header = {Text6->text(), recorder_name, live_.channels()};
-  for (const QString& folder : {program_folder(), documents_folder()}) {
-    const QString path = folder + u'/' + name;
+  for (QString (*const folder)() : {program_folder, documents_folder}) {
+    const QString path = folder() + u'/' + name;
     if (stop_at_first_failure([&] { save_live_buffer(path, header, live_.buffer); })) {
       return tell_saved(QStringLiteral("Saved automatically: ") + path, false);
     }

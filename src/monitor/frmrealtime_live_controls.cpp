@@ -81,11 +81,13 @@ QTabWidget* frmrealtime::build_live_tabs() {
 
 QWidget* frmrealtime::build_graph_page() {
   auto* page = new QWidget(SSTab3);
+  // First, since it stands above the graph: the Tab key goes as the eye does.
+  QLayout* legend = build_legend(page);
   Pic1 = new GraphSurface(page);
   Pic1->setObjectName(QStringLiteral("Pic1"));
   Pic1->setAccessibleName(QStringLiteral("Live graph"));
   Pic1->setMinimumHeight(80);
-  Pic1->installEventFilter(this);
+  connect(Pic1, &GraphSurface::resized, this, &frmrealtime::place_cursor);
   connect(Pic1, &GraphSurface::MouseDown, this, &frmrealtime::Pic1_MouseDown);
   connect(Pic1, &GraphSurface::cursor_step, this, &frmrealtime::Pic1_KeyDown);
   connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
@@ -112,7 +114,7 @@ QWidget* frmrealtime::build_graph_page() {
   graph->addWidget(Pic1);
 
   auto* grid = new QGridLayout(page);
-  grid->addLayout(build_legend(page), 0, 1);
+  grid->addLayout(legend, 0, 1);
   grid->addWidget(build_scale(page), 1, 0);
   grid->addLayout(graph, 1, 1);
   grid->addLayout(below, 2, 1);

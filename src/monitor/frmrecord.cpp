@@ -1,9 +1,9 @@
 #include "monitor/frmrecord.h"
 
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "app/ok_cancel.h"
 #include "app/shell.h"
 #include "app/user.h"
 #include "monitor/frmrealtime.h"
@@ -32,17 +32,10 @@ void frmrecord::build() {
   all->addLayout(interval);
   all->addStretch();
 
-  Command1 = new QPushButton(QStringLiteral("Ok"), this);
-  Command1->setObjectName(QStringLiteral("Command1"));
-  Command1->setDefault(true);
-  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
-  Command2->setObjectName(QStringLiteral("Command2"));
+  const auto [ok, cancel, buttons] = make_ok_cancel(*this);
+  Command1 = ok;
+  Command2 = cancel;
   connect(Command1, &QPushButton::clicked, this, &frmrecord::Command1_Click);
-  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(Command1);
-  buttons->addWidget(Command2);
   all->addLayout(buttons);
 }
 

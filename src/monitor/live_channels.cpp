@@ -19,10 +19,10 @@ LiveChannels live_channels(const DeviceTable& table, int row) {
 }
 
 LiveReading decode_readings(const QByteArray& answer, int count) {
-  constexpr int readings_at = 5;
+  constexpr int first_reading_at = 5;
   LiveReading reading{};
   for (int c = 0; c < count; ++c) {
-    const double value = value_at(answer, readings_at + 2 * c);
+    const double value = value_at(answer, first_reading_at + 2 * c);
     reading[static_cast<std::size_t>(c)] = static_cast<float>(value);
   }
   return reading;

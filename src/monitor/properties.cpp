@@ -19,19 +19,19 @@ RecorderProperties decode_properties(const QByteArray& answer) {
   }
   properties.wrap = (flags & wrap_flag) != 0;
   for (std::size_t c = 0; c < properties.channels.size(); ++c) {
-    properties.channels[c] = (byte_at(answer, 4) >> c & 1) != 0;
+    properties.channels[c] = (byte_at(answer, channel_mask_at) >> c & 1) != 0;
   }
   properties.start_time = QStringLiteral("%1-%2-%3  %4:%5:%6")
-                              .arg(2000 + byte_at(answer, 5))
-                              .arg(byte_at(answer, 6))
-                              .arg(byte_at(answer, 7))
-                              .arg(byte_at(answer, 8))
-                              .arg(byte_at(answer, 9))
-                              .arg(byte_at(answer, 10));
-  properties.startup_delay = word_at(answer, 11);
-  properties.record_interval = word_at(answer, 13) + 1;
-  properties.all_data = word_at(answer, 15);
-  properties.samples_held = word_at(answer, 19);
+                              .arg(2000 + byte_at(answer, start_at))
+                              .arg(byte_at(answer, start_at + 1))
+                              .arg(byte_at(answer, start_at + 2))
+                              .arg(byte_at(answer, start_at + 3))
+                              .arg(byte_at(answer, start_at + 4))
+                              .arg(byte_at(answer, start_at + 5));
+  properties.startup_delay = word_at(answer, delay_at);
+  properties.record_interval = word_at(answer, interval_at) + 1;
+  properties.all_data = word_at(answer, all_data_at);
+  properties.readings_held = word_at(answer, readings_at);
   return properties;
 }
 

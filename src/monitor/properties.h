@@ -22,7 +22,7 @@ struct RecorderProperties {
   int startup_delay = 0;    // seconds
   int record_interval = 1;  // seconds, 1..65536
   int all_data = 0;         // samples of the pattern
-  int samples_held = 0;     // samples in the recorder's memory
+  int readings_held = 0;    // in the recorder's memory, all channels together
 };
 
 RecorderProperties decode_properties(const QByteArray& answer);

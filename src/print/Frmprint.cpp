@@ -9,6 +9,7 @@
 #include "app/errors.h"
 #include "app/message_box.h"
 #include "app/numbers.h"
+#include "app/ok_cancel.h"
 #include "app/shell.h"
 #include "app/user.h"
 #include "print/printer.h"
@@ -36,7 +37,6 @@ void Frmprint::build() {
   build_options();
   build_channels();
   build_pages();
-  build_buttons();
   lay_out();
 }
 
@@ -79,35 +79,23 @@ void Frmprint::build_pages() {
   Combo1->setInsertPolicy(QComboBox::NoInsert);
   Combo1->setCompleter(nullptr);
   Label1->setBuddy(Combo1);
-}
-
-void Frmprint::build_buttons() {
-  const auto button = [this](const QString& name, const QString& caption) {
-    auto* made = new QPushButton(caption, this);
-    made->setObjectName(name);
-    return made;
-  };
-  Cmd1 = button(QStringLiteral("Cmd1"), QStringLiteral("Ok"));
-  Cmd2 = button(QStringLiteral("Cmd2"), QStringLiteral("Cancel"));
-  Cmd3 = button(QStringLiteral("Cmd3"), QStringLiteral("Printer Set"));
-  Cmd1->setDefault(true);
-  connect(Cmd1, &QPushButton::clicked, this,
-          [this] { stop_at_first_failure([this] { Cmd1_Click(); }); });
-  connect(Cmd2, &QPushButton::clicked, this, &QDialog::reject);
+  Cmd3 = new QPushButton(QStringLiteral("Printer Set"), this);
+  Cmd3->setObjectName(QStringLiteral("Cmd3"));
   connect(Cmd3, &QPushButton::clicked, this,
           [this] { stop_at_first_failure([this] { Cmd3_Click(); }); });
 }
 
 void Frmprint::lay_out() {
+  const auto [ok, cancel, buttons] = make_ok_cancel(*this, "Cmd1", "Cmd2");
+  Cmd1 = ok;
+  Cmd2 = cancel;
+  connect(Cmd1, &QPushButton::clicked, this,
+          [this] { stop_at_first_failure([this] { Cmd1_Click(); }); });
   auto* pages = new QHBoxLayout;
   pages->addWidget(Label1);
   pages->addWidget(Combo1);
   pages->addStretch();
   pages->addWidget(Cmd3);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(Cmd1);
-  buttons->addWidget(Cmd2);
   auto* all = new QGridLayout(this);
   all->addWidget(Frm1, 0, 0);
   all->addWidget(Frame1, 0, 1);

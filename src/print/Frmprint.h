@@ -36,7 +36,6 @@ class Frmprint : public QDialog {
   void build_options();
   void build_channels();
   void build_pages();
-  void build_buttons();
   void lay_out();
   void Form_Load();
   void Cmd1_Click();

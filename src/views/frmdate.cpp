@@ -1,13 +1,13 @@
 #include "views/frmdate.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include <utility>
 
 #include "app/errors.h"
 #include "app/message_box.h"
+#include "app/ok_cancel.h"
 #include "app/times.h"
 #include "app/user.h"
 #include "views/date_segment.h"
@@ -58,17 +58,10 @@ void frmdate::build() {
   Label1 = add_row(0, QStringLiteral("Start Time"), QStringLiteral("Label1"));
   Label2 = add_row(1, QStringLiteral("End Time"), QStringLiteral("Label2"));
 
-  Command1 = new QPushButton(QStringLiteral("Ok"), this);
-  Command1->setObjectName(QStringLiteral("Command1"));
-  Command1->setDefault(true);
-  Command2 = new QPushButton(QStringLiteral("Cancel"), this);
-  Command2->setObjectName(QStringLiteral("Command2"));
+  const auto [ok, cancel, buttons] = make_ok_cancel(*this);
+  Command1 = ok;
+  Command2 = cancel;
   connect(Command1, &QPushButton::clicked, this, &frmdate::Command1_Click);
-  connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(Command1);
-  buttons->addWidget(Command2);
 
   auto* all = new QVBoxLayout(this);
   all->addLayout(grid);

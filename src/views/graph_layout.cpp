@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "app/twips.h"
+
 namespace {
 
 constexpr int pixels(int twips) {
-  return (twips + 7) / 15;
+  return (twips + twips_per_pixel / 2) / twips_per_pixel;
 }
 
 // Of the design: the graph's left edge and top, and where the two times begin, counted from the

@@ -15,9 +15,8 @@ class GraphSurface final : public PictureBox {
   // The curves to show from now on, to be filled by the caller.
   GraphCurves& new_curves();
 
-  // Width and height in twips.
+  // Width in twips.
   float twips_width() const { return static_cast<float>(width() * twips_per_pixel); }
-  float twips_height() const { return static_cast<float>(height() * twips_per_pixel); }
   // The pixel of the window that holds this place.
   int pixel(float x_twips) const;
 

@@ -272,9 +272,13 @@ class Monkey : public QObject {
     } else if (what < 8) {
       operate(*dialog);
     } else {
-      // The first button is the one that accepts.
+      // The default button is the one that accepts; the previews have none.
       const auto buttons = dialog->findChildren<QPushButton*>();
-      if (!buttons.isEmpty()) (what < 16 ? buttons.front() : any(buttons))->click();
+      const auto accepting =
+          std::find_if(buttons.begin(), buttons.end(),
+                       [](const QPushButton* button) { return button->isDefault(); });
+      const bool accepts = what < 16 && accepting != buttons.end();
+      if (!buttons.isEmpty()) (accepts ? *accepting : any(buttons))->click();
     }
   }
   void choose_file(QFileDialog& dialog) {

@@ -1,0 +1,17 @@
+// The row of buttons that a dialog ends with.
+#pragma once
+
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+struct OkCancel {
+  QPushButton* ok;  // the default button; what it does is the dialog's
+  QPushButton* cancel;
+  QHBoxLayout* row;
+};
+
+// Makes both buttons, with these object names, at the right end of a row. "Cancel" rejects the
+// dialog.
+OkCancel make_ok_cancel(QDialog& dialog, const char* ok_name = "Command1",
+                        const char* cancel_name = "Command2");
