@@ -2,20 +2,13 @@
 // the real windows, random answers in every dialog, with a recorder in software whose faults come
 // and go and whose cable is pulled. The sanitizers, a watchdog for hangs, and the rules below say
 // whether the program bears it. The same seed plays much the same, timers excepted.
-#include <QAbstractItemView>
 #include <QAbstractSlider>
-#include <QAbstractSpinBox>
-#include <QAccessible>
 #include <QApplication>
-#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QTabBar>
 #include <QTest>
 #include <QTimer>
 
@@ -29,6 +22,7 @@
 #include "app/user.h"
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
+#include "support/controls.h"
 #include "support/main_window.h"
 #include "support/simulated_port.h"
 #include "views/frmdisplay.h"
@@ -175,43 +169,11 @@ class Monkey : public QObject {
         {}, Qt::ControlModifier, Qt::ShiftModifier};
     if (widget) QTest::keyClick(widget, any(keys), any(modifiers));
   }
-  // What a user can operate in a window, without what Qt builds its own controls of.
-  static QList<QWidget*> controls(const QWidget& window) {
-    auto widgets = window.findChildren<QWidget*>();
-    widgets.removeIf([](const QWidget* widget) {
-      const bool control =
-          qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
-          qobject_cast<const QComboBox*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget) ||
-          qobject_cast<const QSlider*>(widget) || qobject_cast<const QTabBar*>(widget) ||
-          qobject_cast<const QAbstractItemView*>(widget);
-      return !control || !widget->isVisible() || !widget->isEnabled() ||
-             widget->inherits("QToolButton") || widget->inherits("QTableCornerButton") ||
-             widget->inherits("QHeaderView");
-    });
-    return widgets;
-  }
-
-  // Whoever hears the screen instead of seeing it must know each control by its name, and whoever
-  // has no mouse must get to it.
-  static void check_controls(const QList<QWidget*>& controls) {
-    for (QWidget* widget : controls) {
-      const QString name = widget->objectName();
-      if (name.isEmpty() || name.startsWith(u"qt_") || qobject_cast<QTabBar*>(widget)) continue;
-      const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
-      const bool named = interface && !interface->text(QAccessible::Name).isEmpty();
-      if (!named) fail(qPrintable(name + QStringLiteral(" has no name")));
-      // A group's radio buttons are reached by the arrow keys; the percentage is only shown.
-      const auto* edit = qobject_cast<QLineEdit*>(widget);
-      const bool reached = qobject_cast<QRadioButton*>(widget) || (edit && edit->isReadOnly()) ||
-                           (widget->focusPolicy() & Qt::TabFocus) != 0;
-      if (!reached) fail(qPrintable(name + QStringLiteral(" cannot be reached by Tab")));
-    }
-  }
-
   // Uses a random control of the window.
   void operate(QWidget& window) {
-    auto widgets = controls(window);
-    check_controls(widgets);
+    const QString fault = fault_of_controls(window);
+    if (!fault.isEmpty()) fail(qPrintable(fault));
+    auto widgets = controls_of(window);
     if (widgets.isEmpty()) return;
     QWidget* widget = any(widgets);
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) {

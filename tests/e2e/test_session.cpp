@@ -88,6 +88,25 @@ class TestSession : public QObject {
     }
   }
 
+  // Some of what the fault matrix tries on a scripted clock: a block that fails three times ends
+  // the download, else it gets what was measured.
+  void faults_of_the_line() {
+    for (const QString fault : {"check:block=1", "truncated:block=1", "check:first=2", "extra",
+                                "garbage:block=1,first=2", "late:block=1,first=1,ms=1200"}) {
+      QVERIFY(start("--readings 700 --interval 3600 --unpaced --fault " + fault));
+      QCOMPARE(link(), "");
+      const bool fails = fault == "check:block=1" || fault == "truncated:block=1";
+      QCOMPARE(read(), fails ? timeout : "");
+      const Recording& got = User::recording;
+      QCOMPARE(got.SampleCount, fails ? 0 : 350);
+      const Measured measured{0x03, stamp_time(got.SampleTimes(0)), 3600};
+      if (!fails) QCOMPARE(measured.difference(got, 350), QString());
+      w_->main.run("unlink");
+      w_->port.close();
+      User::recording = Recording();
+    }
+  }
+
   void waiting_costs_no_processor_time() {
     QVERIFY(start("--fault silent"));
     QElapsedTimer timer;

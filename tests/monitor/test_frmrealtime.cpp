@@ -199,8 +199,8 @@ class TestRealTimeWindow : public QObject {
     if (row.command == "Quit" && window_) QVERIFY(!window_->Timer1->enabled());
   }
 
-  // The second file cannot be written, because a folder stands in its place, and goes among the
-  // user's documents; for the third there is no place at all.
+  // The second file finds the disk full and goes among the user's documents; for the third there is
+  // no place at all, since folders stand in it.
   void saves_automatically() {
     const QTemporaryDir home;
     const QByteArray real_home = qgetenv("HOME");
@@ -218,8 +218,9 @@ class TestRealTimeWindow : public QObject {
     monitor_->poll();
     QCOMPARE(folder.entryList({"*.qlx"}), QStringList(name));
     QVERIFY(saved_label.text().endsWith(folder.filePath(name)) && saved_label.isVisible());
+    QVERIFY(!documents.exists());
     const QString second = until_due();
-    QVERIFY(folder.mkdir(second));
+    QVERIFY(QFile::link("/dev/full", folder.filePath(second)));
     // What is being read in a full sheet stays where it is, though rows go at its front.
     window_->SSTab3->setCurrentWidget(window_->MSFlG1);
     QScrollBar* bar = window_->MSFlG1->verticalScrollBar();
@@ -228,6 +229,7 @@ class TestRealTimeWindow : public QObject {
     monitor_->poll();
     QCOMPARE(bar->value(), 499);
     QVERIFY(saved_label.text().endsWith(documents.filePath(second)));
+    QVERIFY(!QFileInfo(folder.filePath(second)).isSymLink());
     const QString third = until_due();
     QVERIFY(folder.mkdir(third) && documents.mkdir(third));
     monitor_->poll();

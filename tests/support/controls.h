@@ -1,0 +1,104 @@
+// Rules that the controls of every window keep, for those who see it enlarged, hear it, or have no
+// mouse.
+#pragma once
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTabBar>
+
+// What a user can operate in a window, without what Qt builds its own controls of.
+inline QList<QWidget*> controls_of(const QWidget& window) {
+  auto widgets = window.findChildren<QWidget*>();
+  widgets.removeIf([](const QWidget* widget) {
+    const bool control =
+        qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QLineEdit*>(widget) ||
+        qobject_cast<const QComboBox*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget) ||
+        qobject_cast<const QSlider*>(widget) || qobject_cast<const QTabBar*>(widget) ||
+        qobject_cast<const QAbstractItemView*>(widget);
+    return !control || !widget->isVisible() || !widget->isEnabled() ||
+           widget->inherits("QToolButton") || widget->inherits("QTableCornerButton") ||
+           widget->inherits("QHeaderView");
+  });
+  return widgets;
+}
+
+// Whoever hears the screen knows each control by its name; whoever has no mouse gets to it.
+inline QString fault_of_control(QWidget& widget) {
+  const QString name = widget.objectName();
+  if (name.isEmpty() || name.startsWith(u"qt_") || qobject_cast<QTabBar*>(&widget)) return {};
+  const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&widget);
+  const bool named = interface && !interface->text(QAccessible::Name).isEmpty();
+  if (!named) return name + QStringLiteral(" has no name");
+  // A group's radio buttons are reached by the arrow keys; the percentage is only shown.
+  const auto* edit = qobject_cast<QLineEdit*>(&widget);
+  const bool reached = qobject_cast<QRadioButton*>(&widget) || (edit && edit->isReadOnly()) ||
+                       (widget.focusPolicy() & Qt::TabFocus) != 0;
+  return reached ? QString() : name + QStringLiteral(" cannot be reached by Tab");
+}
+
+// The frame inside the main window in which a control stands, if it does.
+inline const QWidget* frame_of(const QWidget* widget) {
+  while (widget && !widget->inherits("QMdiSubWindow")) widget = widget->parentWidget();
+  return widget;
+}
+
+// Within a frame the Tab key goes on to the right or downwards, until it begins anew.
+inline QString fault_of_tab_order(const QWidget& window) {
+  const auto controls = controls_of(window);
+  const QWidget* last = nullptr;
+  for (QWidget* next = window.nextInFocusChain(); next != &window;
+       next = next->nextInFocusChain()) {
+    if (!controls.contains(next) || (next->focusPolicy() & Qt::TabFocus) == 0) continue;
+    const auto place = [](const QWidget* widget) {
+      return QRect(widget->mapToGlobal(QPoint()), widget->size());
+    };
+    if (last && frame_of(last) == frame_of(next) && place(next).top() <= place(last).bottom() &&
+        place(next).left() <= place(last).right() && !place(last).contains(place(next))) {
+      return last->objectName() + QStringLiteral(" is followed by ") + next->objectName();
+    }
+    last = next;
+  }
+  return {};
+}
+
+// No text is cut, and none that came from outside is taken for markup.
+inline QString fault_of_texts(const QWidget& window) {
+  for (const auto* widget : window.findChildren<QWidget*>()) {
+    // Tool tips know no plain text: what looks like a mark in one must be escaped.
+    if (widget->toolTip().contains(u"<b>")) return widget->objectName() + QStringLiteral("'s tip");
+  }
+  for (const auto* label : window.findChildren<QLabel*>()) {
+    if (label->text().contains(u'<') && label->textFormat() != Qt::PlainText) {
+      return label->objectName() + QStringLiteral(" takes texts for markup");
+    }
+    const bool may_be_cut =
+        label->wordWrap() || label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
+    if (label->isVisible() && !may_be_cut &&
+        label->width() < label->fontMetrics().size(0, label->text()).width()) {
+      return label->objectName() + QStringLiteral(" is cut: ") + label->text();
+    }
+  }
+  for (const auto* button : window.findChildren<QAbstractButton*>()) {
+    if (button->isVisible() && !button->text().isEmpty() &&
+        button->width() < button->sizeHint().width()) {
+      return button->objectName() + QStringLiteral(" is cut: ") + button->text();
+    }
+  }
+  return {};
+}
+
+// The first rule that a control of the window breaks; empty when all are kept.
+inline QString fault_of_controls(const QWidget& window) {
+  for (QWidget* control : controls_of(window)) {
+    if (const QString fault = fault_of_control(*control); !fault.isEmpty()) return fault;
+  }
+  const QString order = fault_of_tab_order(window);
+  return order.isEmpty() ? fault_of_texts(window) : order;
+}
