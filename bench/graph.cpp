@@ -14,8 +14,8 @@
 #include "graph_peers.h"
 #include "graph_signal.h"
 #include "suite.h"
-#include "support/fake_shell.h"
 #include "support/plain_graph.h"
+#include "support/simulated_window.h"
 #include "views/frmdisplay.h"
 #include "views/sheet_model.h"
 
@@ -116,9 +116,9 @@ Side timed_making(Make make) {
 }
 
 void load_benchmarks(Suite& suite) {
-  FakeShell shell;
-  suite.compare("Historical Data window: load", timed_making([&shell] {
-                  auto window = std::make_unique<frmdisplay>(shell);
+  SimulatedWindow world;
+  suite.compare("Historical Data window: load", timed_making([&world] {
+                  auto window = std::make_unique<frmdisplay>(*world.main.window);
                   QImage picture(window->Pic1->size(), QImage::Format_RGB32);
                   window->Pic1->render(&picture);
                   return window;
@@ -177,8 +177,8 @@ class PaintCounter final : public QObject {
 // in view.
 void scroll_benchmarks(Suite& suite, bool noise) {
   fill_recording(User::recording, noise);
-  FakeShell shell;
-  frmdisplay window(shell);
+  SimulatedWindow world;
+  frmdisplay window(*world.main.window);
   window.resize(1024, 640);
   window.show();
   window.cmd_Click(1);

@@ -1,7 +1,6 @@
 // The pages of the largest Recording, on the screen and into PDF: against the time that a user
 // gives them, and beside plain drawing of the same.
 #include <QPainter>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "app/numbers.h"
@@ -89,12 +88,8 @@ Side on_screen(PageArea::DrawPage draw) {
   };
 }
 
-Side into_pdf(const QString& file, const std::function<void(QtPrinter&)>& print) {
-  return [file, print] {
-    QtPrinter printer;
-    printer.print_to_file(file);
-    return std::optional(milliseconds([&] { print(printer); }));
-  };
+Side timed(const std::function<void()>& work) {
+  return [work] { return std::optional(milliseconds(work)); };
 }
 
 Side allowed(double ms) {
@@ -103,8 +98,8 @@ Side allowed(double ms) {
 
 // The preview shows all of its page, and paints it as its timer makes it do.
 void graph_preview(Suite& suite) {
-  FakeShell shell;
-  frmGraphView preview(shell);
+  SimulatedWindow world;
+  frmGraphView preview(*world.main.window);
   show(preview);
   const Side repaint = [&] { return std::optional(repaint_ms(*preview.area)); };
   suite.compare("print: graph preview, repaint", repaint, "the time allowed",
@@ -114,14 +109,11 @@ void graph_preview(Suite& suite) {
 }
 
 void graph_into_pdf(Suite& suite) {
-  const QTemporaryDir folder;
-  const QString file = folder.filePath(QStringLiteral("page.pdf"));
-  const Side ours = into_pdf(file, [](QtPrinter& printer) {
-    FakeShell shell;
-    shell.real_printer = &printer;
-    frmGraphView(shell).print();
-  });
-  const Side peer = into_pdf(file, [](QtPrinter& printer) {
+  SimulatedWindow world;
+  QtPrinter& printer = world.main.printer;
+  printer.print_to_file(world.main.folder.filePath(QStringLiteral("page.pdf")));
+  const Side ours = timed([&] { frmGraphView(*world.main.window).print(); });
+  const Side peer = timed([&] {
     draw_every_sample(printer.start_document(QStringLiteral("bench")), printer.paper_size());
     printer.end_document();
   });
@@ -131,7 +123,8 @@ void graph_into_pdf(Suite& suite) {
 
 // Leaps through the sheet, so that every part of it has its turn.
 void sheet_preview(Suite& suite) {
-  FakeShell shell;
+  SimulatedWindow world;
+  Shell& shell = *world.main.window;
   frmDataView preview(shell);
   show(preview);
   preview.show_page(Recording::max_samples);

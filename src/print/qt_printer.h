@@ -10,7 +10,7 @@
 
 // The default printer until another one is chosen in the set-up dialog. It is looked for at each
 // use as long as there is none, so one that is installed meanwhile is found.
-class QtPrinter final : public Printer {
+class QtPrinter : public Printer {
  public:
   Orientation orientation() override;
   void set_orientation(Orientation orientation) override;

@@ -1,48 +1,48 @@
 #include <QDir>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include "app/errors.h"
 #include "app/user.h"
 #include "data/data_commands.h"
 #include "data/file_handle.h"
-#include "support/fake_shell.h"
-#include "support/files.h"
 #include "support/runner.h"
+#include "support/simulated_window.h"
+#include "views/frmdisplay.h"
 
 namespace {
 
 const QByteArray one_sample =
     "\"New\"\r\n\"R\"\r\n1\r\n\"3\"\r\n\"t\"\r\n\"C\"\r\n1\r\n\"now\"\r\n5.5\r\n";
 const QByteArray old_saved = "\"old\"\r\n\"\"\r\n0\r\n2\r\n\"\"\r\n\"\"\r\n";
-const QString opened = "panel 1: Open File;unload display;show display;data commands on;panel 1: ";
-const QString read_error =
-    "panel 1: Open File;unload display;data commands off;panel 1: ;box Corvane: File Read Error";
-const QString saved = "panel 1: Save File;panel 1: ";
-const QString save_error = "panel 1: Save File;box Corvane: Save File Error";
+// Messages and the first panel's text, then what is to be had.
+const QString opened = "|display|commands";
+const QString read_error = "Corvane: File Read Error|";
+const QString save_error = "Corvane: Save File Error|Save File";
 
 }  // namespace
 
 class TestDataCommands : public QObject {
   Q_OBJECT
 
-  QString path(const QString& name) const { return folder_->filePath(name); }
-  // What the command does when this name is chosen in the file dialog.
+  QString path(const QString& name) const { return world_->main.folder.filePath(name); }
+  // What the command leads to when this name is chosen in the file dialog.
   QString done(void (*command)(Shell&), const QString& name) {
-    shell_->log.clear();
-    shell_->scripted_dialog.choices = {name.isEmpty() ? name : path(name)};
-    shell_->scripted_dialog.file_name = "left.qlx";  // by an earlier command
-    command(*shell_);
-    return shell_->log.join(u';');
+    MainWindow& main = world_->main;
+    main.messages.shown.clear();
+    main.files.choices = {name.isEmpty() ? name : path(name)};
+    main.files.file_name = "left.qlx";  // by an earlier command
+    main.window->set_panel(1, "before");
+    command(*main.window);
+    return (main.messages.shown << main.window->Sts1[0]->text()).join(u'|') +
+           (main.window->loaded_display() ? "|display" : "") +
+           (main.window->menu_entry("save")->isEnabled() ? "|commands" : "");
   }
 
-  std::unique_ptr<QTemporaryDir> folder_;
-  std::unique_ptr<FakeShell> shell_;
+  std::unique_ptr<SimulatedWindow> world_;
 
  private Q_SLOTS:
   void init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    shell_ = std::make_unique<FakeShell>();
+    world_ = std::make_unique<SimulatedWindow>();
     User::recording = Recording();
     User::recording.Title = "old";
     User::recording.SampleCount = 2;
@@ -56,17 +56,17 @@ class TestDataCommands : public QObject {
 
   // The name is cut at its first dot; that the chosen file itself exists is all that is asked.
   void open() {
-    QCOMPARE(done(OpenDataFile, {}), "");
+    QCOMPARE(done(OpenDataFile, {}), "before");
     for (const char* name : {"none.qlx", "run", "folder.qlx"}) {
-      QCOMPARE(done(OpenDataFile, name), "box Corvane: File Lose");
+      QCOMPARE(done(OpenDataFile, name), "Corvane: File Lose|before");
     }
     QCOMPARE(User::recording.Title, "old");
     QVERIFY(make_file(path("run.other")));
     QCOMPARE(done(OpenDataFile, "run.other"), opened);
-    QCOMPARE(shell_->scripted_dialog.shown.last(), "Open File|*.qlx|*.qlx");
+    QCOMPARE(world_->main.files.shown.last(), "Open File|*.qlx|*.qlx");
     QVERIFY(User::recording.Title == "New" && User::recording.SampleValues(0, 0) == 5.5F);
     QVERIFY(User::recording.ViewCount == 1 && !file_handle_1().is_open());
-    QCOMPARE(done(CloseDataFile, {}), "unload display;data commands off;panel 1: ");
+    QCOMPARE(done(CloseDataFile, {}), "");
     QVERIFY(User::recording.SampleCount == 0 && User::recording.Title == "New");
   }
 
@@ -76,6 +76,9 @@ class TestDataCommands : public QObject {
     QVERIFY(make_file(path("five.qlx"), "\"New\"\r\n\"R\"\r\n5\r\n"));
     QCOMPARE(done(OpenDataFile, "pipe.txt"), read_error);
     QCOMPARE(done(OpenDataFile, "run.qlx"), opened);
+    frmmdi& window = *world_->main.window;
+    const auto unloading = [&] { QCOMPARE(window.Sts1[0]->text(), "Open File"); };
+    connect(window.loaded_display(), &frmdisplay::unloading, &window, unloading);
     QCOMPARE(done(OpenDataFile, "five.qlx"), read_error);
     QVERIFY(User::recording.ChannelCount == 5 && User::recording.SampleCount == 1);
     QCOMPARE(done(OpenDataFile, "run.qlx"), read_error);
@@ -84,18 +87,18 @@ class TestDataCommands : public QObject {
   }
 
   void save() {
-    const QString question = "box Corvane: File Exists ，Overwrite?";
-    QCOMPARE(done(SaveDataFile, {}), "");
+    const QString question = "Corvane: File Exists ，Overwrite?|";
+    QCOMPARE(done(SaveDataFile, {}), "before");
     // No shows the dialog again, which is then cancelled.
-    QCOMPARE(done(SaveDataFile, "run.qlx"), question);
-    QVERIFY(shell_->scripted_dialog.shown == QStringList(3, "Save File|*.qlx|*.qlx"));
+    QCOMPARE(done(SaveDataFile, "run.qlx"), question + "before");
+    QVERIFY(world_->main.files.shown == QStringList(3, "Save File|*.qlx|*.qlx"));
     QCOMPARE(contents(path("run.qlx")), one_sample);
-    shell_->scripted_messages.answers = {true};
-    QCOMPARE(done(SaveDataFile, "run.qlx"), question + u';' + saved);
+    world_->main.messages.answers = {true};
+    QCOMPARE(done(SaveDataFile, "run.qlx"), question);
     QCOMPARE(contents(path("run.qlx")), old_saved);
     // By another name that is cut to this one it is overwritten unasked.
     QVERIFY(make_file(path("run.qlx"), "precious"));
-    QCOMPARE(done(SaveDataFile, "run.1.qlx"), saved);
+    QCOMPARE(done(SaveDataFile, "run.1.qlx"), "");
     QCOMPARE(contents(path("run.qlx")), old_saved);
     for (const char* name : {"none/run", "folder", "pipe"}) {
       QCOMPARE(done(SaveDataFile, name), save_error);

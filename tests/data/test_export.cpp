@@ -1,14 +1,11 @@
 #include <QSemaphore>
-#include <QTemporaryDir>
 #include <QThread>
 
 #include "app/user.h"
-#include "data/automation_plugin.h"
 #include "data/export_command.h"
 #include "support/export_recording.h"
-#include "support/fake_shell.h"
-#include "support/files.h"
 #include "support/runner.h"
+#include "support/simulated_window.h"
 
 namespace {
 
@@ -97,17 +94,15 @@ class TestExport : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    shell_ = std::make_unique<FakeShell>();
+    world_ = std::make_unique<SimulatedWindow>();
     office_ = std::make_unique<RecordingAutomation>();
     User::recording = ::many_samples(3);
   }
 
   // Texts are written as they stand, quotes doubled as in the data file; no count is trusted.
   void text_byte_for_byte() {
-    QCOMPARE(export_as(text, "run.of.may"), QStringList({"panel 1: Save As .TXT", "panel 1: "}));
-    QCOMPARE(shell_->scripted_dialog.shown,
-             QStringList{"Save As...|*.txt|*.txt|*.doc|*.doc|*.xls|*.xls"});
+    QCOMPARE(export_as(text, "run.of.may"), QStringList(""));
+    QCOMPARE(main().files.shown, QStringList{"Save As...|*.txt|*.txt|*.doc|*.doc|*.xls|*.xls"});
     QCOMPARE(contents(path("run.txt")),
              contents(CORVANE_EXPECTED "/export.txt").replace('\n', "\r\n"));
     User::recording.Title = "a \"b\", 湿度";
@@ -132,17 +127,17 @@ class TestExport : public QObject {
     QVERIFY(QFile::link("/dev/full", path("full.txt")));
     for (const char* name : {"full", "missing/run", "run"}) {
       if (name == QString("run")) User::recording.SampleCount = Recording::max_samples + 1;
-      QCOMPARE(export_as(text, name), QStringList{"panel 1: Save As .TXT"});
+      QCOMPARE(export_as(text, name), QStringList("Save As .TXT"));
     }
     User::recording.SampleCount = 1;
-    QCOMPARE(export_as(text).last(), "panel 1: ");
+    QCOMPARE(export_as(text), QStringList(""));
   }
 
   void call_by_call() {
     export_as(workbook);
     export_as(document);
     const QString lines = office_->lines.join(u'\n').replace(u'\r', "<CR>") + u'\n';
-    QCOMPARE(QString(lines).remove(folder_->path() + u'/').toUtf8(),
+    QCOMPARE(QString(lines).remove(main().folder.path() + u'/').toUtf8(),
              contents(CORVANE_EXPECTED "/workbook-calls.txt") +
                  contents(CORVANE_EXPECTED "/document-calls.txt"));
   }
@@ -152,11 +147,11 @@ class TestExport : public QObject {
     User::recording = ::many_samples(1200);
     for (const Form form : {document, workbook}) {
       const QStringList log = export_as(form);
-      for (int i = 1, last = 0; i < log.size() - 2; ++i) {
-        const int percent = log[i].section(u' ', 2).chopped(1).toInt();
+      for (int i = 0, last = 0; i < log.size() - 2; ++i) {
+        const int percent = log[i].section(u' ', 1).chopped(1).toInt();
         QVERIFY2(percent > std::exchange(last, percent) && percent < 100, qPrintable(log[i]));
       }
-      QCOMPARE(log.last(3), QStringList({"progress 99: 99%", "progress 0: ", "panel 1: "}));
+      QCOMPARE(log.last(3), QStringList({"99 99%", "0 ", ""}));
     }
     const QStringList blocks = office_->lines.filter("Value");
     QCOMPARE(blocks.size(), 6);
@@ -182,16 +177,16 @@ class TestExport : public QObject {
       office_ = std::make_unique<RecordingAutomation>();
       office_->fails = {at, runs ? at : "running"};
       const QStringList log = export_as(form);
-      QCOMPARE(log[0], form == document ? "panel 1: Save As .Word" : "panel 1: Save As .EXCEL");
-      QVERIFY(log.last().startsWith("progress ") && log.last().endsWith(u'%'));
+      QCOMPARE(log.last(), form == document ? "Save As .Word" : "Save As .EXCEL");
+      QVERIFY(main().window->Text1->text().endsWith(u'%'));
       QCOMPARE(office_->lines[1].startsWith("create"), !runs);
       QCOMPARE(office_->lines.join(u'\n').section(at, 1).section(u'\n', 1), ends);
     }
-    AutomationPlugin missing(folder_->path());
-    ExportRecording(*shell_, missing);
-    shell_->scripted_dialog.choices = {path("run")};
-    ExportRecording(*shell_, missing);
-    QCOMPARE(shell_->log.last(), "progress 1: 1%");
+    AutomationPlugin missing(main().folder.path());
+    ExportRecording(*main().window, missing);
+    main().files.choices = {path("run")};
+    ExportRecording(*main().window, missing);
+    QCOMPARE(main().window->Text1->text(), "1%");
   }
 
   // Other commands change the Recording, which is exported as it was; a second Save As meanwhile
@@ -205,33 +200,40 @@ class TestExport : public QObject {
       if (office_->lines.size() == 40) amid_samples.release();
       if (office_->lines.size() >= 40) QThread::msleep(1);
     };
-    shell_->scripted_clock.after(10, [&] {
+    world_->clock.after(10, [&] {
       User::recording.SampleCount = 0;
-      ExportRecording(*shell_, *office_);
+      ExportRecording(*main().window, *office_);
       go_on.release();
       amid_samples.tryAcquire(1, 10'000);
-      shell_->scripted_clock.stop();
+      main().window->close();
     });
-    QVERIFY(!export_as(workbook).contains("progress 0: "));
-    QCOMPARE(shell_->scripted_dialog.shown.size(), 1);
+    QVERIFY(!export_as(workbook).contains("0 "));
+    QCOMPARE(main().files.shown.size(), 1);
     QVERIFY(office_->lines.filter("Value").size() > 2);
     QCOMPARE(office_->lines.last(), "Workbook.close(SaveChanges:=0)");
     QVERIFY(office_->lines.size() < 150);
   }
 
  private:
-  QString path(const char* name) const { return folder_->filePath(name); }
-  // Runs the export and gives what the main window was told.
+  MainWindow& main() { return world_->main; }
+  QString path(const char* name) { return main().folder.filePath(name); }
+  // Runs the export and gives what the progress bar showed, and the first panel in the end.
   QStringList export_as(Form form, const char* name = "run") {
-    shell_->scripted_dialog.choices = {path(name)};
-    shell_->scripted_dialog.choose_filter = form;
-    shell_->log.clear();
-    ExportRecording(*shell_, *office_);
-    return shell_->log;
+    main().files.choices = {path(name)};
+    main().files.choose_filter = form;
+    frmmdi& window = *main().window;
+    window.set_progress(0, {});
+    QStringList log;
+    const auto progress = [&](const QString& percent) {
+      log << QString::number(window.PrgB1->value()) + u' ' + percent;
+    };
+    const auto shown = connect(window.Text1, &QLineEdit::textChanged, this, progress);
+    ExportRecording(window, *office_);
+    disconnect(shown);
+    return log << window.Sts1[0]->text();
   }
 
-  std::unique_ptr<QTemporaryDir> folder_;
-  std::unique_ptr<FakeShell> shell_;
+  std::unique_ptr<SimulatedWindow> world_;
   std::unique_ptr<RecordingAutomation> office_;
 };
 

@@ -40,6 +40,7 @@ class Monkey : public QObject {
   explicit Monkey(unsigned seed) : random_(seed) {
     make_file(folder_.filePath(QStringLiteral("device.txt")), MainWindow::device_file);
     set_program_folder(folder_.path());
+    printer_.print_to_file(QStringLiteral("/dev/null"));
     window_ =
         std::make_unique<frmmdi>(OutsideWorld{clock_, port_, messages_, files_, printer_, office_});
     window_->show();

@@ -7,11 +7,11 @@
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"
 #include "support/dialogs.h"
-#include "support/fake_shell.h"
 #include "support/filled_recording.h"
 #include "support/runner.h"
+#include "support/simulated_window.h"
 
-struct PrintWorld {
+struct PrintWorld : SimulatedWindow {
   explicit PrintWorld(int samples = 100, int channels = 4) {
     Recording& recording = User::recording;
     fill(recording, samples, channels);
@@ -27,9 +27,9 @@ struct PrintWorld {
     User::AxisLow = {10, 20, 30, 40, 0};
     User::PrintChannels = {1, 1, 1, 1, 1};
   }
-  FakeShell shell;
-  ScriptedPrinter& printer = shell.scripted_printer;
-  QStringList& messages = shell.scripted_messages.shown;
+  Shell& shell = *main.window;
+  ScriptedPrinter& printer = main.printer;
+  QStringList& messages = main.messages.shown;
 };
 
 inline const QStringList printer_error = {"Corvane: Default Printer Error"};

@@ -15,7 +15,6 @@
 #include "print/paper_curve.h"
 #include "print/print_commands.h"
 #include "print/print_world.h"
-#include "print/qt_printer.h"
 
 namespace {
 
@@ -95,9 +94,7 @@ class TestPaper : public QObject {
     if (queue && !there) QSKIP(qPrintable("no print queue: " + why));
     world_ = std::make_unique<PrintWorld>(120);
     User::recording.ViewCount = 100;
-    printer_ = std::make_unique<QtPrinter>();
-    world_->shell.real_printer = printer_.get();
-    if (!queue) printer_->print_to_file(file_);
+    if (!queue) world_->printer.print_to_file(file_);
   }
 
   void curve_ink() {
@@ -129,7 +126,7 @@ class TestPaper : public QObject {
           {{0, 1, 1, 0, 1}, Orientation::portrait, 55.083, 32},
           {{0, 1, 1, 1, 1}, Orientation::portrait, 34.75, 32}}) {
       User::PrintChannels = channels;
-      printer_->set_orientation(orientation);
+      world_->printer.set_orientation(orientation);
       const QImage page = graph_page();
       const std::vector<int> chosen = printed_slots(printed_view(world_->shell));
       const int lines = 5 + int(chosen.size());
@@ -197,7 +194,7 @@ class TestPaper : public QObject {
     const bool is_graph = name.contains("graph");
     User::recording.Title = name;
     User::PrintChannels = {!name.contains("separate"), 1, 0, 1, 0};
-    printer_->set_orientation(landscape ? Orientation::landscape : Orientation::portrait);
+    world_->printer.set_orientation(landscape ? Orientation::landscape : Orientation::portrait);
     frmGraphView graph(world_->shell);
     frmDataView sheet(world_->shell);
     Preview& preview = is_graph ? static_cast<Preview&>(graph) : sheet;
@@ -252,12 +249,11 @@ class TestPaper : public QObject {
 
   // A file that cannot be written, and no printer at all.
   void no_printer() {
-    QtPrinter absent;
-    frmGraphView preview(world_->shell);
-    printer_->print_to_file(folder_.filePath("none/graph.pdf"));
-    QVERIFY(!preview.print() && world_->messages == printer_error);
+    world_->printer.print_to_file(folder_.filePath("none/graph.pdf"));
+    QVERIFY(!frmGraphView(world_->shell).print() && world_->messages == printer_error);
     if (!QPrinterInfo::defaultPrinter().isNull()) QSKIP("this computer has a default printer");
-    world_->shell.real_printer = &absent;
+    const PrintWorld without;
+    frmGraphView preview(without.shell);
     preview.show();
     QVERIFY(!preview.print() && preview.area->Pic->size() == QSize(794, 1123));
   }
@@ -281,7 +277,6 @@ class TestPaper : public QObject {
   }
 
   std::unique_ptr<PrintWorld> world_;
-  std::unique_ptr<QtPrinter> printer_;
   QTemporaryDir folder_;
   QString file_ = folder_.filePath("printed.pdf");
 };

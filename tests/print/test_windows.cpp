@@ -2,13 +2,15 @@
 #include "print/Frmprint.h"
 #include "print/print_commands.h"
 #include "print/print_world.h"
-#include "support/simulated_window.h"
 #include "views/frmdisplay.h"
 
 class TestWindows : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  void init() { world_ = std::make_unique<PrintWorld>(); }
+  void init() {
+    world_ = std::make_unique<PrintWorld>();
+    world_->printer.print_to_file("/dev/null");
+  }
   void cleanup() { QVERIFY(!QGuiApplication::overrideCursor()); }
 
   void print_set() {
@@ -99,19 +101,18 @@ class TestWindows : public QObject {
       log.removeAll("a4");
       return log.join(u',').remove(" Cold store");
     };
-    world_->shell.scripted_messages.meanwhile = [&] {
+    world_->main.messages.meanwhile = [&] {
       log << (QGuiApplication::overrideCursor() ? "hourglass" : world_->messages.takeLast());
     };
     const QString told = ",abort," + printer_error[0];
     world_->printer.fault = "end";
     QCOMPARE(done(printdata_Click, "100", true), "start" + told);
-    QCOMPARE(world_->printer.pointer, std::optional(Qt::WaitCursor));
     world_->printer.fault = "page";
     QCOMPARE(done(printdata_Click, "100", false), "start" + told);
     world_->printer.fault = "none";
     QCOMPARE(done(printdata_Click, "100", true), told.mid(1));
     world_->printer.fault.clear();
-    QVERIFY(!log.contains("end") && world_->shell.log.contains("show display"));
+    QVERIFY(!log.contains("end") && world_->shell.loaded_display());
     QCOMPARE(done(printview_Click, "1", true), "frmGraphView");
     QCOMPARE(done(printview_Click, "1", false), "frmDataView");
     QCOMPARE(done(printdata_Click, "3", true), "start,end,start,end,start,end");
@@ -124,8 +125,8 @@ class TestWindows : public QObject {
   }
 
   void the_view_of_the_historical_graph_is_printed() {
-    frmdisplay display(world_->shell);
-    world_->shell.display_window = &display;
+    world_->shell.show_display();
+    frmdisplay& display = *world_->shell.loaded_display();
     display.cmd_Click(1);
     display.Slider1->setValue(99);
     const PrintedView view = printed_view(world_->shell);
@@ -134,13 +135,12 @@ class TestWindows : public QObject {
   }
 
   void the_program_ends_under_a_preview() {
-    SimulatedWindow world;
-    MainWindow& main = world.main;
-    main.window->enable_data_commands(true);
+    frmmdi& window = *world_->main.window;
+    window.enable_data_commands(true);
     const auto set = answer("1", true);
-    const auto end = when_shown<Preview>([&](Preview&) { main.window->close(); });
-    main.window->toolbar_button(4)->trigger();
-    QVERIFY(!end->isActive() && !QApplication::activeModalWidget() && !main.window->isVisible());
+    const auto end = when_shown<Preview>([&](Preview&) { window.close(); });
+    window.toolbar_button(4)->trigger();
+    QVERIFY(!end->isActive() && !QApplication::activeModalWidget() && !window.isVisible());
   }
 
  private:

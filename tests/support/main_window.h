@@ -10,7 +10,6 @@
 #include "data/automation_plugin.h"
 #include "support/files.h"
 #include "support/scripted.h"
-#include "support/scripted_printer.h"
 
 struct MainWindow {
   // Port, clock and the like of a test; the window is shown offscreen.

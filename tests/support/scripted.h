@@ -3,16 +3,19 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QStringList>
 
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "app/clock.h"
 #include "app/file_dialog.h"
 #include "app/message_box.h"
+#include "print/qt_printer.h"
 
 // Time that passes only in pauses and, millisecond by millisecond, in waits.
 class ScriptedClock final : public Clock {
@@ -100,5 +103,54 @@ class ScriptedFileDialog final : public FileDialog {
     if (choices.isEmpty()) return;
     file_name = choices.takeFirst();
     filter_index = choose_filter;
+  }
+};
+
+// Prints as the real one does (print_to_file() comes first where there is none), tells what it was
+// asked for, and fails where a test wants it to.
+class ScriptedPrinter final : public QtPrinter {
+ public:
+  // "none" for no printer at all, or the call that fails: "start", "page", "end".
+  QString fault;
+  // What the set-up dialog gives; cancelled when empty.
+  std::optional<Orientation> chosen;
+  // What was done: "a4", "setup 1", "start TITLE", "page", "end", "abort", "orientation 2".
+  QStringList log;
+
+  void set_orientation(Orientation orientation) override {
+    carry_out(QStringLiteral("orientation %1").arg(static_cast<int>(orientation)));
+    QtPrinter::set_orientation(orientation);
+  }
+  void set_paper_a4() override {
+    carry_out(QStringLiteral("a4"));
+    QtPrinter::set_paper_a4();
+  }
+  Orientation show_setup(Orientation orientation, QWidget*) override {
+    carry_out(QStringLiteral("setup %1").arg(static_cast<int>(orientation)));
+    return chosen ? *chosen : throw PrinterError("cancelled");
+  }
+  QPainter& start_document(const QString& title) override {
+    const bool hourglass = QGuiApplication::overrideCursor();
+    carry_out((hourglass ? "start " : "start without hourglass ") + title);
+    return QtPrinter::start_document(title);
+  }
+  void new_page() override {
+    carry_out(QStringLiteral("page"));
+    QtPrinter::new_page();
+  }
+  void end_document() override {
+    carry_out(QStringLiteral("end"));
+    QtPrinter::end_document();
+  }
+  void abort_document() override {
+    log << QStringLiteral("abort");
+    QtPrinter::abort_document();
+  }
+
+ private:
+  void carry_out(const QString& call) {
+    const bool fails = fault == u"none" || (!fault.isEmpty() && call.startsWith(fault));
+    if (fails) throw PrinterError("scripted fault");
+    log << call;
   }
 };

@@ -4,9 +4,9 @@
 #include "app/user.h"
 #include "monitor/Frmwarn.h"
 #include "support/dialogs.h"
-#include "support/fake_shell.h"
 #include "support/filled_recording.h"
 #include "support/runner.h"
+#include "support/simulated_window.h"
 #include "views/frmdate.h"
 #include "views/frmdisplay.h"
 
@@ -28,19 +28,21 @@ QString copied(QAbstractItemView* view) {
 class TestDisplay : public QObject {
   Q_OBJECT
 
-  FakeShell shell_;
-  std::unique_ptr<frmdisplay> window_;
+  SimulatedWindow world_;
+  frmmdi& shell_ = *world_.main.window;
+  QStringList& messages_ = world_.main.messages.shown;
+  frmdisplay* window_ = nullptr;
 
   void open(int samples, int channels) {
     User::reset_display_limits();
     fill(User::recording, samples, channels);
-    window_ = std::make_unique<frmdisplay>(shell_);
-    shell_.display_window = window_.get();
-    window_->show();
-    resize(1000, 640);
+    shell_.unload_display();
+    shell_.show_display();
+    window_ = shell_.loaded_display();
+    resize(1001, 760);
   }
   void resize(int width, int height) {
-    window_->resize(width, height);
+    shell_.resize(width, height);
     QCoreApplication::processEvents();
   }
   void click_graph(int x) { QTest::mouseClick(window_->Pic1, Qt::RightButton, {}, {x, 9}); }
@@ -54,7 +56,7 @@ class TestDisplay : public QObject {
         QCOMPARE(label->isVisible(), channels == 4);
       }
       for (const int width : {980, 1880, 3800}) {
-        resize(width, width * 10 / 19);
+        resize(width, width * 10 / 19 + 120);
         const QWidget* page = window_->Pic1->parentWidget();
         QRegion taken;
         for (const QWidget* part : page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
@@ -140,15 +142,15 @@ class TestDisplay : public QObject {
     window_->setFocus();
     const QImage before = window_->Pic1->grab().toImage();
     fill(User::recording, 7, 1);
-    window_->hide();
-    resize(700, 500);
-    window_->show();
+    shell_.hide();
+    resize(700, 620);
+    shell_.show();
     QVERIFY(window_->Line2->x() < 200 && window_->Pic1->grab().toImage() != before);
     window_->setPalette(Qt::black);
     const QImage dark = window_->Pic1->grab().toImage();
     QCOMPARE(dark.pixel(dark.width() / 2 + 3, 3), qRgb(0, 0, 0));
     window_->setPalette({});
-    resize(1000, 640);
+    resize(1001, 760);
     QCOMPARE(window_->Pic1->grab().toImage(), before);
   }
 
@@ -170,7 +172,7 @@ class TestDisplay : public QObject {
       dialog.reject();
     });
     QTest::mouseClick(window_->cmd2, Qt::LeftButton);
-    QCOMPARE(shell_.log, QStringList(3, "box Corvane: Input Error,Please Retry"));
+    QCOMPARE(messages_, QStringList(3, "Corvane: Input Error,Please Retry"));
     QCOMPARE(window_->Label4[0]->text() + window_->Label4[9]->text(), "104.00150.00");
     QCOMPARE(window_->Label4[17]->text(), "-2.00");
     QCOMPARE(User::DisplayLimit[0] + User::DisplayLimit[7], 119.13F);
@@ -193,7 +195,7 @@ class TestDisplay : public QObject {
         dialog.reject();
       });
       QTest::mouseClick(window_->Cmd6, Qt::LeftButton);
-      QCOMPARE(shell_.log.takeLast(), "box Corvane: Start Time>End Time");
+      QCOMPARE(messages_.takeLast(), "Corvane: Start Time>End Time");
       QCOMPARE(window_->ViewStart, first);
       QCOMPARE(window_->ViewEnd, last);
     }
@@ -204,7 +206,7 @@ class TestDisplay : public QObject {
     fill(User::recording, 3000, 1);
     for (const auto last : {"2026-03-03 09:59:00", "3/3/26 9:59:00 AM", "2025-12-31 23:59:59"}) {
       User::recording.SampleTimes(2999) = last;
-      const frmdate dialog(shell_.scripted_messages, 0, {}, nullptr);
+      const frmdate dialog(world_.main.messages, 0, {}, nullptr);
       QCOMPARE(dialog.DTP2[0]->minimumDate(), QDate(2026, 3, 1));
       QCOMPARE(dialog.DTP2[2]->maximumDate() == QDate(2026, 3, 3), last[3] == '6');
     }
@@ -214,11 +216,10 @@ class TestDisplay : public QObject {
   void window_goes_under_an_open_dialog() {
     for (const auto command : {&frmdisplay::cmd2_Click, &frmdisplay::Cmd6_Click}) {
       open(300, 1);
-      const QPointer<frmdisplay> old = window_.release();
+      const QPointer<frmdisplay> old = window_;
       const auto act = when_shown<QDialog>([&](QDialog& dialog) {
-        old->unload();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         open(200, 1);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         if (auto* end = dialog.findChild<QDateTimeEdit*>("DTP2(3)")) end->setTime(QTime(9, 0));
         press(dialog.findChild<QPushButton*>("Command1"));
       });
