@@ -22,7 +22,6 @@
 #include "largest_recording.h"
 #include "pandas.h"
 #include "suite.h"
-#include "support/files.h"
 #include "support/office_suite.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include "app/user.h"
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
-#include "support/measured.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 

@@ -9,7 +9,6 @@
 #include "app/user.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
-#include "support/files.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 

@@ -6,7 +6,6 @@
 #include "app/recording.h"
 #include "data/data_file.h"
 #include "data/file_handle.h"
-#include "support/files.h"
 #include "support/runner.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include "app/user.h"
 #include "data/export_command.h"
-#include "support/export_recording.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 

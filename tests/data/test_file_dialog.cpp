@@ -7,7 +7,6 @@
 
 #include "app/dialogs.h"
 #include "support/dialogs.h"
-#include "support/files.h"
 #include "support/runner.h"
 
 // The real file dialog, worked with the keyboard.

@@ -20,7 +20,7 @@ class TestPacket : public QObject {
 
   // A fresh clock and an open port that gives this answer; the request for limits is built.
   void start(const QByteArray& answer = {}, const QTime& time = QTime(10, 0)) {
-    clock_ = std::make_unique<ScriptedClock>(QDateTime(QDate(2026, 3, 1), time, Qt::UTC));
+    clock_ = std::make_unique<ScriptedClock>(time);
     port_ = std::make_unique<SimulatedPort>(*clock_);
     port_->answer = answer;
     Packet::attach(*port_, *clock_);

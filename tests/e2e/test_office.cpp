@@ -1,9 +1,9 @@
 #include "app/clock.h"
 #include "app/user.h"
 #include "device/qt_serial_port.h"
-#include "support/export_recording.h"
 #include "support/main_window.h"
 #include "support/office_suite.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 
 // The exports through the real office suite; what they write is opened again by it and compared

@@ -8,7 +8,7 @@
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
 #include "support/main_window.h"
-#include "support/measured.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 #include "support/simulator_process.h"
 

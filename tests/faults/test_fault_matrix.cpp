@@ -6,7 +6,7 @@
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
-#include "support/measured.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 
@@ -34,11 +34,6 @@ constexpr int polls = 5;
 
 simulator::Settings healthy() {
   return {.readings = 4 * samples, .interval_s = 30, .start = start, .title = "Cold"};
-}
-
-double measured(std::uint16_t raw) {
-  return fixed_point_value(static_cast<std::uint8_t>(raw % 256),
-                           static_cast<std::uint8_t>(raw / 256));
 }
 
 // Where the Recording differs from what the recorder measured.
@@ -128,7 +123,7 @@ class TestFaultMatrix : public QObject {
       const auto is_live_at = [&](int seconds_ago) {
         const QDateTime time = w_->clock.now().addSecs(-seconds_ago);
         return buffer.LiveValues(before, 3) ==
-               static_cast<float>(measured(w_->recorder->live(3, time)));
+               static_cast<float>(Measured::value(w_->recorder->live(3, time)));
       };
       if (buffer.LiveCount() > before) {
         QVERIFY(is_live_at(0) || is_live_at(1) || is_live_at(2) || is_live_at(3));

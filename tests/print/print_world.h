@@ -7,7 +7,7 @@
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"
 #include "support/dialogs.h"
-#include "support/filled_recording.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
 

@@ -2,7 +2,6 @@
 #include <QSerialPort>
 #include <QTemporaryDir>
 
-#include "support/files.h"
 #include "support/runner.h"
 #include "support/simulator_process.h"
 

@@ -8,7 +8,7 @@
 #include "app/frmmdi.h"
 #include "app/program_folder.h"
 #include "data/automation_plugin.h"
-#include "support/files.h"
+#include "support/runner.h"
 #include "support/scripted.h"
 
 struct MainWindow {

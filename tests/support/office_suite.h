@@ -10,7 +10,7 @@
 
 #include <signal.h>
 
-#include "support/files.h"
+#include "support/runner.h"
 
 #ifndef CORVANE_OFFICE_PROGRAM
 #define CORVANE_OFFICE_PROGRAM ""

@@ -1,8 +1,8 @@
 // What every test file needs: collects the test classes of one folder and runs them one after the
-// other; data rows in a line each.
+// other; data rows in a line each; files and bytes.
 #pragma once
 
-#include <QObject>
+#include <QFile>
 #include <QTest>
 
 #include <initializer_list>
@@ -29,4 +29,14 @@ void add_rows(std::initializer_list<Row> rows) {
 // "00 1f" as bytes.
 inline QByteArray hex(const QByteArray& digits) {
   return QByteArray::fromHex(digits);
+}
+
+inline QByteArray contents(const QString& name) {
+  QFile file(name);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
+
+inline bool make_file(const QString& name, const QByteArray& bytes = {}) {
+  QFile file(name);
+  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }

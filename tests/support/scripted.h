@@ -20,9 +20,7 @@
 // Time that passes only in pauses and, millisecond by millisecond, in waits.
 class ScriptedClock final : public Clock {
  public:
-  explicit ScriptedClock(const QDateTime& start = QDateTime(QDate(2026, 3, 1), QTime(10, 0),
-                                                            Qt::UTC))
-      : now_(start) {}
+  explicit ScriptedClock(QTime start = {10, 0}) : now_({2026, 3, 1}, start, Qt::UTC) {}
 
   float seconds_since_midnight() const override {
     return static_cast<float>(now_.time().msecsSinceStartOfDay()) / 1000.0F;

@@ -4,8 +4,8 @@
 #include <random>
 
 #include "app/errors.h"
-#include "support/filled_recording.h"
 #include "support/plain_graph.h"
+#include "support/recordings.h"
 #include "support/runner.h"
 #include "views/graph_view.h"
 #include "views/statistics.h"
