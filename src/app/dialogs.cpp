@@ -5,6 +5,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QTreeView>
 
@@ -53,6 +55,16 @@ void lay_out(QFileDialog& dialog) {
   list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
+// What is typed counts. Folders on the way of a typed path get marked in the list, and one that
+// stays marked would be taken in its place. Done after the dialog's own work on the text.
+void let_typed_name_count(QFileDialog& dialog) {
+  auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+  if (!name || !list) return;
+  QObject::connect(name, &QLineEdit::textEdited, list, &QListView::clearSelection,
+                   Qt::QueuedConnection);
+}
+
 }  // namespace
 
 void WindowFileDialog::show(Purpose purpose) {
@@ -70,6 +82,7 @@ void WindowFileDialog::show(Purpose purpose) {
   dialog.selectNameFilter(filters.value(filter_index - 1));
   if (!file_name.isEmpty()) dialog.selectFile(file_name);
   lay_out(dialog);
+  let_typed_name_count(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
   // Without "." and ".." on the way, whose dots would count when the name is cut at its first one.
   file_name = QDir::cleanPath(dialog.selectedFiles().constFirst());

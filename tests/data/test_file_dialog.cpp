@@ -28,6 +28,7 @@ class TestFileDialog : public QObject {
       QTRY_VERIFY(field->hasFocus());
       field->selectAll();
       QTest::keyClicks(field, name.isEmpty() ? QStringLiteral("\b") : name);
+      QCoreApplication::processEvents();
       QTest::keyClick(field, Qt::Key_Return);
       if (dialog.isVisible()) QTest::keyClick(&dialog, Qt::Key_Escape);
     });
@@ -43,7 +44,9 @@ class TestFileDialog : public QObject {
   void initTestCase() {
     // The dialog keeps its last folder and column widths in the user's settings.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.filePath("settings"));
-    QVERIFY(QDir(folder_.path()).mkpath("inner") && make_file(folder_.filePath("there.qlx")));
+    const QDir folder(folder_.path());
+    QVERIFY(folder.mkpath("inner") && folder.mkpath("a/b/c"));
+    QVERIFY(make_file(folder.filePath("there.qlx")));
   }
 
   // The name comes through as it was typed, for opening as for saving, and nothing is asked. A
@@ -62,6 +65,9 @@ class TestFileDialog : public QObject {
       QCOMPARE(chosen(save, name, look), folder_.filePath(name));
     }
     QCOMPARE(chosen(save, "inner/../inner/./x", look), folder_.filePath("inner/x"));
+    // Nor a folder that is passed when its whole path is typed.
+    const QString deep = folder_.filePath("a/b/c/");
+    for (const char* name : {"x", "y"}) QCOMPARE(chosen(save, deep + name), deep + name);
     for (const char* name : {"inner", "..", ""}) {
       QCOMPARE(chosen(open, name, look), "");
       QCOMPARE(folder, QDir::cleanPath(folder_.filePath(name)));
