@@ -2,7 +2,6 @@
 // everything that the program does with a recorder: once, which a retry mends, or three times.
 #include "acquire/frmhistorytime.h"
 #include "app/user.h"
-#include "device/fixed_point.h"
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
 #include "support/dialogs.h"
@@ -12,29 +11,9 @@
 
 namespace {
 
-enum class Operation { Link, Refresh, PropertiesSet, Polling, Download };
-
-struct Row {
-  Operation operation;
-  simulator::FaultKind kind;
-  int request;  // the first one struck, counted from the operation's start
-  int strikes;
-
-  bool unplugs() const { return kind == simulator::FaultKind::Unplug; }
-  // An extra byte is tolerated; an answer that is 1.5 s late comes in time for the second try.
-  bool fails() const {
-    using enum simulator::FaultKind;
-    return unplugs() || (strikes == 3 && kind != Extra && kind != Late);
-  }
-};
-
 const QDateTime start(QDate(2026, 2, 1), QTime(8, 0), Qt::UTC);
 constexpr int samples = 250;  // eight blocks
 constexpr int polls = 5;
-
-simulator::Settings healthy() {
-  return {.readings = 4 * samples, .interval_s = 30, .start = start, .title = "Cold"};
-}
 
 // Where the Recording differs from what the recorder measured.
 QString difference() {
@@ -46,6 +25,20 @@ QString difference() {
 class TestFaultMatrix : public QObject {
   Q_OBJECT
 
+  struct Row {
+    void (TestFaultMatrix::*check)(const Row&);
+    simulator::FaultKind kind;
+    int request;  // the first one struck, counted from the operation's start
+    int strikes;
+
+    bool unplugs() const { return kind == simulator::FaultKind::Unplug; }
+    // An extra byte is tolerated; an answer that is 1.5 s late comes in time for the second try.
+    bool fails() const {
+      using enum simulator::FaultKind;
+      return unplugs() || (strikes == 3 && kind != Extra && kind != Late);
+    }
+  };
+
   SimulatedWindow* w_ = nullptr;
 
   frmrealtime& window() { return *w_->realtime(); }
@@ -53,7 +46,8 @@ class TestFaultMatrix : public QObject {
   bool enabled(const QString& command) { return w_->main.window->menu_entry(command)->isEnabled(); }
 
   void plug_in(const Row* row = nullptr) {
-    simulator::Settings settings = healthy();
+    simulator::Settings settings = {
+        .readings = 4 * samples, .interval_s = 30, .start = start, .title = "Cold"};
     for (int i = 0; row && i < row->strikes; ++i) {
       settings.faults.push_back({.kind = row->kind, .request = row->request + i});
     }
@@ -120,14 +114,13 @@ class TestFaultMatrix : public QObject {
       const LiveBuffer& buffer = window().live().buffer;
       if (buffer.LiveCount() == before) ++missed;
       // Each reading is one of the last seconds'.
-      const auto is_live_at = [&](int seconds_ago) {
+      bool live = buffer.LiveCount() == before;
+      for (int seconds_ago = 0; !live && seconds_ago < 4; ++seconds_ago) {
         const QDateTime time = w_->clock.now().addSecs(-seconds_ago);
-        return buffer.LiveValues(before, 3) ==
+        live = buffer.LiveValues(before, 3) ==
                static_cast<float>(Measured::value(w_->recorder->live(3, time)));
-      };
-      if (buffer.LiveCount() > before) {
-        QVERIFY(is_live_at(0) || is_live_at(1) || is_live_at(2) || is_live_at(3));
       }
+      QVERIFY(live);
       w_->clock.sleep(5000);
     }
     QCOMPARE(messages(), QStringList());
@@ -149,24 +142,20 @@ class TestFaultMatrix : public QObject {
 
  private Q_SLOTS:
   void outcome_data() {
-    struct Plan {
-      const char* name;
-      Operation operation;
-      std::array<int, 3> requests;  // first, middle, last
-    };
-    const Plan plans[] = {{"link", Operation::Link, {1, 4, 8}},
-                          {"refresh", Operation::Refresh, {1, 4, 7}},
-                          {"Properties Set", Operation::PropertiesSet, {1, 3, 6}},
-                          {"polling", Operation::Polling, {1, 3, polls}},
-                          {"download", Operation::Download, {1, 5, 9}}};
     QTest::addColumn<Row>("row");
-    for (const Plan& plan : plans) {
+    // The first, a middle and the last request of each operation.
+    for (const auto& [name, check, requests] :
+         {std::tuple("link", &TestFaultMatrix::check_link, std::array{1, 4, 8}),
+          {"refresh", &TestFaultMatrix::check_refresh, {1, 4, 7}},
+          {"Properties Set", &TestFaultMatrix::check_properties_set, {1, 3, 6}},
+          {"polling", &TestFaultMatrix::check_polling, {1, 3, polls}},
+          {"download", &TestFaultMatrix::check_download, {1, 5, 9}}}) {
       for (const char* fault :
            {"silent", "check", "extra", "truncated", "late", "garbage", "unplug"}) {
-        for (const int request : plan.requests) {
+        for (const int request : requests) {
           for (const int strikes : {1, 3}) {
-            QTest::addRow("%s, %s at request %d, %dx", plan.name, fault, request, strikes)
-                << Row{plan.operation, simulator::fault_from_text(fault)->kind, request, strikes};
+            QTest::addRow("%s, %s at request %d, %dx", name, fault, request, strikes)
+                << Row{check, simulator::fault_from_text(fault)->kind, request, strikes};
           }
         }
       }
@@ -180,26 +169,10 @@ class TestFaultMatrix : public QObject {
     User::recording = Recording();
     plug_in();
     const bool opens_itself =
-        row.operation == Operation::Link || row.operation == Operation::Refresh;
+        row.check == &TestFaultMatrix::check_link || row.check == &TestFaultMatrix::check_refresh;
     if (!opens_itself) open_window();
     plug_in(&row);
-    switch (row.operation) {
-      case Operation::Link:
-        check_link(row);
-        break;
-      case Operation::Refresh:
-        check_refresh(row);
-        break;
-      case Operation::PropertiesSet:
-        check_properties_set(row);
-        break;
-      case Operation::Polling:
-        check_polling(row);
-        break;
-      case Operation::Download:
-        check_download(row);
-        break;
-    }
+    (this->*row.check)(row);
     if (QTest::currentTestFailed()) return;
 
     // The recorder is well and plugged in again: all its readings can be had.
