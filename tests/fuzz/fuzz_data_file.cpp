@@ -26,8 +26,7 @@ void show(Recording& recording) {
     curves.take(recording, 0, recording.held_samples());
     for (GraphCurves::Channel& channel : curves.channels) {
       const ChannelScale scale = channel_scale(channel.values, {});
-      channel.high = scale.high;
-      channel.low = scale.low;
+      channel = {channel.values, scale.high, scale.low};
     }
   });
   QImage image(size.pixels, QImage::Format_RGB32);
@@ -35,18 +34,15 @@ void show(Recording& recording) {
 }
 
 // A name of our own: several fuzzers may run at a time.
-const QString& scratch_file() {
-  static const QString name = QStringLiteral("/dev/shm/corvane-fuzz-%1").arg(getpid());
-  return name;
-}
+const QString scratch_file = QStringLiteral("/dev/shm/corvane-fuzz-%1").arg(getpid());
 
 void write_and_read_again(const Recording& recording) {
   FileHandle file;
-  file.open_for_writing(scratch_file());
+  file.open_for_writing(scratch_file);
   write_recording(recording, file);
   file.close();
   static Recording again;
-  file.open_for_reading(scratch_file());
+  file.open_for_reading(scratch_file);
   read_recording(file, again);
   file.close();
   require(again.SampleCount == recording.SampleCount && again.Title == recording.Title &&
