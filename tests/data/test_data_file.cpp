@@ -1,12 +1,17 @@
+// The data file, and the commands that open, save and close it.
+#include <QDir>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QRandomGenerator>
-#include <QTemporaryFile>
 
 #include "app/errors.h"
-#include "app/recording.h"
+#include "app/user.h"
+#include "data/data_commands.h"
 #include "data/data_file.h"
 #include "data/file_handle.h"
 #include "support/runner.h"
+#include "support/simulated_window.h"
+#include "views/frmdisplay.h"
 
 namespace {
 
@@ -16,6 +21,10 @@ const QByteArray cold_store =
     "\"2006-05-12 13:45:30\"\r\n4.5\r\n61.2\r\n"
     "\"2006-05-12 13:46:30\"\r\n4.6\r\n61\r\n"
     "\"2006-05-12 13:47:30\"\r\n4.4\r\n60.8\r\n";
+// Messages and the first panel's text, then what is to be had.
+const QString opened = "|display|commands";
+const QString read_error = "Corvane: File Read Error|";
+const QString save_error = "Corvane: Save File Error|Save File";
 
 QByteArray changed(const char* from, const char* to) {
   return QByteArray(cold_store).replace(from, to);
@@ -25,25 +34,53 @@ bool read(const QByteArray& bytes, Recording& recording) {
   return stop_at_first_failure([&] { read_recording(bytes.toStdString(), recording); });
 }
 
-QByteArray written(const Recording& recording) {
-  QTemporaryFile file;
-  FileHandle handle;
-  handle.open_for_writing(file.open() ? file.fileName() : QString());
-  skip_on_error([&] { write_recording(recording, handle); });
-  handle.close();
-  return file.readAll();
-}
-
-QByteArray written_again(const QByteArray& bytes) {
-  Recording recording;
-  return read(bytes, recording) ? written(recording) : QByteArray("(refused)");
-}
-
 }  // namespace
 
 class TestDataFile : public QObject {
   Q_OBJECT
+
+  QString path(const QString& name) const { return world_->main.folder.filePath(name); }
+  // With "!" behind what could be written where that is not all.
+  QByteArray written(const Recording& recording) const {
+    FileHandle handle;
+    handle.open_for_writing(path("written"));
+    const bool whole = stop_at_first_failure([&] { write_recording(recording, handle); });
+    handle.close();
+    return contents(path("written")) + (whole ? "" : "!");
+  }
+  QByteArray written_again(const QByteArray& bytes) const {
+    Recording recording;
+    return read(bytes, recording) ? written(recording) : QByteArray("(refused)");
+  }
+  // What the command leads to when this name is chosen in the file dialog.
+  QString done(void (*command)(Shell&), const QString& name) {
+    MainWindow& main = world_->main;
+    main.messages.shown.clear();
+    main.files.choices = {name.isEmpty() ? name : path(name)};
+    main.files.file_name = "left.qlx";  // by an earlier command
+    main.window->set_panel(1, "before");
+    command(*main.window);
+    return (main.messages.shown << main.window->Sts1[0]->text()).join(u'|') +
+           (main.window->loaded_display() ? "|display" : "") +
+           (main.window->menu_entry("save")->isEnabled() ? "|commands" : "");
+  }
+
+  std::unique_ptr<SimulatedWindow> world_;
+
  private Q_SLOTS:
+  void init() {
+    world_ = std::make_unique<SimulatedWindow>();
+    User::recording = Recording();
+    User::recording.Title = "old";
+    User::recording.SampleCount = 2;
+    QVERIFY(make_file(path("run.qlx"), cold_store) && make_file(path("pipe.txt")));
+    // Opening a pipe that nobody serves would wait for ever.
+    QVERIFY(QDir().mkdir(path("folder.qlx")) && !QProcess::execute("mkfifo", {path("pipe.qlx")}));
+  }
+  void cleanup() {
+    skip_on_error([] { file_handle_1().close(); });
+  }
+
   // Other programs' forms of the same file, and the samples, which are as the program writes them.
   void files_read_back_byte_for_byte() {
     for (const QByteArray& file :
@@ -69,30 +106,19 @@ class TestDataFile : public QObject {
     QVERIFY(bytes.endsWith("\r\n-0.1\r\n") && written_again(bytes) == bytes);
   }
 
-  // What has replaced the old contents when the fault is met.
+  // At any field: what stands before it has replaced the old contents, and nothing else has.
   void faults() {
-    const auto left = [](const QByteArray& file) {
-      Recording recording;
-      recording.Title = recording.SampleTimes(0) = recording.ChannelInfo[1][1] = "old";
-      recording.ChannelCount = 1;
-      recording.SampleCount = 1;
-      recording.SampleValues(0, 1) = 7;
-      QString text = read(file, recording) ? "read " : "";
-      QDebug(&text).noquote() << recording.Title << recording.SampleTimes(0)
-                              << recording.ChannelInfo[1][1] << recording.ChannelCount
-                              << recording.SampleCount << recording.SampleValues(0, 1);
-      return text.trimmed();
-    };
-    const QString at_value = "Cold store 2006-05-12 13:45:30 Humidity 2 3 ";
-    QCOMPARE(left(cold_store), "read " + at_value + "61.2");
-    QCOMPARE(left({}), "old old old 1 1 7");
-    QCOMPARE(left("\"Cold\" store\r\n"), "old old old 1 1 7");
-    QCOMPARE(left(changed("\r\n2\r\n", "\r\n5\r\n")), "Cold store old old 5 1 7");
-    QCOMPARE(left(changed("\r\n2\r\n", "\r\n\"2\"\r\n")), "Cold store old old 1 1 7");
-    QCOMPARE(left(changed("\r\n3\r\n", "\r\n3000000000\r\n")), "Cold store old Humidity 2 1 7");
-    QCOMPARE(left(changed("\r\n61.2\r\n", "\r\n\r\n")), at_value + "7");
-    QCOMPARE(left(changed("4.6", "4,6")), at_value + "61.2");
-    QCOMPARE(left(cold_store.chopped(7)), at_value + "61.2");
+    const QByteArray old = QByteArray(cold_store).replace("1", "7").replace("e", "o");
+    const QByteArrayList old_lines = old.split('\n');
+    const QByteArrayList lines = cold_store.split('\n');
+    for (const QByteArray fault : {"", "\"a\"b\r\n"}) {
+      for (int n = 0; n < lines.size() - 1; ++n) {
+        Recording recording;
+        QVERIFY(read(old, recording));
+        QVERIFY(!read(QByteArrayList(lines.first(n) << fault).join('\n'), recording));
+        QCOMPARE(written(recording), (lines.first(n) + old_lines.mid(n)).join('\n'));
+      }
+    }
   }
 
   void reading_any_content_is_bounded() {
@@ -103,14 +129,13 @@ class TestDataFile : public QObject {
     for (const QByteArray& start :
          {QByteArray(), head + "t,1,2,3,4\n", head + QByteArray(many, '1'), QByteArray(many, '"'),
           "a,b,0,2000000000\n" + QByteArray(many, '\n'), noise, head + noise}) {
-      QTemporaryFile bulk;
-      QVERIFY(bulk.open() && bulk.write(start) == start.size());
-      QVERIFY(bulk.resize(start.size() < 100 ? qint64{4} << 30 : start.size()));
+      QVERIFY(make_file(path("bulk"), start));
+      if (start.size() < 100) QVERIFY(QFile::resize(path("bulk"), qint64{4} << 30));
       Recording recording;
       FileHandle file;
       QElapsedTimer timer;
       timer.start();
-      file.open_for_reading(bulk.fileName());
+      file.open_for_reading(path("bulk"));
       QVERIFY_THROWS_EXCEPTION(RunTimeError, read_recording(file, recording));
       QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     }
@@ -127,9 +152,65 @@ class TestDataFile : public QObject {
       const QByteArray bytes = written(recording);
       QCOMPARE(bytes.count("\r\n"), lines);
       const bool held = channels <= 4 && samples <= Recording::max_samples;
-      QCOMPARE(read(bytes + (held ? "" : "\"one\"\r\n2\r\n"), recording), held);
+      QCOMPARE(bytes.endsWith('!'), !held);
+      QCOMPARE(read(bytes + (held ? "" : "\r\n2\r\n"), recording), held);
       QVERIFY(recording.ChannelCount == channels && recording.SampleCount == samples);
     }
+  }
+
+  // The name is cut at its first dot; that the chosen file itself exists is all that is asked.
+  void open() {
+    QCOMPARE(done(OpenDataFile, {}), "before");
+    for (const char* name : {"none.qlx", "run", "folder.qlx"}) {
+      QCOMPARE(done(OpenDataFile, name), "Corvane: File Lose|before");
+    }
+    QCOMPARE(User::recording.Title, "old");
+    QVERIFY(make_file(path("run.other")));
+    QCOMPARE(done(OpenDataFile, "run.other"), opened);
+    QCOMPARE(world_->main.files.shown.last(), "Open File|*.qlx|*.qlx");
+    QCOMPARE(written(User::recording), cold_store);
+    QVERIFY(User::recording.ViewCount == 3 && !file_handle_1().is_open());
+    QCOMPARE(done(CloseDataFile, {}), "");
+    QVERIFY(User::recording.SampleCount == 0 && User::recording.Title == "Cold store");
+  }
+
+  // Nothing closes the handle, so no later open or save gets through; a handle that could not be
+  // opened at all bars nothing.
+  void a_failed_open_bars_handle_1() {
+    QVERIFY(make_file(path("five.qlx"), changed("\r\n2\r\n", "\r\n5\r\n")));
+    QCOMPARE(done(OpenDataFile, "pipe.txt"), read_error);
+    QCOMPARE(done(OpenDataFile, "run.qlx"), opened);
+    frmmdi& window = *world_->main.window;
+    const auto unloading = [&] { QCOMPARE(window.Sts1[0]->text(), "Open File"); };
+    connect(window.loaded_display(), &frmdisplay::unloading, &window, unloading);
+    QCOMPARE(done(OpenDataFile, "five.qlx"), read_error);
+    QVERIFY(User::recording.ChannelCount == 5 && User::recording.ChannelInfo[0][2].isEmpty());
+    QCOMPARE(done(OpenDataFile, "run.qlx"), read_error);
+    QCOMPARE(done(SaveDataFile, "new.qlx"), save_error);
+    QCOMPARE(contents(path("new.qlx")), "(no file)");
+  }
+
+  void save() {
+    const QString question = "Corvane: File Exists ，Overwrite?|";
+    QCOMPARE(done(SaveDataFile, {}), "before");
+    // No shows the dialog again, which is then cancelled.
+    QCOMPARE(done(SaveDataFile, "run.qlx"), question + "before");
+    QVERIFY(world_->main.files.shown == QStringList(3, "Save File|*.qlx|*.qlx"));
+    QCOMPARE(contents(path("run.qlx")), cold_store);
+    world_->main.messages.answers = {true};
+    QCOMPARE(done(SaveDataFile, "run.qlx"), question);
+    QCOMPARE(contents(path("run.qlx")), written(User::recording));
+    // By another name that is cut to this one it is overwritten unasked.
+    QVERIFY(make_file(path("run.qlx"), "precious"));
+    QCOMPARE(done(SaveDataFile, "run.1.qlx"), "");
+    QCOMPARE(contents(path("run.qlx")), written(User::recording));
+    for (const char* name : {"none/run", "folder", "pipe"}) {
+      QCOMPARE(done(SaveDataFile, name), save_error);
+      QVERIFY(!file_handle_1().is_open());
+    }
+    QVERIFY(QFile::link("/dev/full", path("full.qlx")));
+    QCOMPARE(done(SaveDataFile, "full"), save_error);
+    QVERIFY(file_handle_1().is_open());
   }
 };
 
