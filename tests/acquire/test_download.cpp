@@ -119,14 +119,13 @@ class TestDownload : public QObject {
   // In the middle of the wait for a block.
   void survives_what_the_user_does() {
     for (const QString command :
-         {"unlink", "close", "read", "link", "Quit", "close box", "Properties Set", "polling"}) {
+         {"unlink", "close", "read", "link", "Quit", "Properties Set", "polling"}) {
       open(memory(1000));
       w_->main.messages.answers = {true};
       bool done = false;
       const auto act = [&] {
         done = true;
         if (command == "read") return void(read());
-        if (command == "close box") return void(w_->realtime()->close());
         if (command == "Properties Set") return w_->realtime()->Command4->click();
         if (command == "polling") return void(Q_EMIT w_->realtime()->Timer1->tick());
         w_->main.run(command);
