@@ -84,43 +84,26 @@ class TestLink : public QObject {
     link(0);
     QCOMPARE(state(), linked);
     QCOMPARE(w_->port.port_number(), 8);
-  }
-
-  void closing_the_window_ends_the_search() {
+    // Closing the main window ends it.
+    w_->port.close();
     w_->port.recorders = {{1, nullptr}, {2, nullptr}, {3, nullptr}};
     w_->clock.after(1500, [&] { w_->main.window->close(); });
     link(4);
-    QVERIFY(w_->clock.elapsed() < 1600);
-    QCOMPARE(state(), untouched);
+    QVERIFY(w_->main.messages.shown.isEmpty() && !w_->port.is_open());
+    QCOMPARE(w_->port.log.last(3), QStringList({"close", "rts 0", "dtr 0"}));
   }
 
   void window_shows_the_recorder() {
-    w_->plug_in({.channels = 2,
-                 .mask = 0x02,
-                 .readings = 500,
-                 .interval_s = 65536,
-                 .start = QDateTime(QDate(2026, 2, 3), QTime(4, 5, 6), Qt::UTC),
-                 .running = false,
-                 .wrap = true,
-                 .delay_s = 65535,
-                 .all_data = 65535,
-                 .title = "冷库12345678",
-                 .description = "<b>shelf</b> 3",
-                 .battery_volts = 2.4,
-                 .limits = {{{}, {-10.5, 25.0}}}});
-    link(0);
-    QStringList shown;
-    for (const char* name : {"Text5", "Text6", "Text15", "Text4", "Text2", "Text3", "Text14",
-                             "Text11", "Text1(2)", "Text1(3)", "Text1(4)", "DTP2", "DTP1"}) {
-      shown << w_->realtime()->findChild<QWidget*>(name)->property("text").toString();
-    }
-    QCOMPARE(shown.join('|'),
-             "Two|冷库123456|<b>shelf</b> 3|Error|Stop|2026-2-3  4:5:6|65535|500|25.00|-10.50||"
-             "18:12:15|18:12:16");
-    QCOMPARE(w_->realtime()->Combo2->currentText(), "Stop!");
-    QCOMPARE(w_->realtime()->Combo3->currentText(), "When buffer is full,Wrap buffer!");
-    const auto& channels = w_->realtime()->Check1;
-    QVERIFY(!channels[0]->isChecked() && channels[1]->isChecked());
+    simulator::Settings settings = {.mask = 0x02, .interval_s = 65536, .running = false};
+    settings.delay_s = 65535;
+    settings.description = "<b>shelf</b> 3";
+    w_->plug_in(settings);
+    link(0, "Four");
+    const frmrealtime& window = *w_->realtime();
+    QCOMPARE(window.Text5->text() + window.Text15->text() + window.Text2->text(),
+             "Four<b>shelf</b> 3Stop");
+    QCOMPARE(window.DTP2->text() + window.DTP1->text(), "18:12:1518:12:16");
+    QVERIFY(!window.Check1[0]->isChecked() && window.Check1[1]->isChecked());
   }
 
   // While nobody has answered yet Link can be pressed again, and View can open the window.
@@ -155,9 +138,7 @@ class TestLink : public QObject {
     const LineSettings mark = line_settings(" 9600, m,8,1");
     QVERIFY(mark.baud_rate == 9600 && mark.parity == QSerialPort::MarkParity &&
             mark.data_bits == QSerialPort::Data8 && mark.stop_bits == QSerialPort::OneStop);
-    for (const char* text : {"9600,X,8,1", "0,M,8,1", "9600,M,8,1,1"}) {
-      QVERIFY_THROWS_EXCEPTION(PortError, line_settings(text));
-    }
+    QVERIFY_THROWS_EXCEPTION(PortError, line_settings("9600,X,8,1"));
   }
 
   void device_files() {
@@ -175,15 +156,6 @@ class TestLink : public QObject {
              "2|2|B, \"2\"|h");
     QCOMPARE(read("2\n" + a + "  B \nx\n2\na"), "2|2|B|");
     QCOMPARE(read("200\n" + a + "B"), "200|101|B|");
-    QCOMPARE(read("-3\n" + a), "-3|0||");
-    QCOMPARE(read("40000\n" + a + a), "0|0||");
-    DeviceTable table;
-    table.set_text(2, 3, " 4 ");
-    QCOMPARE(table.channel_count(3), 4);
-    for (const char* text : {"x", "0", "5"}) {
-      table.set_text(2, 3, text);
-      QVERIFY_THROWS_EXCEPTION(ConversionError, table.channel_count(3));
-    }
     // Anything can lie in its place; what is beyond a megabyte is not read.
     const QString path = w_->main.folder.filePath("long.txt");
     QVERIFY(
