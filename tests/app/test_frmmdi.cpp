@@ -78,10 +78,6 @@ class TestMainWindow : public QObject {
   void start_state() {
     QCOMPARE(User::DisplayLimit, (std::array<float, 9>{120, -40, 120, -40, 120, -40, 120, -40, 7}));
     QVERIFY(User::DisplayLimitAuto[3] == 1 && Packet::PacketCounter == 0 && w_->port.log.isEmpty());
-    // Nothing is there yet for these to act on.
-    User::recording.SampleCount = 0;
-    for (const char* name : {"in", "out", "limit", "setdisplaytime", "close"}) w_->main.run(name);
-    QCOMPARE(w_->main.messages.shown, QStringList());
     w_->clock.sleep(61'000);
     QTRY_COMPARE(window().Sts1[2]->text(), general_date_time_text(w_->clock.now()));
   }
@@ -102,15 +98,6 @@ class TestMainWindow : public QObject {
     window().show_display();
     window().unload_display();
     QTRY_VERIFY(window().loaded_realtime()->parentWidget()->isMaximized());
-  }
-
-  void closing_ends_a_wait() {
-    w_->port.open();
-    w_->clock.after(300, [&] { w_->main.run("Quit"); });
-    w_->main.run("realtime");
-    QVERIFY(w_->clock.elapsed() < 400 && !window().isVisible() && !window().Timer1->isActive());
-    QCOMPARE(w_->port.log.last(3), QStringList({"close", "rts 0", "dtr 0"}));
-    QCOMPARE(w_->main.messages.shown, QStringList());
   }
 
   // The manual names what the program's sources hand to message boxes.
