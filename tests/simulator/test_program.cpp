@@ -1,29 +1,14 @@
 #include <QFileInfo>
-#include <QSerialPort>
 #include <QTemporaryDir>
 
+#include "app/clock.h"
+#include "app/program_folder.h"
+#include "device/packet.h"
+#include "device/qt_serial_port.h"
 #include "support/runner.h"
 #include "support/simulator_process.h"
 
-namespace {
-
-// Sends as the program does, the address byte with mark parity, and takes what comes until it is
-// enough or the time is over or the device gone. `bytes` is the request in hexadecimal.
-QByteArray ask(QSerialPort& port, const char* bytes, int expected) {
-  port.setParity(QSerialPort::MarkParity);
-  port.write(QByteArray(1, '\0'));
-  port.flush();
-  QTest::qSleep(10);
-  port.setParity(QSerialPort::SpaceParity);
-  port.write(hex(bytes));
-  QByteArray answer;
-  while (answer.size() < expected && port.waitForReadyRead(1000)) answer += port.readAll();
-  return answer;
-}
-
-}  // namespace
-
-// The real program over a real pseudo-terminal.
+// The real simulator over a real pseudo-terminal, talking with the real port.
 class TestProgram : public QObject {
   Q_OBJECT
 
@@ -42,12 +27,14 @@ class TestProgram : public QObject {
     SimulatorProcess simulator({"--link", path("com1"), "--link", path("com4"), "--limits",
                                 "2:-10.5:25.5", "--log", path("log")});
     QVERIFY2(simulator.wait_ready(), qPrintable(simulator.errors()));
-    QSerialPort port(link("com1"));
-    QVERIFY(link("com4") == link("com1") && port.open(QIODevice::ReadWrite));
-    QCOMPARE(ask(port, "0a010209", 8), hex("0a000480f58019e8"));
-    // Line ends and the like pass unchanged.
-    QCOMPARE(ask(port, "0b060200ff0a0d1aed", 5).size(), 5);
-    QCOMPARE(ask(port, "0a010209", 8).mid(3, 4), hex("ff0a0d1a"));
+    QCOMPARE(link("com4"), link("com1"));
+    SystemClock clock;
+    QtSerialPort port;
+    set_program_folder(folder_.path());
+    Packet::attach(port, clock);
+    port.open();
+    QVERIFY(Packet::Exchange(Packet::BuildReadLimits(2)));
+    QCOMPARE(Packet::ReceiveBuffer, hex("0a000480f58019e8"));
     // Somebody takes a link over; it is theirs.
     QVERIFY(QFile::remove(path("com4")) && QFile::link("/dev/null", path("com4")));
     QCOMPARE(simulator.stop(), 0);
