@@ -1,6 +1,4 @@
 // The data file: what can be read is shown without a crash, and written again it reads the same.
-#include <bit>
-#include <string>
 #include <unistd.h>
 
 #include "app/recording.h"
@@ -36,25 +34,21 @@ void show(Recording& recording) {
 // A name of our own: several fuzzers may run at a time.
 const QString scratch_file = QStringLiteral("/dev/shm/corvane-fuzz-%1").arg(getpid());
 
-void write_and_read_again(const Recording& recording) {
+QByteArray written(const Recording& recording) {
   FileHandle file;
   file.open_for_writing(scratch_file);
   write_recording(recording, file);
   file.close();
-  static Recording again;
   file.open_for_reading(scratch_file);
-  read_recording(file, again);
-  file.close();
-  require(again.SampleCount == recording.SampleCount && again.Title == recording.Title &&
-          again.ChannelCount == recording.ChannelCount &&
-          again.RecorderName == recording.RecorderName);
-  for (int n = 0; n < recording.held_samples(); ++n) {
-    require(again.SampleTimes(n) == recording.SampleTimes(n));
-    for (int c = 0; c < recording.held_channels(); ++c) {
-      require(std::bit_cast<std::uint32_t>(again.SampleValues(n, c)) ==
-              std::bit_cast<std::uint32_t>(recording.SampleValues(n, c)));
-    }
-  }
+  return file.read(1 << 30);
+}
+
+void write_and_read_again(const Recording& recording) {
+  const QByteArray bytes = written(recording);
+  static Recording again;
+  read_recording(bytes.toStdString(), again);
+  require(again.Title == recording.Title && again.SampleCount == recording.SampleCount);
+  require(written(again) == bytes);
 }
 
 }  // namespace
