@@ -39,15 +39,11 @@ class TestPacket : public QObject {
   std::unique_ptr<SimulatedPort> port_;
 
  private Q_SLOTS:
-  void init() {
-    User::RecorderType = 0;
-    User::DeviceTable.set_text(2, 0, "3");
-    start();
-  }
-
   void requests() {
     using namespace Packet;
     ScriptedMessages messages;
+    User::RecorderType = 0;
+    User::DeviceTable.set_text(2, 0, "3");
     const auto built = [](int length) {
       return QByteArray::number(length) + ' ' + SendBuffer.toHex();
     };
@@ -123,6 +119,7 @@ class TestPacket : public QObject {
   }
 
   void nested_exchange_is_delayed() {
+    start();
     bool inner = false;
     clock_->after(100, [&] {
       port_->answer = good;
