@@ -29,7 +29,8 @@ class TestWindows : public QObject {
     press(dialog.Cmd3);
     world_->printer.fault = "none";
     press(dialog.Cmd3);
-    QCOMPARE(world_->printer.log.join(u','), "a4,setup 1,setup 1,orientation 2");
+    QCOMPARE(world_->printer.log.join(u','), "a4,setup 1,setup 1");
+    QVERIFY(world_->printer.orientation() == Orientation::landscape);
     for (const std::size_t i : {1, 2}) dialog.Check1[i]->setChecked(false);
     press(dialog.Cmd1);
     QCOMPARE(world_->messages, QStringList{"Corvane: Please Select Channel"});
@@ -126,9 +127,8 @@ class TestWindows : public QObject {
 
   void the_view_of_the_historical_graph_is_printed() {
     world_->shell.show_display();
-    frmdisplay& display = *world_->shell.loaded_display();
-    display.cmd_Click(1);
-    display.Slider1->setValue(99);
+    world_->shell.loaded_display()->cmd_Click(1);
+    world_->shell.loaded_display()->Slider1->setValue(99);
     const PrintedView view = printed_view(world_->shell);
     QVERIFY(view.start == 20 && view.recording.ViewCount == 80);
     QVERIFY(view.high[1] == User::AxisHigh[1] && view.low[1] == User::AxisLow[1]);

@@ -3,10 +3,8 @@
 #pragma once
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <signal.h>
 
@@ -35,10 +33,8 @@ class OfficeSuite {
 
   void end() const {
     for (const qint64 process : processes()) kill(static_cast<pid_t>(process), SIGTERM);
-    QElapsedTimer timer;
-    timer.start();
-    while (!processes().isEmpty() && !timer.hasExpired(patience_ms)) QThread::msleep(20);
-    for (const QString& pipe : left_pipes()) QFile::remove(pipe);
+    (void)QTest::qWaitFor([this] { return processes().isEmpty(); }, patience_ms);
+    for (const QString& pipe : left_pipes()) QFile::remove("/tmp/" + pipe);
     QDir(temporary()).removeRecursively();
     QDir().mkdir(temporary());
   }
@@ -86,10 +82,10 @@ class OfficeSuite {
   // Other office processes may have made theirs meanwhile, but listen at them.
   QStringList left_pipes() const {
     const QByteArray used = contents("/proc/net/unix");
-    QStringList result;
-    for (const QString& pipe : pipes()) {
-      if (!pipes_before_.contains(pipe) && !used.contains(pipe.toUtf8())) result << "/tmp/" + pipe;
-    }
+    QStringList result = pipes();
+    result.removeIf([&](const QString& pipe) {
+      return pipes_before_.contains(pipe) || used.contains(pipe.toUtf8());
+    });
     return result;
   }
   QString temporary() const { return profile_.filePath(QStringLiteral("tmp")); }

@@ -112,13 +112,9 @@ class ScriptedPrinter final : public QtPrinter {
   QString fault;
   // What the set-up dialog gives; cancelled when empty.
   std::optional<Orientation> chosen;
-  // What was done: "a4", "setup 1", "start TITLE", "page", "end", "abort", "orientation 2".
+  // What was done: "a4", "setup 1", "start TITLE", "page", "end", "abort".
   QStringList log;
 
-  void set_orientation(Orientation orientation) override {
-    carry_out(QStringLiteral("orientation %1").arg(static_cast<int>(orientation)));
-    QtPrinter::set_orientation(orientation);
-  }
   void set_paper_a4() override {
     carry_out(QStringLiteral("a4"));
     QtPrinter::set_paper_a4();
