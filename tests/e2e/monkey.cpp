@@ -172,9 +172,11 @@ class Monkey : public QObject {
   }
   // Uses a random control of the window.
   void operate(QWidget& window) {
-    const QString fault = fault_of_controls(window);
-    if (!fault.isEmpty()) fail(qPrintable(fault));
     auto widgets = controls_of(window);
+    for (QWidget* widget : widgets) {
+      if (const QString fault = fault_of_control(*widget); !fault.isEmpty())
+        fail(qPrintable(fault));
+    }
     if (widgets.isEmpty()) return;
     QWidget* widget = any(widgets);
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
