@@ -10,6 +10,7 @@
 #include "app/numbers.h"
 #include "app/serial_port.h"
 #include "app/user.h"
+#include "device/answer.h"
 
 namespace Packet {
 
@@ -75,7 +76,7 @@ void await(int expected_length) {
 
 std::uint8_t answer_check(int expected_length) {
   std::uint8_t check = 0;
-  for (int i = 1; i < expected_length; ++i) check ^= received(i);
+  for (int i = 1; i < expected_length; ++i) check ^= byte_at(ReceiveBuffer, i);
   return check;
 }
 
@@ -120,11 +121,6 @@ void attach(SerialPort& new_port, Clock& new_clock) {
   port = &new_port;
   clock = &new_clock;
   port->on_activity = [] { clock->wake(); };
-}
-
-std::uint8_t received(int index) {
-  if (index < 0 || index >= ReceiveBuffer.size()) throw BoundsError("beyond the answer");
-  return static_cast<std::uint8_t>(ReceiveBuffer[index]);
 }
 
 std::uint8_t CheckByte(int n) {

@@ -22,8 +22,6 @@ void attach(SerialPort& port, Clock& clock);
 // successful exchange bytes 0..N-1 of ReceiveBuffer are the answer, N its expected length.
 extern QByteArray SendBuffer;
 extern QByteArray ReceiveBuffer;
-// Byte `index` of ReceiveBuffer. Throws BoundsError beyond its end.
-std::uint8_t received(int index);
 
 // True while an exchange runs.
 extern bool CommBusy;
