@@ -1,10 +1,8 @@
 #include <QDirIterator>
-#include <QImage>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QRegularExpression>
 
-#include "app/icons.h"
 #include "app/times.h"
 #include "app/user.h"
 #include "device/packet.h"
@@ -128,30 +126,6 @@ class TestMainWindow : public QObject {
         const QChar letter = entry->text()[entry->text().indexOf(u'&') + 1];
         QVERIFY2(!letters.contains(letter), qPrintable(caption));
         letters += letter;
-      }
-    }
-  }
-
-  // On light and dark windows, at a screen's scale between two whole ones; disabled ones pale.
-  void icons_can_be_read() {
-    for (const auto& [paper, ink] : {std::pair(0xF4, 0x11), {0x23, 0xEE}}) {
-      const QPalette palette(QColor(ink, ink, ink), {}, {}, {}, {}, {}, {}, {},
-                             QColor(paper, paper, paper));
-      // The largest difference in lightness between the window and the picture laid over it.
-      const auto contrast = [shade = paper](const QIcon& icon, QIcon::Mode mode) {
-        const QImage image = icon.pixmap({24, 24}, 1.25, mode).toImage();
-        int largest = image.width() == 30 ? 0 : -1000;
-        for (int i = 0; i < image.width() * image.height(); ++i) {
-          const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
-          largest = std::max(largest, std::abs(qGray(pixel.rgb()) - shade) * pixel.alpha() / 255);
-        }
-        return largest;
-      };
-      for (const char* key : {"open", "save", "outputs", "prints", "link", "unlink", "identity",
-                              "read", "history", "realtime", "about"}) {
-        const int disabled = contrast(command_icon(key, palette), QIcon::Disabled);
-        const int normal = contrast(command_icon(key, palette), QIcon::Normal);
-        QVERIFY2(normal > std::max(110, 2 * disabled) && disabled > 30, key);
       }
     }
   }

@@ -6,8 +6,7 @@
 #include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
 #include "print/Frmprint.h"
-#include "print/frmDataView.h"
-#include "print/frmGraphView.h"
+#include "print/preview.h"
 #include "support/controls.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
@@ -62,11 +61,7 @@ class TestWindows : public QObject {
     look_at<frmdate>("setdisplaytime", cancel);
     look_at<frmAbout>("about", cancel);
     for (const std::size_t kind : {0, 1}) {
-      const auto sheet = when_shown<frmDataView>([&](frmDataView& preview) {
-        check(preview);
-        preview.reject();
-      });
-      const auto graph = when_shown<frmGraphView>([&](frmGraphView& preview) {
+      const auto look = when_shown<Preview>([&](Preview& preview) {
         check(preview);
         preview.reject();
       });

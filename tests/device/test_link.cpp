@@ -93,19 +93,6 @@ class TestLink : public QObject {
     QCOMPARE(w_->port.log.last(3), QStringList({"close", "rts 0", "dtr 0"}));
   }
 
-  void window_shows_the_recorder() {
-    simulator::Settings settings = {.mask = 0x02, .interval_s = 65536, .running = false};
-    settings.delay_s = 65535;
-    settings.description = "<b>shelf</b> 3";
-    w_->plug_in(settings);
-    link(0, "Four");
-    const frmrealtime& window = *w_->realtime();
-    QCOMPARE(window.Text5->text() + window.Text15->text() + window.Text2->text(),
-             "Four<b>shelf</b> 3Stop");
-    QCOMPARE(window.DTP2->text() + window.DTP1->text(), "18:12:1518:12:16");
-    QVERIFY(!window.Check1[0]->isChecked() && window.Check1[1]->isChecked());
-  }
-
   // While nobody has answered yet Link can be pressed again, and View can open the window.
   void commands_during_a_link() {
     w_->plug_in(two_channels, "silent:first=2");

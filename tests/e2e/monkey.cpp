@@ -2,7 +2,6 @@
 // the real windows, random answers in every dialog, with a recorder in software whose faults come
 // and go and whose cable is pulled. The sanitizers, a watchdog for hangs, and the rules below say
 // whether the program bears it. The same seed plays much the same, timers excepted.
-#include <QAbstractSlider>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -181,16 +180,8 @@ class Monkey : public QObject {
     QWidget* widget = any(widgets);
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) {
       if (!edit->isReadOnly()) edit->setText(text());
-    } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
-      if (combo->count() > 0) combo->setCurrentIndex(below(combo->count()));
-    } else if (auto* slider = qobject_cast<QAbstractSlider*>(widget)) {
-      slider->setValue(slider->minimum() + below(slider->maximum() - slider->minimum() + 1));
-    } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(widget)) {
-      spin->stepBy(below(200) - 100);
-    } else if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
-      if (tabs->count() > 0) tabs->setCurrentIndex(below(tabs->count()));
     } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-      if (!button->inherits("QToolButton")) button->click();
+      button->click();
     } else {
       press_key(widget);
     }

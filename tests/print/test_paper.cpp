@@ -12,7 +12,6 @@
 #include "app/numbers.h"
 #include "print/graph_page.h"
 #include "print/page.h"
-#include "print/paper_curve.h"
 #include "print/print_commands.h"
 #include "print/print_world.h"
 
@@ -95,20 +94,6 @@ class TestPaper : public QObject {
     world_ = std::make_unique<PrintWorld>(120);
     User::recording.ViewCount = 100;
     if (!queue) world_->printer.print_to_file(file_);
-  }
-
-  void curve_ink() {
-    const auto inks = [](std::vector<float> values) {
-      QStringList text;
-      const CurveSamples samples = {values.data(), 1, int(values.size())};
-      for (const Ink& ink : paper_curve(samples, {{100, 10}, 10, 0, 0}, 25)) {
-        text << (ink.top > ink.bottom ? "" : QStringLiteral("%1-%2").arg(ink.top).arg(ink.bottom));
-      }
-      return text.join(u' ');
-    };
-    QCOMPARE(inks({0, 8}), "8-10 6-8 4-6 2-4");
-    QCOMPARE(inks({1, 1, 1, 9, 1, 1, 1, 1, 1}), "9-9 1-9 9-9 9-9");
-    QCOMPARE(inks({4, 4, none, none, 6}), "6-6 6-6  ");
   }
 
   // Each channel lies at a height of its own in the first half and at another in the second, with
@@ -229,12 +214,6 @@ class TestPaper : public QObject {
                           fixed2(recording.SampleValues(n, 2));
       QCOMPARE(texts.join(u'\n').count(u'\n' + row + u'\n'), 1);
     }
-  }
-
-  void a_full_recording_stays_small() {
-    const PrintWorld full(Recording::max_samples);
-    QVERIFY(frmGraphView(world_->shell).print());
-    QVERIFY(QFile(file_).size() > 0 && QFile(file_).size() < 2'000'000);
   }
 
   // A queue that refuses, then none: the last but one that uses it.

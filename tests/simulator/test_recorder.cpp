@@ -96,19 +96,6 @@ class TestRecorder : public QObject {
     QCOMPARE(paced.take(begin + 297'915).bytes.size(), 259);
     QCOMPARE(paced.take(begin + 297'916).bytes.size(), 1);
     QVERIFY(!paced.next_due());
-    // An answer that begins while another is on the line follows it; unplugged, nothing follows.
-    simulator::Line busy;
-    busy.send({{}, "12", 0, false, {}}, 0);
-    busy.send({{}, "34", 0, true, {}}, 1000);
-    busy.send({{}, "never", 0, false, {}}, 1010);
-    QCOMPARE(busy.take(3'436).bytes, "123");
-    const auto last = busy.take(5'000);
-    QVERIFY(last.bytes == "4" && last.unplugged && !busy.next_due());
-    simulator::Line line(false);
-    line.send({"a", "late", 1500, false, {}}, 0);
-    line.send({"b", "first", 5, false, {}}, 100'000);
-    QCOMPARE(line.take(105'000).bytes, "first");
-    QCOMPARE(line.take(9'000'000).bytes, "late");
   }
 };
 

@@ -74,23 +74,6 @@ class TestViewsLogic : public QObject {
     QCOMPARE(ValueRows(channel, 3, fine)(3.3F), ValueRows(channel, 0, fine)(3.3F) + 9);
   }
 
-  // On fine screens a line of the window is as many device pixels wide as make up one of its own.
-  void lines_on_fine_screens() {
-    const PictureSize size = picture_size({77, 200}, 3);
-    QImage image = blank(size);
-    GraphPicture picture;
-    for (const std::vector<float>& values : {std::vector{9.0F, 9.0F, 9.0F}, {5, 5}}) {
-      picture.new_curves().channels = {{values, 10, 0}};
-      picture.draw(image, size, white);
-    }
-    for (const QPoint at : {QPoint(0, 99), {99, 599}, {14, 20}}) {
-      QCOMPARE(image.pixel(at), grid_colour);
-    }
-    int rows = 0;
-    for (int y = 0; y < 600; ++y) rows += image.pixel(230, y) == curve_colours[0] ? 1 : 0;
-    QCOMPARE(rows, 3);
-  }
-
   // Ties go to even.
   void view_and_cursor() {
     QCOMPARE(view_start(3, 4, 7, 1), 4);

@@ -48,28 +48,6 @@ class TestDisplay : public QObject {
   void click_graph(int x) { QTest::mouseClick(window_->Pic1, Qt::RightButton, {}, {x, 9}); }
 
  private Q_SLOTS:
-  // What belongs to absent channels is hidden, nothing is cut off by the page, nothing overlaps.
-  void layout() {
-    for (const int channels : {1, 4}) {
-      open(100, channels);
-      for (const QLabel* label : {window_->Label4[9], window_->Label3[1], window_->Label3[9]}) {
-        QCOMPARE(label->isVisible(), channels == 4);
-      }
-      for (const int width : {980, 1880, 3800}) {
-        resize(width, width * 10 / 19 + 120);
-        const QWidget* page = window_->Pic1->parentWidget();
-        QRegion taken;
-        for (const QWidget* part : page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-          if (!part->isVisible()) continue;
-          const QRect place = part->geometry();
-          QVERIFY2(page->rect().contains(place) && !taken.intersects(place),
-                   qPrintable(part->objectName()));
-          taken += place;
-        }
-      }
-    }
-  }
-
   void list_and_sheet() {
     open(3, 1);
     window_->lv1->selectAll();
@@ -131,26 +109,6 @@ class TestDisplay : public QObject {
     QCOMPARE(at, "100 101 100 110 109 200 200 190 ");
   }
 
-  // Resizing, hiding and colours draw the same view again, even while the Recording is being
-  // replaced.
-  void picture_survives() {
-    open(2000, 4);
-    click_graph(200);
-    window_->setFocus();
-    const QImage before = window_->Pic1->grab().toImage();
-    fill(User::recording, 7, 1);
-    shell_.hide();
-    resize(700, 620);
-    shell_.show();
-    QVERIFY(window_->Line2->x() < 200 && window_->Pic1->grab().toImage() != before);
-    window_->setPalette(Qt::black);
-    const QImage dark = window_->Pic1->grab().toImage();
-    QCOMPARE(dark.pixel(dark.width() / 2 + 3, 3), qRgb(0, 0, 0));
-    window_->setPalette({});
-    resize(1001, 760);
-    QCOMPARE(window_->Pic1->grab().toImage(), before);
-  }
-
   void limits() {
     open(100, 2);
     User::DisplayLimit[0] = 19.126F;
@@ -195,17 +153,6 @@ class TestDisplay : public QObject {
       QCOMPARE(messages_.takeLast(), "Corvane: Start Time>End Time");
       QCOMPARE(window_->ViewStart, first);
       QCOMPARE(window_->ViewEnd, last);
-    }
-  }
-
-  // Stamps of another form and a clock that was set back set no limit.
-  void limits_of_the_pickers() {
-    fill(User::recording, 3000, 1);
-    for (const auto last : {"2026-03-03 09:59:00", "3/3/26 9:59:00 AM", "2025-12-31 23:59:59"}) {
-      User::recording.SampleTimes(2999) = last;
-      const frmdate dialog(world_.main.messages, 0, {}, nullptr);
-      QCOMPARE(dialog.DTP2[0]->minimumDate(), QDate(2026, 3, 1));
-      QCOMPARE(dialog.DTP2[2]->maximumDate() == QDate(2026, 3, 3), last[3] == '6');
     }
   }
 
