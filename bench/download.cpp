@@ -18,8 +18,8 @@
 #include <unistd.h>
 
 #include "acquire/frmhistorytime.h"
-#include "app/program_folder.h"
 #include "app/user.h"
+#include "base/program_folder.h"
 #include "device/frmport.h"
 #include "device/packet.h"
 #include "program.h"

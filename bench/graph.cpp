@@ -8,9 +8,9 @@
 #include <malloc.h>
 #include <memory>
 
-#include "app/numbers.h"
-#include "app/times.h"
 #include "app/user.h"
+#include "base/numbers.h"
+#include "base/times.h"
 #include "graph_peers.h"
 #include "graph_signal.h"
 #include "suite.h"

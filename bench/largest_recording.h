@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "app/recording.h"
-#include "app/times.h"
+#include "base/times.h"
 
 // 30001 samples of four channels with a day's curve and some unrest, `steps` to the unit: 100 as
 // readings are downloaded, 256 as they are measured.

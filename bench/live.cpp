@@ -10,8 +10,8 @@
 #include <memory>
 #include <vector>
 
-#include "app/clock.h"
 #include "app/user.h"
+#include "base/clock.h"
 #include "device/frmport.h"
 #include "device/qt_serial_port.h"
 #include "monitor/frmrealtime.h"

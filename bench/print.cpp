@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QTest>
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 #include "print/graph_page.h"
 #include "print/page.h"
 #include "print/print_commands.h"

@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "app/icons.h"
-#include "app/program_folder.h"
+#include "base/program_folder.h"
 #include "data/automation_plugin.h"
 #include "guided_tour/tour.h"
 #include "program.h"

@@ -2,9 +2,9 @@
 // does.
 #pragma once
 
-#include "app/clock.h"
-#include "app/dialogs.h"
 #include "app/frmmdi.h"
+#include "base/clock.h"
+#include "base/dialogs.h"
 #include "data/automation.h"
 #include "device/qt_serial_port.h"
 #include "print/qt_printer.h"

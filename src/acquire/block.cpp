@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "acquire/segments.h"
-#include "app/errors.h"
-#include "app/numbers.h"
-#include "app/times.h"
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "base/times.h"
 #include "device/answer.h"
 
 namespace {

@@ -6,9 +6,9 @@
 
 #include <algorithm>
 
-#include "app/message_box.h"
-#include "app/ok_cancel.h"
 #include "app/user.h"
+#include "base/message_box.h"
+#include "base/ok_cancel.h"
 
 frmhistorytime::frmhistorytime(const QString& message, MessageBox& messages, QWidget* parent)
     : QDialog(parent), messages_(messages) {

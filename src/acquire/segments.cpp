@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/numbers.h"
-#include "app/times.h"
+#include "base/numbers.h"
+#include "base/times.h"
 #include "device/answer.h"
 
 namespace {

@@ -6,13 +6,13 @@
 #include <QScreen>
 #include <QStatusBar>
 
-#include "app/clock.h"
 #include "app/icons.h"
-#include "app/message_box.h"
-#include "app/program_folder.h"
-#include "app/serial_port.h"
-#include "app/times.h"
 #include "app/user.h"
+#include "base/clock.h"
+#include "base/message_box.h"
+#include "base/program_folder.h"
+#include "base/serial_port.h"
+#include "base/times.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
 #include "views/frmdisplay.h"

@@ -2,7 +2,7 @@
 
 #include <QProcess>
 
-#include "app/program_folder.h"
+#include "base/program_folder.h"
 
 void open_help() {
 #ifdef Q_OS_WIN

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 Recording::Recording() : times_(max_samples), values_(max_samples * channel_slots) {}
 

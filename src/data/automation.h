@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 // No such application or member, or the application could not do what was asked of it.
 class AutomationError : public RunTimeError {

@@ -2,10 +2,10 @@
 
 #include <QString>
 
-#include "app/errors.h"
-#include "app/message_box.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/message_box.h"
 #include "data/data_file.h"
 #include "data/file_handle.h"
 #include "data/file_names.h"

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
-#include "app/field_reader.h"
 #include "app/recording.h"
+#include "base/errors.h"
+#include "base/field_reader.h"
 #include "data/field_writer.h"
 #include "data/file_handle.h"
 

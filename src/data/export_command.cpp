@@ -6,10 +6,10 @@
 
 #include <memory>
 
-#include "app/errors.h"
-#include "app/file_dialog.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/file_dialog.h"
 #include "data/export_document.h"
 #include "data/export_text.h"
 #include "data/export_workbook.h"

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/numbers.h"
 #include "app/recording.h"
+#include "base/numbers.h"
 
 namespace {
 

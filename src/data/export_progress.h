@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 // The program is ending, and the export with it.
 class ExportStopped : public RunTimeError {

@@ -6,8 +6,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "app/numbers.h"
 #include "app/recording.h"
+#include "base/numbers.h"
 #include "data/automation.h"
 #include "data/export_lines.h"
 #include "data/export_office.h"

@@ -6,9 +6,9 @@
 #include <future>
 #include <thread>
 
-#include "app/clock.h"
-#include "app/errors.h"
 #include "app/shell.h"
+#include "base/clock.h"
+#include "base/errors.h"
 #include "data/export_progress.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 
 class FieldWriter {
  public:

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <QFileInfo>
 
-#include "app/file_dialog.h"
-#include "app/message_box.h"
 #include "app/shell.h"
+#include "base/file_dialog.h"
+#include "base/message_box.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "app/errors.h"
+#include "base/errors.h"
 #include "device/fixed_point.h"
 
 // Mode flags, in a properties answer and in the pattern that is sent.

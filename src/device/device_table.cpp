@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
-#include "app/field_reader.h"
-#include "app/numbers.h"
+#include "base/errors.h"
+#include "base/field_reader.h"
+#include "base/numbers.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "app/ok_cancel.h"
 #include "app/user.h"
+#include "base/ok_cancel.h"
 
 frmport::frmport(QWidget* parent) : QDialog(parent) {
   build();

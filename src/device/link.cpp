@@ -2,11 +2,11 @@
 
 #include <QScopedValueRollback>
 
-#include "app/errors.h"
-#include "app/message_box.h"
-#include "app/serial_port.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/message_box.h"
+#include "base/serial_port.h"
 #include "device/frmport.h"
 #include "device/packet.h"
 

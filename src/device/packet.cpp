@@ -4,12 +4,12 @@
 #include <cmath>
 #include <span>
 
-#include "app/clock.h"
-#include "app/errors.h"
-#include "app/message_box.h"
-#include "app/numbers.h"
-#include "app/serial_port.h"
 #include "app/user.h"
+#include "base/clock.h"
+#include "base/errors.h"
+#include "base/message_box.h"
+#include "base/numbers.h"
+#include "base/serial_port.h"
 #include "device/answer.h"
 
 namespace Packet {

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 QString serial_device(int number, const QString& folder, const QStringList& system_ports) {
 #ifdef Q_OS_WIN

@@ -1,7 +1,7 @@
 #include "device/qt_serial_port.h"
 
-#include "app/errors.h"
-#include "app/program_folder.h"
+#include "base/errors.h"
+#include "base/program_folder.h"
 #include "device/port_names.h"
 
 #ifdef Q_OS_WIN

@@ -3,7 +3,7 @@
 
 #include <QSerialPort>
 
-#include "app/serial_port.h"
+#include "base/serial_port.h"
 
 class QtSerialPort final : public SerialPort {
  public:

@@ -6,11 +6,11 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
-#include "app/message_box.h"
-#include "app/numbers.h"
-#include "app/ok_cancel.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/message_box.h"
+#include "base/numbers.h"
+#include "base/ok_cancel.h"
 
 Frmwarn::Frmwarn(MessageBox& messages, QWidget* parent) : QDialog(parent), messages_(messages) {
   build();

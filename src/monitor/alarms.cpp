@@ -1,7 +1,7 @@
 #include "monitor/alarms.h"
 
-#include "app/errors.h"
-#include "app/numbers.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 
 AlarmLimits alarm_limits(QStringView up, QStringView down) {
   AlarmLimits limits;

@@ -2,8 +2,8 @@
 
 #include <QFile>
 
-#include "app/errors.h"
-#include "app/times.h"
+#include "base/errors.h"
+#include "base/times.h"
 #include "data/field_writer.h"
 #include "data/file_handle.h"
 #include "monitor/live_buffer.h"

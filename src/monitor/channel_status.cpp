@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 
 void ChannelStatus::add(float value, bool out_of_range, const QString& time) {
   maximum_ = seen_ ? std::max(maximum_, value) : value;

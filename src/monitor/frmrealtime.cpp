@@ -1,9 +1,9 @@
 #include "monitor/frmrealtime.h"
 
-#include "app/errors.h"
-#include "app/numbers.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "device/packet.h"
 #include "monitor/properties.h"
 #include "monitor/time_picker.h"

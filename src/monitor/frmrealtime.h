@@ -18,8 +18,8 @@
 #include <functional>
 #include <optional>
 
-#include "app/child_window.h"
-#include "app/interval_timer.h"
+#include "base/child_window.h"
+#include "base/interval_timer.h"
 #include "monitor/live_monitor.h"
 #include "monitor/live_view.h"
 #include "views/graph_surface.h"

@@ -1,12 +1,12 @@
 // Live monitoring: the polling cycle, the sheets and the channels' labels.
 #include <QScopedValueRollback>
 
-#include "app/clock.h"
-#include "app/errors.h"
-#include "app/program_folder.h"
 #include "app/shell.h"
-#include "app/times.h"
 #include "app/user.h"
+#include "base/clock.h"
+#include "base/errors.h"
+#include "base/program_folder.h"
+#include "base/times.h"
 #include "device/packet.h"
 #include "monitor/automatic_save.h"
 #include "monitor/frmrealtime.h"

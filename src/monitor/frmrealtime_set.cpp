@@ -1,9 +1,9 @@
 // "Properties Set": writes what stands in the window into the recorder.
-#include "app/clock.h"
-#include "app/errors.h"
-#include "app/message_box.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/clock.h"
+#include "base/errors.h"
+#include "base/message_box.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/pattern.h"

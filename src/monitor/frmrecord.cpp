@@ -3,9 +3,9 @@
 #include <QFormLayout>
 #include <QVBoxLayout>
 
-#include "app/ok_cancel.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/ok_cancel.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/time_picker.h"
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdint>
 
-#include "app/curve.h"
+#include "base/curve.h"
 #include "monitor/sliding_window.h"
 
 // One value a channel in the channel's unit; channels that the recorder does not have stay 0.

@@ -1,6 +1,6 @@
 #include "monitor/live_sheets.h"
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
-#include "app/numbers.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "device/answer.h"
 
 namespace {

@@ -6,12 +6,12 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
-#include "app/message_box.h"
-#include "app/numbers.h"
-#include "app/ok_cancel.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/message_box.h"
+#include "base/numbers.h"
+#include "base/ok_cancel.h"
 #include "print/printer.h"
 
 namespace {

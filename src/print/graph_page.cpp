@@ -6,8 +6,8 @@
 #include <cmath>
 #include <numeric>
 
-#include "app/errors.h"
-#include "app/numbers.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "print/page.h"
 #include "print/paper_curve.h"
 

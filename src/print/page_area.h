@@ -8,8 +8,8 @@
 
 #include <functional>
 
-#include "app/picture_box.h"
-#include "app/twips.h"
+#include "base/picture_box.h"
+#include "base/twips.h"
 
 class PageArea : public QAbstractScrollArea {
   Q_OBJECT

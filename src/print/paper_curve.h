@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-#include "app/curve.h"
+#include "base/curve.h"
 
 // Where a curve lies, counted from the upper left corner of its graph in any unit.
 struct CurvePlace {

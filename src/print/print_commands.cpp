@@ -2,9 +2,9 @@
 
 #include <QGuiApplication>
 
-#include "app/message_box.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/message_box.h"
 #include "print/Frmprint.h"
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"

@@ -5,7 +5,7 @@
 #include <QSizeF>
 #include <QString>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 class QPainter;
 class QWidget;

@@ -6,7 +6,7 @@
 #include <QPrinterInfo>
 #include <QPushButton>
 
-#include "app/twips.h"
+#include "base/twips.h"
 #include "print/page.h"
 #include "print/print_queue.h"
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "app/errors.h"
-#include "app/numbers.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "print/page.h"
 
 namespace {

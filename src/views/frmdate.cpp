@@ -5,11 +5,11 @@
 
 #include <utility>
 
-#include "app/errors.h"
-#include "app/message_box.h"
-#include "app/ok_cancel.h"
-#include "app/times.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/message_box.h"
+#include "base/ok_cancel.h"
+#include "base/times.h"
 #include "views/date_segment.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #include "views/frmdisplay.h"
 
-#include "app/errors.h"
-#include "app/numbers.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 #include "monitor/Frmwarn.h"
 #include "views/date_segment.h"
 #include "views/frmdate.h"

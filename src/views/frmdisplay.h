@@ -11,7 +11,7 @@
 
 #include <array>
 
-#include "app/child_window.h"
+#include "base/child_window.h"
 #include "views/graph_layout.h"
 #include "views/graph_surface.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/twips.h"
+#include "base/twips.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/recording.h"
-#include "app/twips.h"
+#include "base/twips.h"
 
 // Colours of the channel slots and of the grid.
 inline constexpr std::array<QRgb, Recording::max_channels> curve_colours = {

@@ -2,7 +2,7 @@
 // user does with mouse and keys.
 #pragma once
 
-#include "app/picture_box.h"
+#include "base/picture_box.h"
 #include "views/graph_picture.h"
 #include "views/graph_view.h"
 

@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "app/numbers.h"
 #include "app/recording.h"
+#include "base/numbers.h"
 
 namespace {
 

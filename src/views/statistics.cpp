@@ -2,10 +2,10 @@
 
 #include <span>
 
-#include "app/errors.h"
-#include "app/numbers.h"
 #include "app/recording.h"
-#include "app/times.h"
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "base/times.h"
 
 void compute_statistics(Recording& recording) {
   auto& stats = recording.ChannelStats;

@@ -1,7 +1,7 @@
 #include "acquire/block.h"
 #include "acquire/segments.h"
-#include "app/errors.h"
-#include "app/times.h"
+#include "base/errors.h"
+#include "base/times.h"
 #include "support/runner.h"
 
 namespace {

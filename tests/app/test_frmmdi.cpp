@@ -3,8 +3,8 @@
 #include <QMenuBar>
 #include <QRegularExpression>
 
-#include "app/times.h"
 #include "app/user.h"
+#include "base/times.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
 #include "support/runner.h"

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <random>
 
-#include "app/errors.h"
-#include "app/field_reader.h"
-#include "app/numbers.h"
-#include "app/times.h"
+#include "base/errors.h"
+#include "base/field_reader.h"
+#include "base/numbers.h"
+#include "base/times.h"
 #include "support/runner.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <QProcess>
 #include <QRandomGenerator>
 
-#include "app/errors.h"
 #include "app/user.h"
+#include "base/errors.h"
 #include "data/data_commands.h"
 #include "data/data_file.h"
 #include "data/file_handle.h"

@@ -4,7 +4,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-#include "app/dialogs.h"
+#include "base/dialogs.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
 

@@ -1,5 +1,5 @@
-#include "app/errors.h"
 #include "app/user.h"
+#include "base/errors.h"
 #include "device/frmport.h"
 #include "device/port_names.h"
 #include "monitor/frmrealtime.h"

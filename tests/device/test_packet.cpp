@@ -1,7 +1,7 @@
 #include <numeric>
 
-#include "app/errors.h"
 #include "app/user.h"
+#include "base/errors.h"
 #include "device/packet.h"
 #include "support/runner.h"
 #include "support/simulated_port.h"

@@ -17,8 +17,8 @@
 #include <stop_token>
 #include <thread>
 
-#include "app/dialogs.h"
 #include "app/user.h"
+#include "base/dialogs.h"
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
 #include "support/controls.h"

@@ -1,5 +1,5 @@
-#include "app/clock.h"
 #include "app/user.h"
+#include "base/clock.h"
 #include "device/qt_serial_port.h"
 #include "support/main_window.h"
 #include "support/office_suite.h"

@@ -1,8 +1,8 @@
 #include <ctime>
 
 #include "acquire/frmhistorytime.h"
-#include "app/clock.h"
 #include "app/user.h"
+#include "base/clock.h"
 #include "device/frmport.h"
 #include "device/qt_serial_port.h"
 #include "monitor/frmrealtime.h"

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 inline void require(bool rule) {
   if (!rule) std::abort();

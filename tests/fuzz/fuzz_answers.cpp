@@ -1,7 +1,7 @@
 // Answers from the line, each kind of them, of any length and content.
 #include "acquire/block.h"
 #include "acquire/segments.h"
-#include "app/times.h"
+#include "base/times.h"
 #include "device/answer.h"
 #include "fuzz/fuzz.h"
 #include "monitor/live_channels.h"

@@ -1,8 +1,8 @@
 // Texts as a user types them, into number boxes and titles.
 #include <cmath>
 
-#include "app/numbers.h"
-#include "app/times.h"
+#include "base/numbers.h"
+#include "base/times.h"
 #include "fuzz/fuzz.h"
 #include "monitor/alarms.h"
 #include "monitor/pattern.h"

@@ -1,7 +1,7 @@
 #include <QAbstractItemModelTester>
 #include <QScrollBar>
 
-#include "app/times.h"
+#include "base/times.h"
 #include "monitor/channel_status.h"
 #include "monitor/monitor_window.h"
 

@@ -1,4 +1,4 @@
-#include "app/errors.h"
+#include "base/errors.h"
 #include "monitor/live_graph.h"
 #include "monitor/monitor_window.h"
 #include "monitor/pattern.h"

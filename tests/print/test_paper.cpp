@@ -9,7 +9,7 @@
 
 #include <limits>
 
-#include "app/numbers.h"
+#include "base/numbers.h"
 #include "print/graph_page.h"
 #include "print/page.h"
 #include "print/print_commands.h"

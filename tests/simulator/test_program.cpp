@@ -1,8 +1,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include "app/clock.h"
-#include "app/program_folder.h"
+#include "base/clock.h"
+#include "base/program_folder.h"
 #include "device/packet.h"
 #include "device/qt_serial_port.h"
 #include "support/runner.h"

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "app/frmmdi.h"
-#include "app/program_folder.h"
+#include "base/program_folder.h"
 #include "data/automation_plugin.h"
 #include "support/runner.h"
 #include "support/scripted.h"

@@ -1,9 +1,9 @@
 // Recordings as tests have them: made up, or measured by a recorder in software.
 #pragma once
 
-#include "app/numbers.h"
 #include "app/recording.h"
-#include "app/times.h"
+#include "base/numbers.h"
+#include "base/times.h"
 #include "device/fixed_point.h"
 #include "simulator/signal.h"
 

@@ -12,9 +12,9 @@
 #include <optional>
 #include <vector>
 
-#include "app/clock.h"
-#include "app/file_dialog.h"
-#include "app/message_box.h"
+#include "base/clock.h"
+#include "base/file_dialog.h"
+#include "base/message_box.h"
 #include "print/qt_printer.h"
 
 // Time that passes only in pauses and, millisecond by millisecond, in waits.

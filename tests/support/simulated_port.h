@@ -4,8 +4,8 @@
 #include <map>
 #include <utility>
 
-#include "app/errors.h"
-#include "app/serial_port.h"
+#include "base/errors.h"
+#include "base/serial_port.h"
 #include "simulator/line.h"
 #include "simulator/recorder.h"
 #include "support/scripted.h"

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <random>
 
-#include "app/errors.h"
+#include "base/errors.h"
 #include "support/plain_graph.h"
 #include "support/recordings.h"
 #include "support/runner.h"

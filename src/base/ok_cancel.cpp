@@ -1,4 +1,4 @@
-#include "app/ok_cancel.h"
+#include "base/ok_cancel.h"
 
 OkCancel make_ok_cancel(QDialog& dialog, const char* ok_name, const char* cancel_name) {
   const OkCancel buttons = {new QPushButton(QStringLiteral("Ok"), &dialog),

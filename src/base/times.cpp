@@ -1,4 +1,4 @@
-#include "app/times.h"
+#include "base/times.h"
 
 #include <QLocale>
 #include <QRegularExpression>

@@ -1,4 +1,4 @@
-#include "app/field_reader.h"
+#include "base/field_reader.h"
 
 #include <algorithm>
 #include <array>
@@ -7,8 +7,8 @@
 #include <cmath>
 #include <cstring>
 
-#include "app/errors.h"
-#include "app/numbers.h"
+#include "base/errors.h"
+#include "base/numbers.h"
 
 namespace {
 

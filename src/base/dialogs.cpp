@@ -1,4 +1,4 @@
-#include "app/dialogs.h"
+#include "base/dialogs.h"
 
 #include <QApplication>
 #include <QDir>

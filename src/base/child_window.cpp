@@ -1,4 +1,4 @@
-#include "app/child_window.h"
+#include "base/child_window.h"
 
 #include <QCloseEvent>
 

@@ -1,4 +1,4 @@
-#include "app/numbers.h"
+#include "base/numbers.h"
 
 #include <QByteArray>
 
@@ -8,7 +8,7 @@
 #include <limits>
 #include <string_view>
 
-#include "app/errors.h"
+#include "base/errors.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "app/interval_timer.h"
+#include "base/interval_timer.h"
 
 IntervalTimer::IntervalTimer(int interval, QObject* parent) : QObject(parent), interval_(interval) {
   connect(&timer_, &QTimer::timeout, this, &IntervalTimer::tick);

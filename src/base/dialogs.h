@@ -4,8 +4,8 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "app/file_dialog.h"
-#include "app/message_box.h"
+#include "base/file_dialog.h"
+#include "base/message_box.h"
 
 class WindowMessageBox final : public MessageBox {
  public:

@@ -1,4 +1,4 @@
-#include "app/picture_box.h"
+#include "base/picture_box.h"
 
 #include <QMouseEvent>
 #include <QPainter>

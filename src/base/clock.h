@@ -17,7 +17,7 @@ class Clock {
 
   // Seconds since midnight in single precision; wraps to 0 at midnight.
   virtual float seconds_since_midnight() const = 0;
-  // The local wall time, kept without a zone (see app/times.h).
+  // The local wall time, kept without a zone (see base/times.h).
   virtual QDateTime now() const = 0;
 
   // Pauses for `milliseconds`. No events run meanwhile: what must not be interrupted between two
