@@ -21,7 +21,7 @@
 #include "app/user.h"
 #include "base/program_folder.h"
 #include "device/frmport.h"
-#include "device/packet.h"
+#include "device/request.h"
 #include "program.h"
 #include "suite.h"
 #include "support/dialogs.h"
@@ -60,15 +60,14 @@ struct Recorder {
   SimulatorProcess process;
 };
 
-// Writes SendBuffer as an exchange does and reads until the answer is there. False after 2 s.
-bool bare_exchange(int line, int answer_bytes) {
+// Writes a request as an exchange does and reads until the answer is there. False after 2 s.
+bool bare_exchange(int line, const Request& request) {
   constexpr char address = 0;
   if (write(line, &address, 1) != 1) return false;
   std::this_thread::sleep_for(10ms);
-  const auto& request = Packet::SendBuffer;
-  if (write(line, request.data(), static_cast<size_t>(request.size())) != request.size()) {
-    return false;
-  }
+  const QByteArray& frame = request.bytes;
+  if (write(line, frame.data(), static_cast<size_t>(frame.size())) != frame.size()) return false;
+  int answer_bytes = request.answer_length;
   std::array<char, 512> bytes{};
   pollfd readable{.fd = line, .events = POLLIN, .revents = 0};
   while (answer_bytes > 0 && poll(&readable, 1, 2000) > 0) {
@@ -92,9 +91,9 @@ std::optional<double> bare_download_ms(int readings) {
   tcsetattr(line, TCSANOW, &settings);
   QElapsedTimer timer;
   timer.start();
-  bool answered = bare_exchange(line, Packet::BuildReadProperties());
+  bool answered = bare_exchange(line, properties_request());
   for (int block = 0; answered && block < readings / readings_per_block; ++block) {
-    answered = bare_exchange(line, Packet::BuildReadBlock(block));
+    answered = bare_exchange(line, block_request(block));
     std::this_thread::sleep_for(100ms);
   }
   const double ms = static_cast<double>(timer.nsecsElapsed()) / 1e6;

@@ -4,8 +4,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "base/times.h"
-#include "device/answer.h"
+#include "device/stored_block.h"
 
 namespace {
 
@@ -18,8 +17,8 @@ QDateTime later(const QDateTime& time, double seconds) {
 }
 
 std::vector<Segment> list_segments(const MemoryMap& memory, int readings) {
-  const double per_segment = samples_per_segment(memory.channels);
-  const int rest = readings % readings_per_segment;
+  const double per_segment = samples_per_block(memory.channels);
+  const int rest = readings % readings_per_block;
   const double first_samples =
       rest != 0 ? static_cast<double>(rest) / memory.channels : per_segment;
   std::vector<Segment> segments;
@@ -36,40 +35,26 @@ std::vector<Segment> list_segments(const MemoryMap& memory, int readings) {
 
 }  // namespace
 
-int stored_readings(const QByteArray& answer) {
-  return word_at(answer, readings_at);
-}
-
-double samples_per_segment(int channels) {
-  return static_cast<double>(readings_per_segment) / channels;
-}
-
-MemoryMap map_memory(const QByteArray& answer, int channels, const QDateTime& now) {
+MemoryMap map_memory(const RecorderProperties& properties, int channels, const QDateTime& now) {
   MemoryMap memory;
   memory.channels = channels;
-  memory.interval = word_at(answer, interval_at) + 1;
-  const int all_readings = stored_readings(answer);
+  memory.interval = properties.record_interval;
+  const int all_readings = properties.readings_held;
   int readings = all_readings;
-  const int flags = byte_at(answer, mode_flags_at);
-  const bool wraps = (flags & wrap_flag) != 0;
-  if (wraps && readings > nearly_full) readings -= about_to_go;
+  if (properties.wrap && readings > nearly_full) readings -= about_to_go;
   const double duration = static_cast<double>(memory.interval) * readings / channels;
-  if (wraps) {
-    memory.end = now.addSecs(-word_at(answer, elapsed_at));
+  if (properties.wrap) {
+    memory.end = now.addSecs(-properties.idle_seconds);
     memory.start = later(memory.end, -duration);
   } else {
-    memory.start = wall_time(byte_at(answer, start_at) + 2000, byte_at(answer, start_at + 1),
-                             byte_at(answer, start_at + 2), byte_at(answer, start_at + 3),
-                             byte_at(answer, start_at + 4), byte_at(answer, start_at + 5));
-    if ((flags & delayed_flag) != 0) {
-      memory.start = memory.start.addSecs(word_at(answer, delay_at));
-    }
+    memory.start = properties.start;
+    if (properties.delayed) memory.start = memory.start.addSecs(properties.startup_delay);
     memory.end = later(memory.start, duration);
   }
   memory.samples_wanted = to_int32(static_cast<double>(readings) / channels);
   // The segments come from the unreduced count: they are what the recorder's memory still holds.
   memory.segment_count =
-      all_readings / readings_per_segment + (all_readings % readings_per_segment != 0 ? 1 : 0);
+      all_readings / readings_per_block + (all_readings % readings_per_block != 0 ? 1 : 0);
   memory.segments = list_segments(memory, all_readings);
   return memory;
 }
@@ -82,7 +67,7 @@ QDateTime whole_second(const QDateTime& time) {
 }
 
 int samples_in(const MemoryMap& memory, int first, int last) {
-  const double per_segment = samples_per_segment(memory.channels);
+  const double per_segment = samples_per_block(memory.channels);
   if (first != 0) return to_int32((last - first + 1) * per_segment);
   return to_int32(memory.samples_wanted - (memory.segment_count - 1 - last) * per_segment);
 }

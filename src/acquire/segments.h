@@ -1,13 +1,13 @@
 // What the recorder's memory holds and when each of its segments of 128 readings begins and ends,
-// worked out from the properties answer (docs/protocol.md). No window, no port.
+// worked out from the recorder's properties. No window, no port.
 #pragma once
 
-#include <QByteArray>
 #include <QDateTime>
 
 #include <vector>
 
-inline constexpr int readings_per_segment = 128;
+#include "device/properties.h"
+
 // Segments beyond these are not kept.
 inline constexpr int max_segments = 251;
 
@@ -28,17 +28,10 @@ struct MemoryMap {
   std::vector<Segment> segments;
 };
 
-// Readings of all channels together that a properties answer announces. Throws BoundsError for an
-// answer that is too short.
-int stored_readings(const QByteArray& properties_answer);
-
-// The samples a channel in one full segment: not whole for three channels.
-double samples_per_segment(int channels);
-
-// `channels` (1..4) take part in the recording; `now` is the wall time at which the answer came.
-// Times are kept to the millisecond, since a segment of three channels takes no whole number of
-// samples; whole_second gives the second that is shown.
-MemoryMap map_memory(const QByteArray& properties_answer, int channels, const QDateTime& now);
+// `channels` (1..4) take part in the recording; `now` is the wall time at which the properties
+// came. Times are kept to the millisecond, since a segment of three channels takes no whole number
+// of samples; whole_second gives the second that is shown.
+MemoryMap map_memory(const RecorderProperties& properties, int channels, const QDateTime& now);
 
 // The nearest whole second, ties to even.
 QDateTime whole_second(const QDateTime& time);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QStatusBar>
 
@@ -53,10 +54,11 @@ const QMap<QString, QString> toolbar_commands = {{"prints", "printview"}, {"iden
 
 }  // namespace
 
-frmmdi::frmmdi(const OutsideWorld& world) : world_(world) {
-  Packet::attach(world.port, world.clock);
+frmmdi::frmmdi(const OutsideWorld& world) : world_(world), recorder_(world.port, world.clock) {
+  Packet::attach(recorder_);
   build();
   MDIForm_Load();
+  connect(&recorder_.use, &RecorderUse::changed, this, &frmmdi::show_recorder_commands);
 }
 
 void frmmdi::build() {
@@ -150,7 +152,7 @@ void frmmdi::changeEvent(QEvent* event) {
 
 void frmmdi::MDIForm_Load() {
   User::reset_display_limits();
-  Packet::PacketCounter = 0;
+  Packet::PacketCounter() = 0;
   User::DeviceTable = read_device_file(program_folder() + device_file);
   Timer1_Timer();
   Timer1->start();
@@ -165,9 +167,7 @@ void frmmdi::MDIForm_Unload() {
     if (!dialog->close()) break;
   }
   Timer1->stop();
-  if (frmrealtime* window = loaded_realtime()) {
-    if (window->Timer1->enabled()) window->Timer1->set_enabled(false);
-  }
+  if (frmrealtime* window = loaded_realtime()) window->pause_polling();
   if (MSComm1().is_open()) MSComm1().close();
   MSComm1().set_rts(false);
   MSComm1().set_dtr(false);
@@ -206,16 +206,26 @@ void frmmdi::enable_data_commands(bool enabled) {
   for (const int index : data_buttons) toolbar_button(index)->setEnabled(enabled);
 }
 
+void frmmdi::enable_recorder_command(const QString& name, int button, bool enabled) {
+  menu_entry(name)->setEnabled(enabled);
+  toolbar_button(button)->setEnabled(enabled);
+}
+
 void frmmdi::set_linked_commands(bool linked) {
-  const auto set = [this](const QString& name, int button, bool enabled) {
-    menu_entry(name)->setEnabled(enabled);
-    toolbar_button(button)->setEnabled(enabled);
-  };
-  set(QStringLiteral("realtime"), 13, linked);
-  set(QStringLiteral("record"), 9, linked);
-  set(QStringLiteral("link"), 7, !linked);
-  set(QStringLiteral("unlink"), 8, linked);
-  set(QStringLiteral("read"), 10, linked);
+  linked_ = linked;
+  enable_recorder_command(QStringLiteral("realtime"), 13, linked);
+  enable_recorder_command(QStringLiteral("record"), 9, linked);
+  enable_recorder_command(QStringLiteral("unlink"), 8, linked);
+  show_recorder_commands();
+}
+
+// What cannot act now must not look as if it could: while a task has the recorder there is neither
+// a link nor a download.
+void frmmdi::show_recorder_commands() {
+  const RecorderUse& use = recorder_.use;
+  enable_recorder_command(QStringLiteral("link"), 7, !linked_ && use.free_for(RecorderTask::link));
+  enable_recorder_command(QStringLiteral("read"), 10,
+                          linked_ && use.free_for(RecorderTask::download));
 }
 
 frmrealtime* frmmdi::loaded_realtime() {
@@ -228,10 +238,9 @@ frmrealtime* frmmdi::realtime() {
     auto* window = new frmrealtime(*this, this);
     realtime_ = window;
     connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
-    const ChildWindow::Handler loading(*window);
-    realtime_loading_ = true;
+    const ChildWindow::Handler running(*window);
+    const QScopedValueRollback loading(realtime_loading_, true);
     window->Form_Load();
-    if (!loading.unloaded()) realtime_loading_ = false;
   }
   return loaded_realtime();
 }

@@ -15,6 +15,7 @@
 #include <array>
 
 #include "app/shell.h"
+#include "device/recorder_link.h"
 
 class Automation;
 class ChildWindow;
@@ -91,7 +92,12 @@ class frmmdi final : public QMainWindow, public Shell {
   // Takes the frame around an unloaded window away.
   void release_child(ChildWindow& child);
 
+  void enable_recorder_command(const QString& name, int button, bool enabled);
+  void show_recorder_commands();
+
   OutsideWorld world_;
+  RecorderLink recorder_;
+  bool linked_ = false;
   QMdiArea* area_;
   QMap<QString, QAction*> entries_;
   QPointer<ChildWindow> realtime_;

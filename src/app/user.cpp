@@ -23,7 +23,6 @@ std::int16_t SegmentCount = 0;
 std::array<std::array<QString, 2>, 251> SegmentTimes;
 std::int16_t FirstSegment = 0;
 std::int16_t LastSegment = 0;
-bool Downloading = false;
 
 std::array<std::uint8_t, 15> PatternBytes{};
 std::array<std::uint8_t, 65> DescriptionBytes{};

@@ -32,8 +32,6 @@ extern std::int16_t SegmentCount;
 extern std::array<std::array<QString, 2>, 251> SegmentTimes;
 extern std::int16_t FirstSegment;
 extern std::int16_t LastSegment;
-// True while a download runs: the recorder is then its own, and nothing else asks or sets it.
-extern bool Downloading;
 
 // Recorder pattern and texts as they travel on the wire (docs/protocol.md).
 extern std::array<std::uint8_t, 15> PatternBytes;

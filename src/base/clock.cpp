@@ -1,5 +1,6 @@
 #include "base/clock.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QThread>
 #include <QTime>
@@ -12,6 +13,10 @@ float SystemClock::seconds_since_midnight() const {
 QDateTime SystemClock::now() const {
   QDateTime time = QDateTime::currentDateTime();
   return {time.date(), time.time(), Qt::UTC};
+}
+
+qint64 SystemClock::steady_ms() const {
+  return QDeadlineTimer::current(Qt::PreciseTimer).deadline();
 }
 
 void SystemClock::sleep(int milliseconds) {

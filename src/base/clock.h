@@ -20,6 +20,9 @@ class Clock {
   // The local wall time, kept without a zone (see base/times.h).
   virtual QDateTime now() const = 0;
 
+  // Milliseconds since some moment in the past; never set, so they tell how long something takes.
+  virtual qint64 steady_ms() const = 0;
+
   // Pauses for `milliseconds`. No events run meanwhile: what must not be interrupted between two
   // statements stays whole. Returns at once when the clock is stopped.
   virtual void sleep(int milliseconds) = 0;
@@ -46,6 +49,7 @@ class SystemClock final : public Clock {
  public:
   float seconds_since_midnight() const override;
   QDateTime now() const override;
+  qint64 steady_ms() const override;
   void sleep(int milliseconds) override;
   void wait(int milliseconds) override;
   void wake() override;

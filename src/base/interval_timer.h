@@ -1,5 +1,6 @@
 // A timer that is switched on apart from its interval: enabled with an interval of 0 it does not
-// tick, and it keeps its interval while it is off.
+// tick, and it keeps its interval while it is off. It ticks on while a handler of an earlier tick
+// waits.
 #pragma once
 
 #include <QTimer>
@@ -21,6 +22,7 @@ class IntervalTimer : public QObject {
 
  private:
   void apply();
+  void pass_on();
 
   QTimer timer_;
   int interval_;

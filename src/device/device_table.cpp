@@ -37,6 +37,10 @@ int DeviceTable::channel_count(int row) const {
   return count;
 }
 
+bool DeviceTable::has_channels(int row) const {
+  return stop_at_first_failure([&] { channel_count(row); });
+}
+
 DeviceTable read_device_table(std::string_view bytes) {
   DeviceTable table;
   // The byte order mark that some editors put in front.

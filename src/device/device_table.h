@@ -26,6 +26,8 @@ class DeviceTable {
   // The channel count of a type, 1..4. Throws ConversionError for anything else, an empty or
   // non-numeric text above all.
   int channel_count(int row) const;
+  // Whether channel_count() gives one.
+  bool has_channels(int row) const;
 
  private:
   std::array<std::array<QString, fields>, max_rows> texts_;

@@ -1,7 +1,5 @@
 #include "device/link.h"
 
-#include <QScopedValueRollback>
-
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/errors.h"
@@ -16,41 +14,58 @@ constexpr std::int16_t no_port = -1;
 constexpr std::int16_t automatic = 4;
 constexpr std::int16_t searched_ports = 8;
 
+// A link must be broken off when the program ends, and when another link has begun inside its
+// endless wait: the port is then the other's.
+struct LinkCommand {
+  explicit LinkCommand(Shell& the_shell)
+      : shell(the_shell), turn(Packet::recorder().use, RecorderTask::link) {}
+  bool abandoned() const { return shell.shutting_down() || turn.overtaken(); }
+
+  Shell& shell;
+  RecorderUse::Turn turn;
+};
+
 // Whether a recorder answers on port `number`. A port left open by Unlink takes neither the
 // number nor a second open: the probe then runs on that port. A recorder type without a usable
 // channel count has no status request, so nothing is sent and nobody answers.
-bool probe(Shell& shell, int number) {
-  SerialPort& port = shell.MSComm1();
+bool probe(const LinkCommand& command, int number) {
+  SerialPort& port = command.shell.MSComm1();
   skip_on_error([&] { port.set_port_number(number); });
   skip_on_error([&] { port.open(); });
-  if (!stop_at_first_failure([] { User::DeviceTable.channel_count(User::RecorderType); })) {
-    return false;
-  }
-  return Packet::request(Packet::BuildStatusRequest);
+  if (!User::DeviceTable.has_channels(User::RecorderType)) return false;
+  return Packet::request(Packet::BuildStatusRequest, {}, [&] { return command.abandoned(); })
+             .has_value() &&
+         !command.abandoned();
 }
 
 void tell_timeout(Shell& shell) {
   shell.messages().show(QStringLiteral("Link Timeout!"), QStringLiteral("Warnning"));
 }
 
-bool find_on_fixed_port(Shell& shell) {
-  if (probe(shell, User::PortChoice + 1)) return true;
-  if (shell.shutting_down()) return false;
-  tell_timeout(shell);
-  shell.MSComm1().close();
+bool find_on_fixed_port(const LinkCommand& command) {
+  if (probe(command, User::PortChoice + 1)) return true;
+  if (command.abandoned()) return false;
+  tell_timeout(command.shell);
+  command.shell.MSComm1().close();
   return false;
 }
 
 // The last port of the search is left as it is.
-bool search(Shell& shell) {
+bool search(const LinkCommand& command) {
   for (std::int16_t k = 0; k < searched_ports; ++k) {
     User::PortChoice = k;
-    if (probe(shell, k + 1)) return true;
-    if (shell.shutting_down()) return false;
-    if (k + 1 < searched_ports) shell.MSComm1().close();
+    if (probe(command, k + 1)) return true;
+    if (command.abandoned()) return false;
+    if (k + 1 < searched_ports) command.shell.MSComm1().close();
   }
-  tell_timeout(shell);
+  tell_timeout(command.shell);
   return false;
+}
+
+bool find_recorder(Shell& shell) {
+  const LinkCommand command(shell);
+  if (!command.turn) return false;
+  return User::PortChoice == automatic ? search(command) : find_on_fixed_port(command);
 }
 
 // The window is loaded afresh, since its load is what reads the recorder. It can be closed again
@@ -58,8 +73,7 @@ bool search(Shell& shell) {
 void link_now(Shell& shell) {
   frmport(shell.window()).exec();
   if (User::PortChoice == no_port || shell.shutting_down()) return;
-  const bool found = User::PortChoice == automatic ? search(shell) : find_on_fixed_port(shell);
-  if (!found) return;
+  if (!find_recorder(shell)) return;
   shell.unload_realtime();
   shell.show_realtime();
   if (shell.loaded_realtime() && !shell.shutting_down()) shell.set_linked_commands(true);
@@ -67,12 +81,8 @@ void link_now(Shell& shell) {
 
 }  // namespace
 
-// A link that is under way must not be broken by another, nor a download by a link: the command is
-// ignored until they end.
 void link_Click(Shell& shell) {
-  static bool linking = false;
-  if (linking || User::Downloading) return;
-  const QScopedValueRollback under_way(linking, true);
+  if (!Packet::recorder().use.free_for(RecorderTask::link)) return;
   skip_on_error([&] { link_now(shell); });
 }
 

@@ -1,5 +1,8 @@
 #include "device/qt_serial_port.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include "base/errors.h"
 #include "base/program_folder.h"
 #include "device/port_names.h"
@@ -7,6 +10,8 @@
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
+#include <cerrno>
+#include <sys/ioctl.h>
 #include <termios.h>
 #endif
 
@@ -17,6 +22,28 @@ namespace {
 constexpr int write_time_ms = 1000;
 // The size of the control's input buffer; answers are far shorter.
 constexpr qint64 input_buffer = 1024;
+
+#ifdef Q_OS_WIN
+void drain_driver(HANDLE port) {
+  if (!FlushFileBuffers(port)) throw PortError("the port does not send its bytes");
+}
+#else
+// tcdrain() alone would wait without a bound. Once the driver's queue is empty it waits for the
+// hardware's last bytes only, which the driver bounds.
+void drain_driver(int port) {
+  QDeadlineTimer deadline(write_time_ms);
+  int queued = 0;
+  while (ioctl(port, TIOCOUTQ, &queued) == 0 && queued > 0) {
+    if (deadline.hasExpired()) throw PortError("the port does not send its bytes");
+    QThread::msleep(1);
+  }
+  int result = 0;
+  do {
+    result = tcdrain(port);
+  } while (result != 0 && errno == EINTR);
+  if (result != 0) throw PortError("the port does not send its bytes");
+}
+#endif
 
 }  // namespace
 
@@ -67,23 +94,20 @@ void QtSerialPort::open() {
 
 void QtSerialPort::close() {
   gone_ = false;
-  if (port_.isOpen()) port_.close();
+  if (!port_.isOpen()) return;
+  // What a hung adapter has not sent would keep the closing waiting.
+  port_.clear(QSerialPort::Output);
+  port_.close();
 }
 
 // Everything written so far must have left the line before its parity changes: the recorder tells
-// an address from a request by it. Flushing hands the bytes to the driver, draining waits until
-// the driver has sent them.
+// an address from a request by it. The bytes go to the driver first; then the driver sends them. An
+// adapter that hangs takes none or sends none: that is an error, and no reason to wait for ever.
 void QtSerialPort::drain() {
   while (port_.bytesToWrite() > 0) {
-    if (!port_.flush() && !port_.waitForBytesWritten(write_time_ms)) {
-      throw PortError("the port does not take bytes");
-    }
+    if (!port_.waitForBytesWritten(write_time_ms)) throw PortError("the port does not take bytes");
   }
-#ifdef Q_OS_WIN
-  FlushFileBuffers(port_.handle());
-#else
-  tcdrain(port_.handle());
-#endif
+  drain_driver(port_.handle());
 }
 
 void QtSerialPort::set_settings(const QString& text) {
@@ -111,7 +135,7 @@ QByteArray QtSerialPort::read_all() {
 void QtSerialPort::write(const QByteArray& bytes) {
   require_open();
   if (port_.write(bytes) != bytes.size()) throw PortError("the port does not take bytes");
-  port_.flush();
+  port_.flush();  // what the driver does not take at once goes out by the event loop
 }
 
 void QtSerialPort::set_rts(bool on) {

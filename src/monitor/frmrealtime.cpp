@@ -4,8 +4,11 @@
 #include "app/user.h"
 #include "base/errors.h"
 #include "base/numbers.h"
-#include "device/packet.h"
-#include "monitor/properties.h"
+#include "device/limits.h"
+#include "device/properties.h"
+#include "device/status.h"
+#include "device/texts.h"
+#include "monitor/recorder_session.h"
 #include "monitor/time_picker.h"
 
 frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), shell_(shell) {
@@ -13,6 +16,11 @@ frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), s
   Timer1 = new IntervalTimer(design_interval_ms, this);
   build();
   connect(Timer1, &IntervalTimer::tick, this, &frmrealtime::Timer1_Timer);
+  const RecorderUse& use = Packet::recorder().use;
+  connect(&use, &RecorderUse::changed, this,
+          [this, &use] { Command4->setEnabled(use.free_for(RecorderTask::set_up)); });
+  // Later, when the task that has ended has left its handler.
+  connect(&use, &RecorderUse::changed, this, &frmrealtime::refresh_if_due, Qt::QueuedConnection);
 }
 
 // The live buffer and the sheets are empty in a new window.
@@ -32,27 +40,38 @@ void frmrealtime::Form_Unload() {
   shell_.set_panel(2, {});
 }
 
-bool frmrealtime::left(const Handler& running) const {
-  return running.unloaded() || shell_.shutting_down();
+std::vector<int> frmrealtime::recorded_channels() const {
+  std::vector<int> channels;
+  for (std::size_t c = 0; c < Check1.size(); ++c) {
+    if (Check1[c]->isChecked()) channels.push_back(static_cast<int>(c));
+  }
+  return channels;
+}
+
+void frmrealtime::refresh_if_due() {
+  const RecorderUse& use = Packet::recorder().use;
+  if (refresh_due_ && !unloaded() && use.free_for(RecorderTask::refresh)) RefreshFromRecorder();
 }
 
 void frmrealtime::RefreshFromRecorder() {
-  const Handler running(*this);
-  if (!read_properties(running)) return;
-  if (!read_texts(running)) return;
-  if (!read_battery(running)) return;
-  if (!read_limits(running)) return;
+  const Session session(*this, RecorderTask::refresh);
+  refresh_due_ = !session.granted();
+  if (session.granted()) read_recorder(session);
+}
+
+void frmrealtime::read_recorder(const Session& session) {
+  if (!read_properties(session)) return;
+  if (!read_texts(session)) return;
+  if (!read_battery(session)) return;
+  if (!read_limits(session)) return;
   lay_out_live();
 }
 
-bool frmrealtime::read(const Handler& running, const std::function<int()>& build) {
-  return Packet::request(build, {}, [&] { return left(running); }) && !left(running);
-}
-
-bool frmrealtime::read_properties(const Handler& running) {
-  if (!read(running, Packet::BuildReadProperties)) return false;
-  const RecorderProperties properties = decode_properties(Packet::ReceiveBuffer);
-  Text3->setText(properties.start_time);
+bool frmrealtime::read_properties(const Session& session) {
+  const auto answer = session.request(Packet::BuildReadProperties);
+  if (!answer) return false;
+  const RecorderProperties properties = decode_properties(*answer);
+  Text3->setText(properties.start_text);
   Combo2->setCurrentIndex(static_cast<int>(properties.startup_type));
   Text2->setText(properties.recording ? QStringLiteral("Recording") : QStringLiteral("Stop"));
   Combo3->setCurrentIndex(properties.wrap ? 1 : 0);
@@ -64,30 +83,32 @@ bool frmrealtime::read_properties(const Handler& running) {
   return true;
 }
 
-bool frmrealtime::read_texts(const Handler& running) {
-  if (!read(running, Packet::BuildReadDescription)) return false;
-  const RecorderTexts texts = decode_texts(Packet::ReceiveBuffer);
+bool frmrealtime::read_texts(const Session& session) {
+  const auto answer = session.request(Packet::BuildReadDescription);
+  if (!answer) return false;
+  const RecorderTexts texts = decode_texts(*answer);
   User::TitleBytes = texts.title;
   User::DescriptionBytes.fill(0);
   std::copy(texts.description.begin(), texts.description.end(), User::DescriptionBytes.begin());
-  Text15->setText(text_of_units(User::DescriptionBytes.data(), 48));
-  Text6->setText(text_of_units(User::TitleBytes.data(), 16));
+  Text15->setText(text_of_units(User::DescriptionBytes.data(), 2 * description_units));
+  Text6->setText(text_of_units(User::TitleBytes.data(), 2 * title_units));
   return true;
 }
 
-bool frmrealtime::read_battery(const Handler& running) {
-  if (!read(running, Packet::BuildStatusRequest)) return false;
-  const bool enough = battery_voltage(Packet::ReceiveBuffer) >= least_voltage;
+bool frmrealtime::read_battery(const Session& session) {
+  const auto answer = session.request(Packet::BuildStatusRequest);
+  if (!answer) return false;
+  const bool enough = decode_status(*answer).battery_ok();
   Text4->setText(enough ? QStringLiteral("Ok") : QStringLiteral("Error"));
   return true;
 }
 
-bool frmrealtime::read_limits(const Handler& running) {
-  int channels = 0;
-  skip_on_error([&] { channels = User::DeviceTable.channel_count(User::RecorderType); });
+bool frmrealtime::read_limits(const Session& session) {
+  const int channels = live_channels(User::DeviceTable, User::RecorderType).count;
   for (int channel = 1; channel <= channels; ++channel) {
-    if (!read(running, [channel] { return Packet::BuildReadLimits(channel); })) return false;
-    const ChannelLimits limits = decode_limits(Packet::ReceiveBuffer);
+    const auto answer = session.request([channel] { return Packet::BuildReadLimits(channel); });
+    if (!answer) return false;
+    const ChannelLimits limits = decode_limits(*answer);
     const auto up = static_cast<std::size_t>(2 * (channel - 1));
     Text1[up]->setText(fixed2(limits.up));
     Text1[up + 1]->setText(fixed2(limits.down));

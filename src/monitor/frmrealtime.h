@@ -17,6 +17,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "base/child_window.h"
 #include "base/interval_timer.h"
@@ -26,6 +27,7 @@
 
 class QLayout;
 class Shell;
+enum class RecorderTask;
 enum class StartupType;
 struct PatternSettings;
 
@@ -40,7 +42,16 @@ class frmrealtime : public ChildWindow {
   void Form_Load();
 
   // Shows what the recorder now holds. A request that fails three times leaves the rest as it was.
+  // While another task has the recorder the window waits and fills itself when it is free.
   void RefreshFromRecorder();
+
+  // What the window says to others: the recorder's title, and the channels 0..3 that are marked to
+  // take part in the recording, in ascending order.
+  QString recorder_title() const { return Text6->text(); }
+  std::vector<int> recorded_channels() const;
+  // Stops the polling timer; switches it on again.
+  void pause_polling() { Timer1->set_enabled(false); }
+  void resume_polling() { Timer1->set_enabled(true); }
 
   // Draws the live graph afresh, at the place where the slider stands.
   void RedrawGraph();
@@ -124,24 +135,26 @@ class frmrealtime : public ChildWindow {
   void Pic1_MouseDown(float x);
   void Pic1_KeyDown(CursorStep step);
 
-  // A request, three times if need be. False when nobody answers, or when the window has been
-  // unloaded meanwhile.
-  bool read(const Handler& running, const std::function<int()>& build);
-  bool read_properties(const Handler& running);
-  bool read_texts(const Handler& running);
-  bool read_battery(const Handler& running);
-  bool read_limits(const Handler& running);
+  // One use of the recorder by a handler of this window.
+  class Session;
+  void read_recorder(const Session& session);
+  bool read_properties(const Session& session);
+  bool read_texts(const Session& session);
+  bool read_battery(const Session& session);
+  bool read_limits(const Session& session);
+  void refresh_if_due();
   void lay_out_live();
 
-  void set_properties(const Handler& running);
+  void set_properties(const Session& session);
   PatternSettings typed_settings() const;
   bool take_typed(const PatternSettings& settings);
-  bool write_all(const Handler& running, StartupType startup_type);
-  // The same as read(), but tells the user when nobody answers.
-  bool write(const Handler& running, const std::function<int()>& build);
+  bool write_all(const Session& session, StartupType startup_type);
+  bool write_limits(const Session& session, int channel);
+  // Sends a request, three times if need be, and tells the user when nobody answers.
+  bool write(const Session& session, const std::function<int()>& build);
   void restart_polling();
 
-  void take_reading();
+  void take_reading(const LiveReading& reading);
   void save_automatically();
   void tell_saved(const QString& text, bool failed);
   std::array<AlarmLimits, 4> typed_limits() const;
@@ -150,12 +163,11 @@ class frmrealtime : public ChildWindow {
   std::optional<int> cursor_slot() const;
   void place_cursor();
   void place_cursor_label(QLabel& label, double cursor) const;
-  bool left(const Handler& running) const;
 
   Shell& shell_;
   LiveMonitor live_;
   LiveView view_;
   // The reading at the cursor, counted from the first one since the window opened.
   std::optional<std::int64_t> cursor_;
-  bool polling_ = false;
+  bool refresh_due_ = false;
 };

@@ -32,7 +32,7 @@ void frmrealtime::RedrawGraph() {
 void frmrealtime::ShowDisplayLimits() {
   const Handler running(*this);
   Frmwarn(shell_.messages(), shell_.window()).exec();
-  if (!left(running)) RedrawGraph();
+  if (!running.unloaded() && !shell_.shutting_down()) RedrawGraph();
 }
 
 void frmrealtime::cmd_Click(int index) {

@@ -1,20 +1,17 @@
 // Live monitoring: the polling cycle, the sheets and the channels' labels.
-#include <QScopedValueRollback>
-
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/clock.h"
 #include "base/errors.h"
 #include "base/program_folder.h"
 #include "base/times.h"
-#include "device/packet.h"
+#include "device/status.h"
 #include "monitor/automatic_save.h"
-#include "monitor/frmrealtime.h"
+#include "monitor/recorder_session.h"
 
 namespace {
 
-// A late answer is a reading all the same; waiting for it would cost the next one.
-constexpr Packet::Retries live_retries = {.tries = 3, .pause = 10, .await_late_answers = false};
+constexpr Retries live_retries = {.pause_ms = 10};
 constexpr int time_column_twips = 2000;
 
 // Wider than laid out where the locale's times need it.
@@ -25,28 +22,23 @@ int time_column_width(const QTableView& sheet, const QString& time) {
 
 }  // namespace
 
-// A tick while a cycle still waits for a silent recorder is left out: cycles never pile up. So is
-// one during a download, whose answers it would take, should polling have been switched on.
+// A tick while another task has the recorder is left out: cycles do not pile up.
 void frmrealtime::Timer1_Timer() {
-  if (polling_ || User::Downloading) return;
-  const Handler running(*this);
-  const QScopedValueRollback polling(polling_, true);
-  const bool answered =
-      Packet::request(Packet::BuildStatusRequest, live_retries, [&] { return left(running); });
-  if (left(running)) return;
-  if (answered) {
-    take_reading();
+  const Session session(*this, RecorderTask::poll);
+  if (!session.granted()) return;
+  const auto answer = session.request(Packet::BuildStatusRequest, live_retries);
+  if (session.ended()) return;
+  if (answer) {
+    take_reading(decode_status(*answer).readings);
   } else {
     live_.count_missed();
   }
   shell_.set_panel(2, live_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
 }
 
-void frmrealtime::take_reading() {
+void frmrealtime::take_reading(const LiveReading& reading) {
   // Another recorder type can have been chosen since the window opened.
   if (live_channels(User::DeviceTable, User::RecorderType) != live_.channels()) lay_out_live();
-  LiveReading reading{};
-  skip_on_error([&] { reading = decode_readings(Packet::ReceiveBuffer, live_.channels().count); });
   const QString time = general_date_time_text(shell_.clock().now());
   if (live_.add(time, reading, typed_limits())) save_automatically();
   RedrawGraph();

@@ -4,44 +4,48 @@
 #include "base/clock.h"
 #include "base/errors.h"
 #include "base/message_box.h"
-#include "device/packet.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/pattern.h"
+#include "base/numbers.h"
+#include "device/pattern.h"
+#include "monitor/recorder_session.h"
 #include "monitor/time_picker.h"
 
 namespace {
 
 constexpr int pause_before_reading_back_ms = 500;
 
+// What is wrong with a channel's typed limits; nothing where both are numbers.
+QString limits_error(int channel, const QString& up, const QString& down) {
+  const QString which = QStringLiteral("Channel No.%1").arg(channel);
+  if (!is_number(up)) return which + QStringLiteral("Up Limit Error");
+  if (!is_number(down)) return which + QStringLiteral("Down Limit Error");
+  return {};
+}
+
 }  // namespace
 
-// A second "Properties Set" inside the first would put other bytes under the first one's requests,
-// so the button is off meanwhile. In the middle of a download it would empty the memory that is
-// being read: the command is ignored.
+// The question is asked without the recorder: another task can take it while the box is open.
 void frmrealtime::Command4_Click() {
-  if (User::Downloading) return;
   const Handler running(*this);
   const bool confirmed = shell_.messages().ask(
       QStringLiteral("Setting Recorder's Properties will Lose Historical Sampling，Continue?"));
-  if (!confirmed || left(running) || User::Downloading) return;
-  Command4->setEnabled(false);
-  set_properties(running);
-  Command4->setEnabled(true);
+  if (!confirmed || running.unloaded() || shell_.shutting_down()) return;
+  const Session session(*this, RecorderTask::set_up);
+  if (session.granted()) set_properties(session);
 }
 
 // After a failed request polling stays off, until the online-record dialog switches it on again.
-void frmrealtime::set_properties(const Handler& running) {
-  Timer1->set_enabled(false);
+void frmrealtime::set_properties(const Session& session) {
+  pause_polling();
   const PatternSettings settings = typed_settings();
   if (!take_typed(settings)) {
     shell_.messages().show(QStringLiteral("Input Error ，Please Retry"));
-    if (!left(running)) restart_polling();
+    if (!session.ended()) restart_polling();
     return;
   }
-  if (!write_all(running, settings.startup_type)) return;
+  if (!write_all(session, settings.startup_type)) return;
   shell_.clock().sleep(pause_before_reading_back_ms);
-  RefreshFromRecorder();
-  if (!left(running)) restart_polling();
+  read_recorder(session);
+  if (!session.ended()) restart_polling();
 }
 
 PatternSettings frmrealtime::typed_settings() const {
@@ -64,34 +68,39 @@ bool frmrealtime::take_typed(const PatternSettings& settings) {
   });
 }
 
-bool frmrealtime::write_all(const Handler& running, StartupType startup_type) {
-  if (!write(running, Packet::BuildWriteDescription)) return false;
-  if (!write(running, Packet::BuildWriteProperties)) return false;
-  int channels = 0;
-  skip_on_error([&] { channels = User::DeviceTable.channel_count(User::RecorderType); });
+bool frmrealtime::write_all(const Session& session, StartupType startup_type) {
+  if (!write(session, Packet::BuildWriteDescription)) return false;
+  if (!write(session, Packet::BuildWriteProperties)) return false;
+  const int channels = live_channels(User::DeviceTable, User::RecorderType).count;
   for (int channel = 1; channel <= channels; ++channel) {
-    // A limit that is not a number is told to the user by the builder, which then leaves the
-    // request before it in place: that one goes out once more.
-    const auto build = [&] {
-      const auto up = static_cast<std::size_t>(2 * (channel - 1));
-      return Packet::BuildWriteLimits(channel, Text1[up]->text(), Text1[up + 1]->text(),
-                                      shell_.messages());
-    };
-    if (!write(running, build)) return false;
+    if (!write_limits(session, channel)) return false;
   }
   // The pattern that was sent asks for start or stop already, so neither of these ever holds; both
   // are kept on purpose.
   const bool stop = startup_type == StartupType::stop;
   const bool start_requested = requests_start(User::PatternBytes);
-  if (!start_requested && !stop && !write(running, [] { return Packet::BuildCommand07(1); })) {
+  if (!start_requested && !stop && !write(session, [] { return Packet::BuildCommand07(1); })) {
     return false;
   }
-  return !(stop && start_requested) || write(running, [] { return Packet::BuildCommand07(0); });
+  return !(stop && start_requested) || write(session, [] { return Packet::BuildCommand07(0); });
 }
 
-bool frmrealtime::write(const Handler& running, const std::function<int()>& build) {
-  if (read(running, build)) return true;
-  if (!left(running)) shell_.messages().show(QStringLiteral("Setting is Failed"));
+// A limit that is not a number is told at each try. The builder then leaves the request before it
+// in place, and that one goes out once more.
+bool frmrealtime::write_limits(const Session& session, int channel) {
+  const auto up_box = static_cast<std::size_t>(2 * (channel - 1));
+  return write(session, [&] {
+    const QString up = Text1[up_box]->text();
+    const QString down = Text1[up_box + 1]->text();
+    const QString error = limits_error(channel, up, down);
+    if (!error.isEmpty()) shell_.messages().show(error);
+    return Packet::BuildWriteLimits(channel, up, down);
+  });
+}
+
+bool frmrealtime::write(const Session& session, const std::function<int()>& build) {
+  if (session.request(build)) return true;
+  if (!session.ended()) shell_.messages().show(QStringLiteral("Setting is Failed"));
   return false;
 }
 

@@ -3,14 +3,11 @@
 
 #include <QString>
 
-#include <array>
 #include <cstdint>
 
 #include "base/curve.h"
+#include "device/status.h"
 #include "monitor/sliding_window.h"
-
-// One value a channel in the channel's unit; channels that the recorder does not have stay 0.
-using LiveReading = std::array<float, 4>;
 
 class LiveBuffer {
  public:

@@ -2,30 +2,18 @@
 
 #include <QStringList>
 
-#include "base/errors.h"
 #include "base/numbers.h"
-#include "device/answer.h"
 #include "device/device_table.h"
 
 LiveChannels live_channels(const DeviceTable& table, int row) {
   LiveChannels channels;
-  skip_on_error([&] { channels.count = table.channel_count(row); });
+  if (table.has_channels(row)) channels.count = table.channel_count(row);
   for (int c = 0; c < channels.count; ++c) {
     const auto channel = static_cast<std::size_t>(c);
     channels.names[channel] = table.text(2 * c + 3, row);
     channels.units[channel] = table.text(2 * c + 4, row);
   }
   return channels;
-}
-
-LiveReading decode_readings(const QByteArray& answer, int count) {
-  constexpr int first_reading_at = 5;
-  LiveReading reading{};
-  for (int c = 0; c < count; ++c) {
-    const double value = value_at(answer, first_reading_at + 2 * c);
-    reading[static_cast<std::size_t>(c)] = static_cast<float>(value);
-  }
-  return reading;
 }
 
 QString reading_text(const LiveReading& reading, const LiveChannels& channels) {

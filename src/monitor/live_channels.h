@@ -1,12 +1,11 @@
-// What a recorder type says of its channels, and the readings of a status answer.
+// What a recorder type says of its channels.
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 
 #include <array>
 
-#include "monitor/live_buffer.h"
+#include "device/status.h"
 
 class DeviceTable;
 
@@ -20,10 +19,6 @@ struct LiveChannels {
 
 // The channels of the recorder type in row `row`; none where the type has no usable count.
 LiveChannels live_channels(const DeviceTable& table, int row);
-
-// The present readings of the first `count` channels in a status answer (docs/protocol.md).
-// Throws BoundsError when the answer is too short.
-LiveReading decode_readings(const QByteArray& answer, int count);
 
 // A line a channel: its name, its value as "0.00" and its unit.
 QString reading_text(const LiveReading& reading, const LiveChannels& channels);

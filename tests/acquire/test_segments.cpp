@@ -1,4 +1,4 @@
-#include "acquire/block.h"
+#include "acquire/downloaded_samples.h"
 #include "acquire/segments.h"
 #include "base/errors.h"
 #include "base/times.h"
@@ -9,13 +9,14 @@ namespace {
 const QDateTime now(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
 
 // Of a recording begun at 2026-02-28 23:59:50.
-QByteArray properties(int flags, int readings, int interval, int delay = 0, int elapsed = 0) {
+RecorderProperties properties(int flags, int readings, int interval, int delay = 0,
+                              int elapsed = 0) {
   QByteArray answer = hex("020012") + static_cast<char>(flags) + hex("0f 1a021c173b32");
   for (const int word : {delay, interval - 1, 0, elapsed, readings}) {
     answer += static_cast<char>(word % 256);
     answer += static_cast<char>(word / 256);
   }
-  return answer + '\0';
+  return decode_properties(answer + '\0');
 }
 
 // Reading r of a block (0 the newest) has the raw value 256 * r, so it reads r degrees.
@@ -38,8 +39,8 @@ class TestSegments : public QObject {
  private Q_SLOTS:
   // Start, end, samples a channel, segments.
   void memory() {
-    const auto mapped = [](int channels, const QByteArray& answer) {
-      const MemoryMap memory = map_memory(answer, channels, now);
+    const auto mapped = [](int channels, const RecorderProperties& recorder) {
+      const MemoryMap memory = map_memory(recorder, channels, now);
       return QStringLiteral("%1 %2 %3 %4")
           .arg(stamp_text(whole_second(memory.start)).mid(5), stamp_text(memory.end).mid(5))
           .arg(memory.samples_wanted)
@@ -56,7 +57,7 @@ class TestSegments : public QObject {
     // Three channels, and half a sample: to even.
     QCOMPARE(mapped(3, properties(0, 128, 3)), "02-28 23:59:50 03-01 00:01:58 43 1");
     QCOMPARE(mapped(2, properties(0, 129, 2)), "02-28 23:59:50 03-01 00:01:59 64 2");
-    QVERIFY_THROWS_EXCEPTION(BoundsError, map_memory(properties(0, 1, 1).left(20), 1, now));
+    QVERIFY_THROWS_EXCEPTION(BoundsError, decode_properties(QByteArray(20, '\0')));
     const MemoryMap full = map_memory(properties(0, 65535, 1), 1, now);
     QCOMPARE(full.segment_count, 512);
     QCOMPARE(int(full.segments.size()), max_segments);
@@ -95,7 +96,7 @@ class TestSegments : public QObject {
           {1, 256, 100, 0, -28, 128, 128},
           {1, 256, 30100, 0, 29972, 128, 128}}) {
       DownloadedSamples samples;
-      place_block(block(bytes), {channels, 60, wanted, position, now}, samples);
+      add_block({block(bytes), channels}, {channels, 60, wanted, position, now}, samples);
       QCOMPARE(samples.count, counted);
       for (int n = 0; n < Recording::max_samples; ++n) {
         const int j = n - first;
@@ -109,14 +110,14 @@ class TestSegments : public QObject {
     DownloadedSamples samples;
     // A length that lies is harmless.
     for (const int length : {1, 255}) {
-      place_block(block(length), {4, 1, 31, 0, now}, samples);
-      place_block(block(length).left(20), {1, 1, 0, 1, now}, samples);
+      add_block({block(length), 4}, {4, 1, 31, 0, now}, samples);
+      add_block({block(length).left(20), 1}, {1, 1, 0, 1, now}, samples);
     }
-    QVERIFY_THROWS_EXCEPTION(BoundsError, place_block("12", {1, 1, 1, 0, now}, samples));
+    QVERIFY_THROWS_EXCEPTION(BoundsError, StoredBlock("1", 1));
     // 128.0 is not -128: only what lies beyond is negative.
     for (const auto& [raw, reading] :
          {std::pair("8001", 1.5F), {"0080", 128.0F}, {"0180", -128.0F}, {"e0ff", -0.13F}}) {
-      place_block(block(2).replace(3, 2, hex(raw)), {1, 1, 1, 0, now}, samples);
+      add_block({block(2).replace(3, 2, hex(raw)), 1}, {1, 1, 1, 0, now}, samples);
       QCOMPARE(value(samples, 0), reading);
     }
   }

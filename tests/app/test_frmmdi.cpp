@@ -5,7 +5,6 @@
 
 #include "app/user.h"
 #include "base/times.h"
-#include "device/packet.h"
 #include "monitor/frmrealtime.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
@@ -52,7 +51,6 @@ class TestMainWindow : public QObject {
  private Q_SLOTS:
   void init() {
     User::DisplayLimit.fill(7);
-    Packet::PacketCounter = 9;
     w_ = std::make_unique<SimulatedWindow>();
   }
 
@@ -75,7 +73,7 @@ class TestMainWindow : public QObject {
 
   void start_state() {
     QCOMPARE(User::DisplayLimit, (std::array<float, 9>{120, -40, 120, -40, 120, -40, 120, -40, 7}));
-    QVERIFY(User::DisplayLimitAuto[3] == 1 && Packet::PacketCounter == 0 && w_->port.log.isEmpty());
+    QVERIFY(User::DisplayLimitAuto[3] == 1 && w_->port.log.isEmpty());
     w_->clock.sleep(61'000);
     QTRY_COMPARE(window().Sts1[2]->text(), general_date_time_text(w_->clock.now()));
   }

@@ -20,10 +20,12 @@ class TestPacket : public QObject {
 
   // A fresh clock and an open port that gives this answer; the request for limits is built.
   void start(const QByteArray& answer = {}, const QTime& time = QTime(10, 0)) {
+    link_.reset();
     clock_ = std::make_unique<ScriptedClock>(time);
     port_ = std::make_unique<SimulatedPort>(*clock_);
     port_->answer = answer;
-    Packet::attach(*port_, *clock_);
+    link_ = std::make_unique<RecorderLink>(*port_, *clock_);
+    Packet::attach(*link_);
     port_->open();
     limits_of_1();
   }
@@ -32,16 +34,17 @@ class TestPacket : public QObject {
     start(answer);
     port_->deliver(hex("010203"));
     const bool answered = Packet::Exchange(8);
-    return answered && !Packet::CommBusy ? Packet::ReceiveBuffer.left(8) : QByteArray();
+    return answered && !Packet::CommBusy() ? Packet::ReceiveBuffer.left(8) : QByteArray();
   }
 
   std::unique_ptr<ScriptedClock> clock_;
   std::unique_ptr<SimulatedPort> port_;
+  std::unique_ptr<RecorderLink> link_;
 
  private Q_SLOTS:
   void requests() {
     using namespace Packet;
-    ScriptedMessages messages;
+    start();
     User::RecorderType = 0;
     User::DeviceTable.set_text(2, 0, "3");
     const auto built = [](int length) {
@@ -59,17 +62,14 @@ class TestPacket : public QObject {
     QCOMPARE(built(BuildWriteProperties()), "5 050f0102030405060708090a0b0c0d0e05");
     QCOMPARE(built(BuildWriteDescription()), "5 094041" + QByteArray(126, '0') + "08");
     // Ties to even.
-    QCOMPARE(built(BuildWriteLimits(2, "0.001953125", "0.005859375", messages)),
-             "5 0b060200020000000d");
+    QCOMPARE(built(BuildWriteLimits(2, "0.001953125", "0.005859375")), "5 0b060200020000000d");
     const QByteArray before = SendBuffer;
     User::DeviceTable.set_text(2, 0, {});
     QVERIFY_THROWS_EXCEPTION(ConversionError, BuildStatusRequest());
     QVERIFY_THROWS_EXCEPTION(ConversionError, BuildReadBlock(256));
-    QVERIFY_THROWS_EXCEPTION(ConversionError, BuildWriteLimits(1, "300", "0", messages));
-    QCOMPARE(BuildWriteLimits(3, "warm", "cold", messages), 0);
-    QCOMPARE(BuildWriteLimits(4, "1", "", messages), 0);
-    QCOMPARE(messages.shown.join('|'),
-             "Corvane: Channel No.3Up Limit Error|Corvane: Channel No.4Down Limit Error");
+    QVERIFY_THROWS_EXCEPTION(ConversionError, BuildWriteLimits(1, "300", "0"));
+    QCOMPARE(BuildWriteLimits(3, "warm", "cold"), 0);
+    QCOMPARE(BuildWriteLimits(4, "1", ""), 0);
     QCOMPARE(SendBuffer, before);
   }
 
@@ -97,7 +97,8 @@ class TestPacket : public QObject {
     const auto wait = [this](const QTime& time, int moment, const std::function<void()>& event) {
       start({}, time);
       clock_->after(moment, event);
-      const bool answered = Packet::request(limits_of_1, {.tries = 2, .pause = 50});
+      const bool answered =
+          Packet::request(limits_of_1, {.tries = 2, .await_late_answers = true}).has_value();
       const auto sent = port_->log.count("write 0a 01 01 0a");
       return QStringLiteral("%1 %2 %3").arg(answered).arg(clock_->elapsed()).arg(sent);
     };
@@ -111,9 +112,9 @@ class TestPacket : public QObject {
     QCOMPARE(wait(midnight, 4000, stop), "0 4000 1");
     start();
     clock_->after(1500, deliver);
-    QVERIFY(Packet::request(limits_of_1, {.await_late_answers = false}));
+    QVERIFY(Packet::request(limits_of_1));
     QCOMPARE(clock_->elapsed(), 1510);
-    QVERIFY(!Packet::request(limits_of_1, {.tries = 2, .pause = 7, .pause_after_last = true}));
+    QVERIFY(!Packet::request(limits_of_1, {.tries = 2, .pause_ms = 7, .pause_after_last = true}));
     QCOMPARE(clock_->sleeps.back(), 7);
   }
 
@@ -125,15 +126,15 @@ class TestPacket : public QObject {
       inner = Packet::Exchange(8);
     });
     QVERIFY(!Packet::Exchange(8));  // its answer never came
-    QVERIFY(inner && !Packet::CommBusy);
+    QVERIFY(inner && !Packet::CommBusy());
     QCOMPARE(clock_->sleeps, std::vector<int>({10, 100, 10, 10, 10}));
 
-    auto& log = Packet::PacketLog;
+    auto& log = Packet::PacketLog().frames;
     for (auto& slot : log) slot.fill(0xEE);
-    Packet::PacketCounter = 0;
+    Packet::PacketCounter() = 0;
     for (int i = 0; i < 128; ++i) Packet::Exchange(8);
     // 256 frames in slots 0..253: the last request stands in slot 0 again, its answer in slot 1.
-    QCOMPARE(QList<int>({Packet::PacketCounter, log[0][0], log[1][7], log[1][8], log[254][0]}),
+    QCOMPARE(QList<int>({Packet::PacketCounter(), log[0][0], log[1][7], log[1][8], log[254][0]}),
              QList<int>({2, 0x0A, 0x1F, 0xEE, 0xEE}));
   }
 };

@@ -1,11 +1,10 @@
 // Answers from the line, each kind of them, of any length and content.
-#include "acquire/block.h"
+#include "acquire/downloaded_samples.h"
 #include "acquire/segments.h"
-#include "base/times.h"
-#include "device/answer.h"
+#include "device/limits.h"
+#include "device/status.h"
+#include "device/texts.h"
 #include "fuzz/fuzz.h"
-#include "monitor/live_channels.h"
-#include "monitor/properties.h"
 
 namespace {
 
@@ -14,7 +13,7 @@ const QDateTime now(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
 void properties(const QByteArray& answer, int channels) {
   const RecorderProperties decoded = decode_properties(answer);
   require(decoded.record_interval >= 1 && decoded.record_interval <= 65536);
-  const MemoryMap map = map_memory(answer, channels, now);
+  const MemoryMap map = map_memory(decoded, channels, now);
   require(map.segments.size() <= max_segments && map.interval >= 1);
   // A memory that holds less than a sample of each channel ends before it begins, by an interval.
   for (const Segment& segment : map.segments) {
@@ -34,7 +33,7 @@ void texts(const QByteArray& answer) {
 void block(const QByteArray& answer, int channels, int position) {
   static DownloadedSamples samples;
   samples.count = 0;
-  place_block(answer, {channels, 60, position * 200, position, now}, samples);
+  add_block({answer, channels}, {channels, 60, position * 200, position, now}, samples);
   require(samples.count >= 0 && samples.count <= 128);
 }
 
@@ -59,10 +58,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const ChannelLimits limits = decode_limits(answer);
         return require(limits.up <= 128 && limits.down > -128);
       }
-      case 4:
-        return require(battery_voltage(answer) >= 0);
       default:
-        decode_readings(answer, channels);
+        return require(decode_status(answer).battery_volts >= 0);
     }
   });
   return 0;

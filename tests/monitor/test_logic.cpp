@@ -1,7 +1,8 @@
 #include "base/errors.h"
+#include "device/pattern.h"
+#include "device/texts.h"
 #include "monitor/live_graph.h"
 #include "monitor/monitor_window.h"
-#include "monitor/pattern.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(sent("1", 0, 1, 1980, StartupType::stop), "0005eeeeeeeeeeee000000000100ee");
   }
 
-  // A field ends at the text's first zero unit; half a pair that its border leaves is replaced.
+  // A field ends at the text's first zero unit; half a pair that its border leaves is kept.
   void texts() {
     const auto back = [](const QString& title) {
       const DescriptionFrame frame = encode_texts(title, title.repeated(9));
@@ -40,7 +41,7 @@ class TestMonitorLogic : public QObject {
     };
     QCOMPARE(back("A一B"), QString("A一B|") + QString("A一B").repeated(8));
     QCOMPARE(back(QString::fromUtf8("1234567\U0001F600")).left(8),
-             QString("1234567") + QChar(QChar::ReplacementCharacter));
+             QString("1234567") + QChar(0xD83D));
     QCOMPARE(back(QString("AB") + QChar(0) + 'C'), "AB|AB");
   }
 

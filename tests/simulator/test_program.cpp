@@ -31,7 +31,8 @@ class TestProgram : public QObject {
     SystemClock clock;
     QtSerialPort port;
     set_program_folder(folder_.path());
-    Packet::attach(port, clock);
+    RecorderLink line(port, clock);
+    Packet::attach(line);
     port.open();
     QVERIFY(Packet::Exchange(Packet::BuildReadLimits(2)));
     QCOMPARE(Packet::ReceiveBuffer, hex("0a000480f58019e8"));

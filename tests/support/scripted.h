@@ -26,6 +26,7 @@ class ScriptedClock final : public Clock {
     return static_cast<float>(now_.time().msecsSinceStartOfDay()) / 1000.0F;
   }
   QDateTime now() const override { return now_; }
+  qint64 steady_ms() const override { return elapsed_; }
   void sleep(int milliseconds) override {
     if (stopped()) return;
     sleeps.push_back(milliseconds);

@@ -1,15 +1,14 @@
-// Where each reading of a block answer goes among the downloaded samples, and what it says.
+// The samples of a download, filled block by block and stored in the Recording at its end.
 #pragma once
 
-#include <QByteArray>
 #include <QDateTime>
 #include <QString>
 
 #include <vector>
 
 #include "app/recording.h"
+#include "device/stored_block.h"
 
-// The samples of a download, filled block by block and copied into the Recording at its end.
 struct DownloadedSamples {
   DownloadedSamples();
 
@@ -21,6 +20,7 @@ struct DownloadedSamples {
   int count = 0;
 };
 
+// Where the samples of a block go.
 struct BlockPlace {
   int channels = 1;        // 1..4
   int interval = 1;        // seconds
@@ -29,6 +29,10 @@ struct BlockPlace {
   QDateTime first;         // time of its first sample, a whole second
 };
 
-// Decodes a block answer of 260 bytes. Samples whose index falls outside 0..30000 are dropped;
-// so are readings that an answer's length byte puts outside the answer.
-void place_block(const QByteArray& answer, const BlockPlace& place, DownloadedSamples& samples);
+// Adds the block's samples. Samples whose index falls outside 0..30000 are dropped; so are readings
+// that the block's length byte puts outside its answer.
+void add_block(const StoredBlock& block, const BlockPlace& place, DownloadedSamples& samples);
+
+// Makes the samples the Recording's. Those beyond the Recording's bound are dropped, and the count
+// stops there.
+void store_samples(const DownloadedSamples& samples, Recording& recording);

@@ -1,17 +1,10 @@
-#include "monitor/pattern.h"
-
-#include <algorithm>
+#include "device/pattern.h"
 
 #include "base/errors.h"
 #include "base/numbers.h"
-#include "device/answer.h"
+#include "device/mode_flags.h"
 
 namespace {
-
-constexpr std::uint8_t start_flags = 0x88;
-
-constexpr int title_bytes = 16;
-constexpr int description_bytes = 48;
 
 void set_flags(const PatternSettings& settings, PatternFrame& pattern) {
   pattern[0] = 0;
@@ -41,15 +34,6 @@ void set_word(std::int32_t value, std::uint8_t& low, std::uint8_t& high) {
   high = to_byte(value / 256);
 }
 
-void copy_units(const QString& text, std::uint8_t* out, int bytes) {
-  const auto units = std::min<qsizetype>(text.size(), bytes / 2);
-  for (qsizetype i = 0; i < units; ++i) {
-    const char16_t unit = text[i].unicode();
-    *out++ = static_cast<std::uint8_t>(unit & 0xFF);
-    *out++ = static_cast<std::uint8_t>(unit >> 8);
-  }
-}
-
 }  // namespace
 
 void encode_pattern(const PatternSettings& settings, const QDateTime& now, PatternFrame& pattern) {
@@ -60,11 +44,4 @@ void encode_pattern(const PatternSettings& settings, const QDateTime& now, Patte
   const std::int32_t all_data = to_int32(to_double(settings.all_data));
   if (all_data < 0) throw ConversionError("negative number of samples");
   set_word(all_data, pattern[12], pattern[13]);
-}
-
-DescriptionFrame encode_texts(const QString& title, const QString& description) {
-  DescriptionFrame frame{};
-  copy_units(title, frame.data(), title_bytes);
-  copy_units(description, frame.data() + title_bytes, description_bytes);
-  return frame;
 }

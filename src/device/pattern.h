@@ -1,5 +1,4 @@
-// The recording pattern and the texts as "Properties Set" sends them. The bytes are laid out in
-// docs/protocol.md.
+// The recording pattern as "Properties Set" sends it. docs/protocol.md has its bytes.
 #pragma once
 
 #include <QDateTime>
@@ -8,7 +7,7 @@
 #include <array>
 #include <cstdint>
 
-#include "monitor/properties.h"
+#include "device/properties.h"
 
 // What the user has set, as it stands in the window.
 struct PatternSettings {
@@ -34,9 +33,3 @@ void encode_pattern(const PatternSettings& settings, const QDateTime& now, Patte
 constexpr bool requests_start(const PatternFrame& pattern) {
   return (pattern[0] & 0x08) != 0;
 }
-
-using DescriptionFrame = std::array<std::uint8_t, 65>;
-
-// 16 bytes of the title and 48 of the description as UTF-16LE code units, zeros where a text is
-// shorter. A border that falls between the halves of a surrogate pair cuts it.
-DescriptionFrame encode_texts(const QString& title, const QString& description);
