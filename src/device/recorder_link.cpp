@@ -81,7 +81,7 @@ void RecorderLink::await(int expected_length) {
   while (!clock_.stopped() && port_.bytes_waiting() + taken_ - taken_before < expected_length) {
     const float left = deadline - clock_.seconds_since_midnight();
     if (left <= 0) return;
-    if (clock_.steady_ms() - began > answer_time_ms && !open_ended) {
+    if (clock_.steady_ms() - began >= answer_time_ms && !open_ended) {
       if (open_ended_waits_ > 0) return;
       open_ended = true;
       ++open_ended_waits_;

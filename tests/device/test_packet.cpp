@@ -110,6 +110,13 @@ class TestPacket : public QObject {
     QCOMPARE(wait(morning, 1500, deliver), "1 3510 2");
     QCOMPARE(wait(midnight, 5000, deliver), "1 5010 1");
     QCOMPARE(wait(midnight, 4000, stop), "0 4000 1");
+    // A day later the same happens inside that wait: only the outer one goes on.
+    const auto next_midnight = [&] {
+      clock_->set(clock_->now().addSecs(86'400 - 4));
+      QVERIFY(!Packet::Exchange(8));
+      deliver();
+    };
+    QCOMPARE(wait(midnight, 4000, next_midnight), "1 5130 2");
     start();
     clock_->after(1500, deliver);
     QVERIFY(Packet::request(limits_of_1));

@@ -45,9 +45,10 @@ class TestFaultMatrix : public QObject {
   QStringList messages() { return std::exchange(w_->main.messages.shown, {}); }
   bool enabled(const QString& command) { return w_->main.window->menu_entry(command)->isEnabled(); }
 
-  void plug_in(const Row* row = nullptr) {
+  void plug_in(const Row* row = nullptr, const QString& fault = {}) {
     simulator::Settings settings = {
         .readings = 4 * samples, .interval_s = 30, .start = start, .title = "Cold"};
+    if (!fault.isEmpty()) return w_->plug_in(settings, fault);
     for (int i = 0; row && i < row->strikes; ++i) {
       settings.faults.push_back({.kind = row->kind, .request = row->request + i});
     }
@@ -140,7 +141,145 @@ class TestFaultMatrix : public QObject {
     QCOMPARE(w_->main.window->PrgB1->value(), 0);
   }
 
+  void run(const QString& task) {
+    if (task == "link") return link();
+    if (task == "read") return download();
+    if (task == "poll") Q_EMIT window().Timer1->tick();
+    if (task == "set") {
+      w_->main.messages.answers = {true};
+      window().Command4->click();
+    }
+  }
+
  private Q_SLOTS:
+  void waits_without_end_data() {
+    QTest::addColumn<QString>("task");
+    QTest::addColumn<QString>("cause");
+    for (const char* task : {"link", "read", "set", "poll"}) {
+      for (const char* cause : {"midnight", "clock set back"}) {
+        QTest::addRow("%s, %s", task, cause) << task << cause;
+      }
+    }
+  }
+  // The wait for an answer that does not come has no end. After a while everything works inside it,
+  // and the first bytes end it; the task that it belonged to leaves others' work alone.
+  void waits_without_end() {
+    QFETCH(QString, task);
+    QFETCH(QString, cause);
+    SimulatedWindow world(true);
+    w_ = &world;
+    User::RecorderType = 3;
+    User::recording = Recording();
+    plug_in();
+    link();
+    if (task == "link") world.main.run("unlink");
+    plug_in(nullptr, "silent");
+    const QDateTime midnight(QDate(2026, 3, 2), QTime(0, 0), Qt::UTC);
+    if (cause == "midnight") world.clock.set(midnight.addMSecs(-300));
+    world.clock.after(200, [&] {
+      if (cause != "midnight") world.clock.set(world.clock.now().addSecs(-3600));
+    });
+    bool inside = false;
+    world.clock.after(3000, [&] {
+      QCOMPARE(enabled("read"), task == "poll");  // too early
+      QVERIFY(!enabled("link"));
+    });
+    world.clock.after(9000, [&] {
+      plug_in();
+      QTRY_COMPARE(enabled(task == "link" ? "link" : "read"), true);
+      if (task == "link") link();
+      const int before = window().live().buffer.LiveCount();
+      run("poll");
+      QCOMPARE(window().live().buffer.LiveCount(), before + 1);
+      if (task != "poll") run("set");
+      if (task != "set") download();
+      inside = true;
+    });
+    run(task);
+    QVERIFY(inside);
+    const QString said = messages().filter("Setting Recorder", Qt::CaseSensitive).isEmpty()
+                             ? QString()
+                             : QString("asked");
+    QCOMPARE(said, task == "poll" ? "" : "asked");
+    QVERIFY(enabled("unlink") && enabled("read") && world.port.is_open());
+    QCOMPARE(world.main.window->PrgB1->value(), 0);
+    User::recording = Recording();
+    plug_in();
+    download();
+    QCOMPARE(messages(), QStringList());
+    QCOMPARE(difference(), QString());
+  }
+
+  // A dialog opened while a poll waits stops neither polling nor what it says of the link.
+  void dialog_during_a_poll() {
+    for (const auto& [fault, readings, state] :
+         {std::tuple("late:ms=900", 3, "Link Ok"), {"silent", 0, "Link Error"}}) {
+      SimulatedWindow world(true);
+      w_ = &world;
+      User::RecorderType = 3;
+      plug_in();
+      open_window();
+      plug_in(nullptr, fault);
+      bool shown = false;
+      world.clock.after(300, [&] {
+        const auto script = when_shown<QDialog>([&](QDialog& about) {
+          run("poll");  // the cycle that waits is too young
+          QCOMPARE(window().live().buffer.LiveCount(), 0);
+          for (int n = 0; n < 3; ++n) {
+            world.clock.sleep(5000);
+            run("poll");
+          }
+          QCOMPARE(window().live().buffer.LiveCount(), readings);
+          QCOMPARE(world.main.window->Sts1[1]->text(), state);
+          shown = true;
+          about.close();
+        });
+        world.main.run("about");
+      });
+      run("poll");
+      QVERIFY(shown);
+    }
+  }
+
+  // 12,000 bytes of noise after Unlink, when the port stays open, cost no try.
+  void noise_before_a_link() {
+    SimulatedWindow world;
+    w_ = &world;
+    plug_in();
+    link();
+    world.main.run("unlink");
+    world.port.deliver(QByteArray(12'000, 'x'));
+    world.port.log.clear();
+    link();
+    QCOMPARE(messages(), QStringList());
+    QVERIFY(enabled("unlink"));
+    QCOMPARE(int(world.port.log.count("write 00 00 00")), 2);
+  }
+
+  // The Real-time Data window closed and opened again during a download reads the recorder when
+  // that is free; the download keeps the title and channels that it began with.
+  void window_opened_again_during_a_download() {
+    SimulatedWindow world(true);
+    w_ = &world;
+    User::RecorderType = 3;
+    User::recording = Recording();
+    plug_in();
+    open_window();
+    world.clock.after(700, [&] {
+      world.main.run("unlink");
+      world.main.run("realtime");
+      QCOMPARE(window().Text6->text(), "");
+      QVERIFY(!enabled("link"));
+    });
+    download();
+    QCOMPARE(messages(), QStringList());
+    QCOMPARE(User::recording.Title, "Cold");
+    QCOMPARE(difference(), QString());
+    QTRY_COMPARE(window().Text6->text(), "Cold");
+    QCOMPARE(window().Text1[6]->text(), "85.00");
+    QVERIFY(enabled("link"));
+  }
+
   void outcome_data() {
     QTest::addColumn<Row>("row");
     // The first, a middle and the last request of each operation.

@@ -53,6 +53,8 @@ class ScriptedClock final : public Clock {
   void after(int milliseconds, std::function<void()> action) {
     planned_.emplace(elapsed_ + milliseconds, std::move(action));
   }
+  // Somebody sets the clock; no time passes.
+  void set(const QDateTime& now) { now_ = now; }
   qint64 elapsed() const { return elapsed_; }
   // Every pause since the start, in milliseconds.
   std::vector<int> sleeps;

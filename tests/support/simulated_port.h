@@ -74,11 +74,13 @@ class SimulatedPort final : public SerialPort {
   int bytes_waiting() override {
     require(open_);
     collect();
-    return static_cast<int>(waiting_.size());
+    return std::min(input_buffer, static_cast<int>(waiting_.size()));
   }
   QByteArray read_all() override {
-    bytes_waiting();
-    return std::exchange(waiting_, {});
+    const int count = bytes_waiting();
+    const QByteArray bytes = waiting_.left(count);
+    waiting_.remove(0, count);
+    return bytes;
   }
   void write(const QByteArray& bytes) override {
     require(open_ && !gone_);
@@ -94,6 +96,9 @@ class SimulatedPort final : public SerialPort {
   void set_dtr(bool on) override { log << QStringLiteral("dtr %1").arg(on); }
 
  private:
+  // The driver holds back what does not fit.
+  static constexpr int input_buffer = 1024;
+
   static void require(bool state) {
     if (!state) throw PortError("not in this state");
   }
