@@ -31,7 +31,7 @@ void drain_driver(HANDLE port) {
 // tcdrain() alone would wait without a bound. Once the driver's queue is empty it waits for the
 // hardware's last bytes only, which the driver bounds.
 void drain_driver(int port) {
-  QDeadlineTimer deadline(write_time_ms);
+  const QDeadlineTimer deadline(write_time_ms);
   int queued = 0;
   while (ioctl(port, TIOCOUTQ, &queued) == 0 && queued > 0) {
     if (deadline.hasExpired()) throw PortError("the port does not send its bytes");
@@ -104,8 +104,12 @@ void QtSerialPort::close() {
 // an address from a request by it. The bytes go to the driver first; then the driver sends them. An
 // adapter that hangs takes none or sends none: that is an error, and no reason to wait for ever.
 void QtSerialPort::drain() {
+  const QDeadlineTimer deadline(write_time_ms);
   while (port_.bytesToWrite() > 0) {
-    if (!port_.waitForBytesWritten(write_time_ms)) throw PortError("the port does not take bytes");
+    if (deadline.hasExpired()) throw PortError("the port does not take bytes");
+    // A stopped line ends this wait at once.
+    const auto left = static_cast<int>(deadline.remainingTime());
+    if (!port_.waitForBytesWritten(left)) QThread::msleep(1);
   }
   drain_driver(port_.handle());
 }

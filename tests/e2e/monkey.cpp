@@ -53,16 +53,15 @@ class Monkey : public QObject {
 
   void step() {
     ++steps;
-    // No wait shall begin just before midnight: it would then last until an answer comes, on
-    // purpose.
-    if (clock_.now().time().hour() == 23) clock_.sleep(3'600'000);
+    acted_ = clock_.elapsed();
     const int what = below(100);
     if (what < 45) return command();
     if (what < 55) return click_somewhere(*window_);
     if (what < 62) return press_key(QApplication::focusWidget());
     if (what < 80) return tick();
     if (what < 90) return operate(*window_);
-    if (what < 94) return clock_.sleep(below(70'000));
+    if (what < 93) return clock_.sleep(below(70'000));
+    if (what < 94) return set_clock();
     if (what < 96) return window_->resize(300 + below(1500), 200 + below(1000));
     if (what < 98) return change_recorder();
     if (what < 99) return port_.unplug();
@@ -107,6 +106,24 @@ class Monkey : public QObject {
 
   void tick() {
     if (auto* window = window_->loaded_realtime()) Q_EMIT window->Timer1->tick();
+  }
+
+  // Just before midnight, where a wait for a silent recorder has no end, or back.
+  void set_clock() {
+    const QDateTime midnight(clock_.now().date().addDays(1), QTime(0, 0), Qt::UTC);
+    clock_.set(below(4) == 0 ? clock_.now().addSecs(-below(9000))
+                             : midnight.addMSecs(-below(4000)));
+  }
+  // A wait lasts: the user goes on, and in the end takes a recorder that answers.
+  void act_in_a_wait() {
+    constexpr qint64 patience_ms = 4000;
+    if (clock_.elapsed() - acted_ < patience_ms || nested_ == 3) return;
+    ++steps;
+    ++nested_;
+    acted_ = clock_.elapsed();
+    if (below(3) == 0) change_recorder();
+    below(2) == 0 ? command() : tick();
+    --nested_;
   }
 
   // Another recorder on port 1 or 2, mostly one of the type that is chosen, at times with a fault.
@@ -210,7 +227,7 @@ class Monkey : public QObject {
       return;
     }
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog) return;
+    if (!dialog) return act_in_a_wait();
     ++steps;
     if (auto* file = qobject_cast<QFileDialog*>(dialog)) return choose_file(*file);
     // A type at random would seldom be the recorder's.
@@ -257,6 +274,8 @@ class Monkey : public QObject {
   AutomationPlugin office_{QString()};
   std::unique_ptr<frmmdi> window_;
   int channels_ = 1;  // of the newest recorder
+  qint64 acted_ = 0;  // when the user last did something, in the clock's elapsed time
+  int nested_ = 0;    // commands that the user has given inside others' waits
   qsizetype pages_ = 0;
   long linked_ = 0;
   long with_recording_ = 0;

@@ -1,4 +1,7 @@
 #include <ctime>
+#include <pty.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include "acquire/frmhistorytime.h"
 #include "app/user.h"
@@ -121,6 +124,22 @@ class TestSession : public QObject {
     });
     QCOMPARE(link(), "");
     QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
+  }
+
+  // An adapter that takes no bytes is told as a recorder that does not answer.
+  void hung_adapter() {
+    int master = -1;
+    int line = -1;
+    QVERIFY(openpty(&master, &line, nullptr, nullptr, nullptr) == 0);
+    QVERIFY(QFile::link(ttyname(line), w_->main.folder.filePath("com2")));
+    QVERIFY(tcflow(line, TCOOFF) == 0);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(link(), timeout);
+    QVERIFY2(timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(!w_->port.is_open());
+    close(line);
+    close(master);
   }
 
   // A line that has hung up stays readable for ever; it must not keep the event loop busy.
