@@ -24,19 +24,21 @@ constexpr int write_time_ms = 1000;
 constexpr qint64 input_buffer = 1024;
 
 #ifdef Q_OS_WIN
-void drain_driver(HANDLE port) {
-  if (!FlushFileBuffers(port)) throw PortError("the port does not send its bytes");
+// Whether the driver still holds bytes to send.
+bool driver_holds_bytes(HANDLE port) {
+  DWORD errors = 0;
+  COMSTAT state{};
+  return ClearCommError(port, &errors, &state) && state.cbOutQue > 0;
 }
+void await_hardware(HANDLE) {}
 #else
-// tcdrain() alone would wait without a bound. Once the driver's queue is empty it waits for the
-// hardware's last bytes only, which the driver bounds.
-void drain_driver(int port) {
-  const QDeadlineTimer deadline(write_time_ms);
+bool driver_holds_bytes(int port) {
   int queued = 0;
-  while (ioctl(port, TIOCOUTQ, &queued) == 0 && queued > 0) {
-    if (deadline.hasExpired()) throw PortError("the port does not send its bytes");
-    QThread::msleep(1);
-  }
+  return ioctl(port, TIOCOUTQ, &queued) == 0 && queued > 0;
+}
+
+// With an empty queue the driver bounds this wait for the hardware's last bytes.
+void await_hardware(int port) {
   int result = 0;
   do {
     result = tcdrain(port);
@@ -102,16 +104,20 @@ void QtSerialPort::close() {
 
 // Everything written so far must have left the line before its parity changes: the recorder tells
 // an address from a request by it. The bytes go to the driver first; then the driver sends them. An
-// adapter that hangs takes none or sends none: that is an error, and no reason to wait for ever.
+// adapter that hangs takes none or sends none: what it has not taken is then dropped.
 void QtSerialPort::drain() {
   const QDeadlineTimer deadline(write_time_ms);
-  while (port_.bytesToWrite() > 0) {
-    if (deadline.hasExpired()) throw PortError("the port does not take bytes");
+  while (port_.bytesToWrite() > 0 || driver_holds_bytes(port_.handle())) {
+    if (deadline.hasExpired()) {
+      port_.clear(QSerialPort::Output);
+      throw PortError("the port does not send its bytes");
+    }
     // A stopped line ends this wait at once.
-    const auto left = static_cast<int>(deadline.remainingTime());
-    if (!port_.waitForBytesWritten(left)) QThread::msleep(1);
+    const bool written = port_.bytesToWrite() > 0 &&
+                         port_.waitForBytesWritten(static_cast<int>(deadline.remainingTime()));
+    if (!written) QThread::msleep(1);
   }
-  drain_driver(port_.handle());
+  await_hardware(port_.handle());
 }
 
 void QtSerialPort::set_settings(const QString& text) {

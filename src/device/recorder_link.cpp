@@ -47,46 +47,54 @@ RecorderLink::~RecorderLink() {
   port_.on_activity = {};
 }
 
+QByteArray RecorderLink::take_all() {
+  const QByteArray bytes = port_.read_all();
+  taken_ += bytes.size();
+  return bytes;
+}
+
 // What waits now is left over from an earlier request, or noise. It is dropped before the request
-// goes out, so that even an answer without any delay is not taken for it.
-void RecorderLink::send(const QByteArray& bytes) {
+// goes out, so that even an answer without any delay is not taken for it. Gives how much it was.
+qint64 RecorderLink::send(const QByteArray& bytes) {
   port_.set_settings(QStringLiteral("9600,M,8,1"));
   port_.write(QByteArray(1, address));
   clock_.sleep(pause_ms);
   port_.set_settings(QStringLiteral("9600,S,8,1"));
-  drop_waiting_bytes();
+  const qint64 stale = drop_waiting_bytes();
   port_.write(bytes);
+  return stale;
 }
 
 // The port gives out a part at a time of what the driver holds.
-void RecorderLink::drop_waiting_bytes() {
-  const qint64 before = taken_;
-  while (port_.bytes_waiting() > 0 && taken_ - before < most_stale_bytes) {
-    received_ = port_.read_all();
-    taken_ += received_.size();
+qint64 RecorderLink::drop_waiting_bytes() {
+  qint64 dropped = 0;
+  while (port_.bytes_waiting() > 0 && dropped < most_stale_bytes) {
+    received_ = take_all();
+    dropped += received_.size();
   }
-  dropped_ = taken_ - before;
+  return dropped;
 }
 
 // Bytes that an exchange inside this wait takes count as well: they end a wait that lasts beyond
 // midnight. Only the outermost such wait lasts; one inside it ends by the steady clock, so that a
 // recorder that stays silent for days does not pile up waits.
 void RecorderLink::await(int expected_length) {
+  const RecorderUse::Wait waiting(use);
   const qint64 taken_before = taken_;
   const qint64 began = clock_.steady_ms();
   const float deadline =
       clock_.seconds_since_midnight() + static_cast<float>(answer_time_ms) / 1000.0F;
-  QScopedValueRollback waits(open_ended_waits_);
-  bool open_ended = false;
+  const bool inside_endless_wait = endless_wait_;
+  const QScopedValueRollback endless(endless_wait_);
   while (!clock_.stopped() && port_.bytes_waiting() + taken_ - taken_before < expected_length) {
     const float left = deadline - clock_.seconds_since_midnight();
     if (left <= 0) return;
-    if (clock_.steady_ms() - began >= answer_time_ms && !open_ended) {
-      if (open_ended_waits_ > 0) return;
-      open_ended = true;
-      ++open_ended_waits_;
+    if (clock_.steady_ms() - began >= answer_time_ms) {
+      if (inside_endless_wait) return;
+      endless_wait_ = true;
     }
     clock_.wait(std::min(answer_time_ms, static_cast<int>(std::ceil(left * 1000.0F))));
+    use.notice_long_wait();
   }
 }
 
@@ -95,8 +103,7 @@ bool RecorderLink::accept_answer(int expected_length) {
   clock_.sleep(pause_ms);
   const int count = port_.bytes_waiting();
   if (count < shortest_answer) return false;
-  received_ = port_.read_all();
-  taken_ += received_.size();
+  received_ = take_all();
   // A check over a part of an answer would pass once in 256 times, and readings would be wrong.
   if (received_.size() < expected_length) return false;
   if (answer_check(received_, expected_length) == 0) return true;
@@ -107,19 +114,25 @@ bool RecorderLink::accept_answer(int expected_length) {
   return true;
 }
 
-std::optional<QByteArray> RecorderLink::exchange(const Request& request) {
+RecorderLink::Outcome RecorderLink::try_once(const Request& request) {
   if (busy_) clock_.sleep(busy_pause_ms);
   busy_ = true;
   log.add(request.bytes);
-  bool answered = false;
+  Outcome outcome;
   stop_at_first_failure([&] {
-    send(request.bytes);
+    outcome.stale = send(request.bytes);
     skip_on_error([&] { await(request.answer_length); });
-    skip_on_error([&] { answered = accept_answer(request.answer_length); });
+    const qint64 taken_before = taken_;
+    skip_on_error([&] { outcome.answered = accept_answer(request.answer_length); });
+    outcome.arrived = taken_ - taken_before;
     log.add(received_);
   });
   busy_ = false;
-  if (!answered) return std::nullopt;
+  return outcome;
+}
+
+std::optional<QByteArray> RecorderLink::exchange(const Request& request) {
+  if (!try_once(request).answered) return std::nullopt;
   return received_.left(request.answer_length);
 }
 
@@ -134,31 +147,30 @@ void RecorderLink::discard_late_answers(qint64 bytes) {
       if (left <= 0) break;
       clock_.wait(static_cast<int>(left));
     }
-    taken_ += port_.read_all().size();
+    take_all();
   });
 }
 
 std::optional<QByteArray> RecorderLink::ask(const std::function<Request()>& build,
                                             const Retries& retries,
                                             const std::function<bool()>& abandoned) {
-  const RecorderUse::Wait waiting(use);
-  qint64 owed = 0;  // bytes that the tries have asked for and that have not come
+  qint64 owed = 0;  // bytes of the answers to the tries so far that have not come
   for (int attempt = 1; attempt <= retries.tries; ++attempt) {
-    std::optional<QByteArray> answer;
-    const qint64 taken_before = taken_;
-    dropped_ = 0;
+    Outcome outcome;
+    Request request;
     stop_at_first_failure([&] {
-      const Request request = build();
-      owed += request.answer_length;
-      answer = exchange(request);
+      request = build();
+      outcome = try_once(request);
     });
-    // What the first try finds waiting is no answer to any of the tries.
-    const qint64 foreign = attempt == 1 ? dropped_ : 0;
-    owed = std::max<qint64>(0, owed - (taken_ - taken_before - foreign));
-    if (answer) {
+    // Before the first try no answer is owed: what it finds waiting is noise.
+    if (attempt > 1) owed = std::max<qint64>(0, owed - outcome.stale);
+    if (outcome.answered) {
+      const QByteArray answer = received_.left(request.answer_length);
+      owed -= outcome.arrived - request.answer_length;
       if (owed > 0 && retries.await_late_answers) discard_late_answers(owed);
       return answer;
     }
+    owed += std::max<qint64>(0, request.answer_length - outcome.arrived);
     if (clock_.stopped() || (abandoned && abandoned())) return std::nullopt;
     if (attempt < retries.tries || retries.pause_after_last) clock_.sleep(retries.pause_ms);
   }

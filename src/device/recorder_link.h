@@ -32,8 +32,8 @@ struct Retries {
   int tries = 3;
   int pause_ms = 50;
   bool pause_after_last = false;
-  // No answer says which request it is for. Where a late answer could be taken for the next
-  // request's, those that earlier tries still miss are awaited for up to two seconds and dropped.
+  // No answer says which request it is for. With this, the answers to earlier tries are awaited for
+  // up to two seconds and dropped, so that none is taken for the next request's.
   bool await_late_answers = false;
 };
 
@@ -70,17 +70,25 @@ class RecorderLink {
   FrameLog log;
 
  private:
-  void send(const QByteArray& bytes);
-  void drop_waiting_bytes();
+  // What one exchange got from the line, in bytes: found waiting before the request, and come
+  // after.
+  struct Outcome {
+    bool answered = false;
+    qint64 stale = 0;
+    qint64 arrived = 0;
+  };
+  Outcome try_once(const Request& request);
+  qint64 send(const QByteArray& bytes);
+  qint64 drop_waiting_bytes();
   void await(int expected_length);
   bool accept_answer(int expected_length);
   void discard_late_answers(qint64 bytes);
+  QByteArray take_all();
 
   SerialPort& port_;
   Clock& clock_;
   bool busy_ = false;
-  int open_ended_waits_ = 0;
+  bool endless_wait_ = false;  // a wait lasts beyond its second
   QByteArray received_;
-  qint64 taken_ = 0;    // bytes that were ever taken from the port
-  qint64 dropped_ = 0;  // of these, the ones that the last request found waiting
+  qint64 taken_ = 0;  // bytes that were ever taken from the port
 };

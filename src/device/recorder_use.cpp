@@ -1,6 +1,7 @@
 #include "device/recorder_use.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/clock.h"
 
@@ -12,11 +13,7 @@ bool keeps_out(RecorderTask running, RecorderTask wanted) {
 
 }  // namespace
 
-RecorderUse::RecorderUse(const Clock& clock) : clock_(clock) {
-  overdue_.setSingleShot(true);
-  overdue_.setInterval(longest_wait_ms + 1);
-  connect(&overdue_, &QTimer::timeout, this, &RecorderUse::changed);
-}
+RecorderUse::RecorderUse(const Clock& clock) : clock_(clock) {}
 
 bool RecorderUse::outlasted(const Turn& turn) const {
   return turn.waiting_since_ && clock_.steady_ms() - *turn.waiting_since_ > longest_wait_ms;
@@ -24,8 +21,14 @@ bool RecorderUse::outlasted(const Turn& turn) const {
 
 bool RecorderUse::free_for(RecorderTask task) const {
   return std::none_of(turns_.begin(), turns_.end(), [&](const Turn* turn) {
-    return keeps_out(turn->task_, task) && !outlasted(*turn);
+    return keeps_out(turn->task_, task) && (task == RecorderTask::refresh || !outlasted(*turn));
   });
+}
+
+void RecorderUse::notice_long_wait() {
+  const bool long_wait = std::any_of(turns_.begin(), turns_.end(),
+                                     [this](const Turn* turn) { return outlasted(*turn); });
+  if (std::exchange(long_wait_, long_wait) != long_wait) Q_EMIT changed();
 }
 
 RecorderUse::Turn::Turn(RecorderUse& use, RecorderTask task)
@@ -33,7 +36,7 @@ RecorderUse::Turn::Turn(RecorderUse& use, RecorderTask task)
   if (!granted_) return;
   if (task != RecorderTask::poll) {
     for (Turn* turn : use_.turns_) {
-      if (keeps_out(turn->task_, task)) turn->overtaken_ = true;
+      if (keeps_out(turn->task_, task)) turn->overtaken_by_ = task;
     }
   }
   use_.turns_.push_back(this);
@@ -48,16 +51,12 @@ RecorderUse::Turn::~Turn() {
 
 RecorderUse::Wait::Wait(RecorderUse& use)
     : use_(use), turn_(use.turns_.empty() ? nullptr : use.turns_.back()) {
-  if (!turn_) return;
-  turn_->waiting_since_ = use_.clock_.steady_ms();
-  use_.overdue_.start();
+  if (turn_) turn_->waiting_since_ = use_.clock_.steady_ms();
 }
 
-// A wait that was overdue keeps nobody out; from now on its task does again.
+// A task whose long wait ends keeps others out again.
 RecorderUse::Wait::~Wait() {
   if (!turn_) return;
-  const bool was_overdue = use_.outlasted(*turn_);
   turn_->waiting_since_.reset();
-  use_.overdue_.stop();
-  if (was_overdue) Q_EMIT use_.changed();
+  use_.notice_long_wait();
 }

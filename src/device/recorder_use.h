@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 
 #include <optional>
 #include <vector>
@@ -13,8 +12,9 @@ class Clock;
 enum class RecorderTask { link, refresh, set_up, download, poll };
 
 // A poll keeps out other polls only; every other task keeps out everything. The exception is a task
-// that has waited for its answer longer than three tries can last, as over midnight, when its wait
-// ends only with the bytes: it keeps out nobody, and the next one starts inside its wait.
+// that has waited for one answer longer than three tries can last, as over midnight, when the wait
+// ends only with the bytes: polls and commands start inside its wait. A refresh does not, since it
+// has time until the recorder is free.
 class RecorderUse : public QObject {
   Q_OBJECT
 
@@ -35,16 +35,17 @@ class RecorderUse : public QObject {
     Turn& operator=(const Turn&) = delete;
 
     explicit operator bool() const { return granted_; }
-    // Another command has begun inside this task's endless wait. The task must leave: what it
-    // wanted to do the other does now.
-    bool overtaken() const { return overtaken_; }
+    // Another command has begun inside this task's endless wait. The task must leave; when the
+    // other is of the same kind, it does what this one wanted.
+    bool overtaken() const { return overtaken_by_.has_value(); }
+    bool repeated() const { return overtaken_by_ == task_; }
 
    private:
     friend class RecorderUse;
     RecorderUse& use_;
     RecorderTask task_;
     bool granted_;
-    bool overtaken_ = false;
+    std::optional<RecorderTask> overtaken_by_;
     std::optional<qint64> waiting_since_;  // of the clock's steady milliseconds
   };
 
@@ -61,8 +62,11 @@ class RecorderUse : public QObject {
     Turn* turn_;  // null where nobody has taken a turn
   };
 
-  // The longest that a request can rightly wait, in milliseconds.
+  // What three tries can last, in milliseconds.
   static constexpr int longest_wait_ms = 3600;
+
+  // To be called now and then during a wait: emits changed() when the wait gets too long.
+  void notice_long_wait();
 
  Q_SIGNALS:
   // What free_for() says may have changed.
@@ -72,6 +76,6 @@ class RecorderUse : public QObject {
   bool outlasted(const Turn& turn) const;
 
   const Clock& clock_;
-  QTimer overdue_;
   std::vector<Turn*> turns_;  // the innermost last
+  bool long_wait_ = false;    // has been told
 };

@@ -2,6 +2,7 @@
 
 #include "app/user.h"
 #include "base/errors.h"
+#include "base/interval_timer.h"
 #include "device/packet.h"
 #include "support/runner.h"
 #include "support/simulated_port.h"
@@ -123,6 +124,17 @@ class TestPacket : public QObject {
     QCOMPARE(clock_->elapsed(), 1510);
     QVERIFY(!Packet::request(limits_of_1, {.tries = 2, .pause_ms = 7, .pause_after_last = true}));
     QCOMPARE(clock_->sleeps.back(), 7);
+  }
+
+  // A timer does not fire while its handler runs, but its ticks come all the same.
+  void ticks_during_a_handler() {
+    IntervalTimer timer(1);
+    int ticks = 0;
+    connect(&timer, &IntervalTimer::tick, this, [&] {
+      if (++ticks == 1) QTRY_VERIFY(ticks > 2);
+    });
+    timer.set_enabled(true);
+    QTRY_VERIFY(ticks > 2);
   }
 
   void nested_exchange_is_delayed() {
