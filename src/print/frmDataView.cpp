@@ -9,6 +9,20 @@
 #include "print/sheet_page.h"
 #include "print/sheet_pages.h"
 
+namespace {
+
+// The two Prints differ in how much they print.
+QString pages_note(int pages) {
+  if (pages == 1) return QStringLiteral("\"Print\" prints this one page.");
+  return QStringLiteral(
+             "\"Print\" below prints all %1 pages. \"Print\" in the File menu prints as many as "
+             "\"Pages\" in Print Set says: %2.")
+      .arg(pages)
+      .arg(std::clamp<int>(User::PrintPages, 0, pages));
+}
+
+}  // namespace
+
 frmDataView::frmDataView(Shell& shell) : Preview(shell) {
   setObjectName(QStringLiteral("frmDataView"));
   setWindowTitle(QStringLiteral("Data Preview"));
@@ -50,11 +64,7 @@ void frmDataView::show_page(int page) {
   cmdNext->setEnabled(page_ < last);
   cmdLast->setEnabled(page_ < last);
   Label1->setText(QStringLiteral("Page %1 / %2").arg(page_ + 1).arg(last + 1));
-  Label2->setText(
-      QStringLiteral("\"Print\" below prints all pages (%1). \"Print\" in the File menu "
-                     "prints the first as far as \"Pages\" in Print Set says (%2).")
-          .arg(last + 1)
-          .arg(std::clamp<int>(User::PrintPages, 0, last + 1)));
+  Label2->setText(pages_note(last + 1));
   area->redraw();
 }
 

@@ -5,13 +5,13 @@
 #include <QScreen>
 #include <QShortcut>
 
+#include <algorithm>
+#include <cmath>
+
 #include "app/shell.h"
 #include "print/page.h"
 
 namespace {
-
-// Room for the scroll bar beside a page of full width.
-constexpr int beside_page = 20;
 
 bool scrolls(const QKeyEvent& key) {
   switch (key.key()) {
@@ -43,9 +43,11 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   row_->setContentsMargins(9, 9, 9, 9);
   row_->setSpacing(6);
   row_->addStretch();
+  // The whole width of a page and of the scroll bar beside it, where the screen has it.
   const QSize screen = this->screen()->availableSize();
-  resize(static_cast<int>(a4_portrait.width() / twips_per_pixel) + beside_page,
-         screen.height() * 9 / 10);
+  const int page = static_cast<int>(std::ceil(a4_portrait.width() / twips_per_pixel));
+  const int wanted = page + area->VScroll1->sizeHint().width();
+  resize(std::min(wanted, screen.width() * 19 / 20), screen.height() * 9 / 10);
 }
 
 QPushButton* Preview::add_button(const QString& name, const QString& caption,
