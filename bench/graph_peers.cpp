@@ -19,6 +19,5 @@ std::optional<double> QwtProcess::draw() {
   }
   bool is_number = false;
   const double time = process_.readLine().trimmed().toDouble(&is_number);
-  if (!is_number) return std::nullopt;
-  return time;
+  return is_number ? std::optional(time) : std::nullopt;
 }

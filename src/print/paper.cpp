@@ -1,7 +1,5 @@
 #include "print/paper.h"
 
-#include <QFont>
-#include <QFontMetricsF>
 #include <QPainter>
 #include <QPen>
 
@@ -64,26 +62,33 @@ void Paper::rule(QPointF from, QPointF to, QColor colour, double width, Rule kin
   painter_.setRenderHint(QPainter::Antialiasing);
 }
 
+const Paper::Face& Paper::face(TextStyle style) const {
+  if (!face_ || face_->style != style) {
+    const QFont font = paper_font(style);
+    face_.emplace(Face{style, font, QFontMetricsF(font)});
+  }
+  return *face_;
+}
+
 void Paper::text(QPointF place, const QString& text, const Line& line) const {
   QString shown = text;
   TextStyle style = line.style;
-  const double full_height = line_height(style.points);
-  double width = text_width(text, style);
+  const double full_height = height_of(style.points);
+  double width = face(style).metrics.horizontalAdvance(text);
   if (width > line.room) {
     const double least = line.fit == Fit::shrink ? 0 : smallest_share;
     style.points *= std::clamp(line.room / width, least, 1.0);
     if (line.fit != Fit::shrink) {
       const auto mode = line.fit == Fit::cut ? Qt::ElideRight : Qt::ElideMiddle;
-      shown = QFontMetricsF(paper_font(style)).elidedText(text, mode, line.room);
+      shown = face(style).metrics.elidedText(text, mode, line.room);
     }
-    width = text_width(shown, style);
+    width = face(style).metrics.horizontalAdvance(shown);
   }
-  const QFont font = paper_font(style);
-  const QFontMetricsF metrics(font);
-  const double lowered = (full_height - metrics.height()) / 2;
+  const Face& used = face(style);
+  const double lowered = (full_height - used.metrics.height()) / 2;
   const double left = line.align == Align::left     ? place.x()
                       : line.align == Align::centre ? place.x() - width / 2
                                                     : place.x() - width;
-  painter_.setFont(font);
-  painter_.drawText(QPointF(left, place.y() + lowered + metrics.ascent()), shown);
+  painter_.setFont(used.font);
+  painter_.drawText(QPointF(left, place.y() + lowered + used.metrics.ascent()), shown);
 }

@@ -2,14 +2,20 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
+#include <QFontMetricsF>
 #include <QPointF>
 #include <QString>
+
+#include <optional>
 
 class QPainter;
 
 struct TextStyle {
   double points = 9;
   bool bold = false;
+
+  bool operator==(const TextStyle&) const = default;
 };
 
 // The height and the length of a line of text, in twips.
@@ -51,6 +57,18 @@ class Paper {
   // hangs. A smaller line keeps its middle where the line of full size has it.
   void text(QPointF place, const QString& text, const Line& line) const;
 
+  // line_height(), faster.
+  double height_of(double points) const { return face({points}).metrics.height(); }
+
  private:
+  struct Face {
+    TextStyle style;
+    QFont font;
+    QFontMetricsF metrics;
+  };
+  const Face& face(TextStyle style) const;
+
   QPainter& painter_;
+  // The one used last: making one costs as much as drawing with it.
+  mutable std::optional<Face> face_;
 };

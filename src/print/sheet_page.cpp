@@ -42,8 +42,8 @@ void draw_cell(const Sheet& sheet, const Cell& cell, const QString& text, const 
   const double x = line.align == Align::left ? cell.right - cell.room : cell.right;
   Paper::Line fitted = line;
   fitted.room = cell.room;
-  sheet.paper.text({x, cell.top + (cell.height - line_height(line.style.points)) / 2}, text,
-                   fitted);
+  sheet.paper.text({x, cell.top + (cell.height - sheet.paper.height_of(line.style.points)) / 2},
+                   text, fitted);
 }
 
 void draw_number(const Sheet& sheet, const Cell& cell, const QString& text) {
