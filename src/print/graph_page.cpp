@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 #include "base/errors.h"
 #include "base/numbers.h"
@@ -141,11 +142,24 @@ class Graph {
     }
   }
 
+  // The wildest curve first, so that it does not hide the calmer ones.
+  std::vector<int> slots_from_the_back() const {
+    std::vector<std::pair<double, int>> order;
+    for (const int slot : place_.slots_shown) {
+      order.emplace_back(-ups_and_downs(samples_of(slot), place_of(slot)), slot);
+    }
+    std::sort(order.begin(), order.end());
+    std::vector<int> from_the_back(order.size());
+    std::transform(order.begin(), order.end(), from_the_back.begin(),
+                   [](const auto& entry) { return entry.second; });
+    return from_the_back;
+  }
+
   void draw_curves() const {
     painter().save();
     painter().setClipRect(frame_);
     painter().translate(frame_.topLeft());
-    for (const int slot : place_.slots_shown) {
+    for (const int slot : slots_from_the_back()) {
       draw_ink(painter(), paper_curve(samples_of(slot), place_of(slot), column_), look_of(slot));
     }
     painter().restore();

@@ -51,10 +51,7 @@ std::vector<Ink> paper_curve(const CurveSamples& samples, const CurvePlace& plac
   return inks;
 }
 
-bool takes_dashes(const CurveSamples& samples, const CurvePlace& place) {
-  const double width = place.size.width();
-  // As many as a preview has columns of pixels.
-  if (samples.count > width / twips_per_pixel) return false;
+double ups_and_downs(const CurveSamples& samples, const CurvePlace& place) {
   double way = 0;
   for (int i = 1; i < samples.count; ++i) {
     const auto seen = [&](int sample) {
@@ -63,5 +60,12 @@ bool takes_dashes(const CurveSamples& samples, const CurvePlace& place) {
     const double step = std::fabs(seen(i) - seen(i - 1));
     if (std::isfinite(step)) way += step;
   }
-  return way <= calm_widths * width;
+  return way;
+}
+
+bool takes_dashes(const CurveSamples& samples, const CurvePlace& place) {
+  const double width = place.size.width();
+  // As many as a preview has columns of pixels.
+  if (samples.count > width / twips_per_pixel) return false;
+  return ups_and_downs(samples, place) <= calm_widths * width;
 }

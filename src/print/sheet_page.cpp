@@ -80,9 +80,11 @@ void draw_head(const Sheet& sheet) {
 QString statistics_title(const PrintedView& view) {
   const int all = view.recording.held_samples();
   const int printed = printed_samples(view);
-  const QString whole = QStringLiteral("Statistics of the whole recording (%1 samples)").arg(all);
-  if (printed == all) return whole;
-  return whole + QStringLiteral(", not of the printed view (%1 samples)").arg(printed);
+  QString title = QStringLiteral("Statistics of the whole recording (%1 samples)").arg(all);
+  if (printed != all) {
+    title += QStringLiteral(", not of the printed view (%1 samples)").arg(printed);
+  }
+  return title;
 }
 
 // A row a channel: number, name, unit and the statistics.
