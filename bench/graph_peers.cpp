@@ -1,11 +1,5 @@
 #include "graph_peers.h"
 
-namespace {
-
-constexpr double slow_ms = 500;
-
-}  // namespace
-
 bool QwtProcess::start() {
   process_.start(QStringLiteral(CORVANE_BENCH_QWT), {QString::number(noise_ ? 1 : 0)});
   return process_.waitForStarted();
@@ -20,13 +14,10 @@ QwtProcess::~QwtProcess() {
 std::optional<double> QwtProcess::draw() {
   if (!ready_) ready_ = start();
   if (!*ready_) return std::nullopt;
-  if (last_time_ > slow_ms) return last_time_;
   process_.write("\n");
   while (!process_.canReadLine() && process_.waitForReadyRead()) {
   }
   bool is_number = false;
   const double time = process_.readLine().trimmed().toDouble(&is_number);
-  if (!is_number) return std::nullopt;
-  last_time_ = time;
-  return time;
+  return is_number ? std::optional(time) : std::nullopt;
 }

@@ -31,8 +31,7 @@ class QwtProcess {
   QwtProcess(const QwtProcess&) = delete;
   QwtProcess& operator=(const QwtProcess&) = delete;
 
-  // The same. A drawing that takes more than half a second is done once, and its time stands for
-  // the rest.
+  // The same.
   std::optional<double> draw();
 
  private:
@@ -41,5 +40,4 @@ class QwtProcess {
   bool noise_;
   QProcess process_;
   std::optional<bool> ready_;
-  double last_time_ = 0;
 };

@@ -1,23 +1,21 @@
-// The pages of the largest Recording, on the screen and into PDF: against the time that a user
-// gives them, and beside plain drawing of the same.
+// The pages of the largest Recording, on the screen and into PDF, beside plain drawing of the same.
 #include <QPainter>
 #include <QTest>
 
 #include "base/numbers.h"
+#include "print/curve_ink.h"
 #include "print/graph_page.h"
 #include "print/page.h"
+#include "print/pdf_file.h"
 #include "print/print_commands.h"
+#include "print/print_view.h"
 #include "print/print_world.h"
-#include "print/qt_printer.h"
-#include "print/sheet_page.h"
+#include "print/sheet_pages.h"
 #include "suite.h"
 
 namespace {
 
 constexpr int channels = Recording::max_channels;
-constexpr double most_repaint_ms = 30;
-constexpr double most_turn_ms = 20;
-constexpr double most_pdf_ms = 1000;
 
 // Curves under noise over most of the frame: the most ink that there can be.
 void fill_with_noise() {
@@ -34,7 +32,7 @@ void fill_with_noise() {
 // Every sample a point of one line a channel, as thin as can be, and nothing else on the page.
 void draw_every_sample(QPainter& painter, QSizeF size) {
   const GraphPlace place = graph_places({0, 1, 2, 3}, true, 9).front();
-  const Page page(painter, size);
+  const Page page(size);
   const QRectF frame(QPointF(page.across(place.frame_left), page.down(place.frame_top)),
                      QPointF(page.across(190), page.down(place.frame_top + place.frame_height)));
   for (std::size_t c = 0; c < channels; ++c) {
@@ -92,32 +90,24 @@ Side timed(const std::function<void()>& work) {
   return [work] { return std::optional(milliseconds(work)); };
 }
 
-Side allowed(double ms) {
-  return [ms] { return std::optional(ms); };
-}
-
 // The preview shows all of its page, and paints it as its timer makes it do.
 void graph_preview(Suite& suite) {
   SimulatedWindow world;
   frmGraphView preview(*world.main.window);
   show(preview);
   const Side repaint = [&] { return std::optional(repaint_ms(*preview.area)); };
-  suite.compare("print: graph preview, repaint", repaint, "the time allowed",
-                allowed(most_repaint_ms), 1);
   suite.compare("print: graph preview", repaint, "all segments drawn, curves only",
                 on_screen(draw_every_sample), 0.75);
 }
 
 void graph_into_pdf(Suite& suite) {
   SimulatedWindow world;
-  QtPrinter& printer = world.main.printer;
-  printer.print_to_file(world.main.folder.filePath(QStringLiteral("page.pdf")));
-  const Side ours = timed([&] { frmGraphView(*world.main.window).print(); });
+  PdfFile pdf(world.main.folder.filePath(QStringLiteral("page.pdf")), Orientation::portrait);
+  const Side ours = timed([&] { print_graph(pdf, printed_view(*world.main.window)); });
   const Side peer = timed([&] {
-    draw_every_sample(printer.start_document(QStringLiteral("bench")), printer.paper_size());
-    printer.end_document();
+    draw_every_sample(pdf.start_document(QStringLiteral("bench")), pdf.paper_size());
+    pdf.end_document();
   });
-  suite.compare("print: graph into PDF, once", ours, "the time allowed", allowed(most_pdf_ms), 1);
   suite.compare("print: graph into PDF", ours, "all segments drawn, curves only", peer, 0.25);
 }
 
@@ -140,8 +130,6 @@ void sheet_preview(Suite& suite) {
   };
   const Side texts = on_screen(
       [&](QPainter& painter, QSizeF) { draw_texts(painter, Recording::max_samples / 2, rows); });
-  suite.compare("print: sheet preview, another page", turn, "the time allowed",
-                allowed(most_turn_ms), 1);
   suite.compare("print: sheet preview", turn, "a page of drawText", texts, 2.5);
 }
 

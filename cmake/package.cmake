@@ -31,6 +31,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "libc6, libstdc++6, libqt6core6, libqt6gui6, libqt6widgets6, libqt6printsupport6, libqt6serialport6, libqt6svg6")
-# For document and workbook exports, and for opening the help file.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libreoffice-calc, libreoffice-writer, xdg-utils, kchmviewer | xchm, cups")
+# For document and workbook exports, for opening the help file, for printing; fonts for windows, for
+# paper and for names in Chinese.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+    "libreoffice-calc, libreoffice-writer, xdg-utils, kchmviewer | xchm, cups, fonts-dejavu-core, fonts-liberation, fonts-wqy-microhei | fonts-noto-cjk")
 include(CPack)

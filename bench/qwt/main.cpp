@@ -52,6 +52,8 @@ double draw(const QwtPlot& plot, QImage& image) {
   const std::clock_t start = std::clock();
   image.fill(Qt::white);
   QPainter painter(&image);
+  // With a clip, Qt 5 draws steep lines twice as fast.
+  painter.setClipRect(image.rect());
   plot.drawItems(&painter, QRectF(0, 0, graph_width - 1, graph_height - 1), maps);
   painter.end();
   return static_cast<double>(std::clock() - start) * 1000.0 / CLOCKS_PER_SEC;

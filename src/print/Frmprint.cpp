@@ -145,8 +145,7 @@ void Frmprint::Cmd1_Click() {
   accept();
 }
 
-// The printer keeps its orientation when the dialog is cancelled or there is none.
+// Everything stays as it was when the dialog is cancelled or there is no printer.
 void Frmprint::Cmd3_Click() {
-  Printer& printer = shell_.printer();
-  printer.set_orientation(printer.show_setup(printer.orientation(), this));
+  shell_.printer().show_setup(this);
 }

@@ -4,8 +4,24 @@
 #include <limits>
 
 #include "app/shell.h"
+#include "app/user.h"
 #include "print/print_commands.h"
 #include "print/sheet_page.h"
+#include "print/sheet_pages.h"
+
+namespace {
+
+// The two Prints differ in how much they print.
+QString pages_note(int pages) {
+  if (pages == 1) return QStringLiteral("\"Print\" prints this one page.");
+  return QStringLiteral(
+             "\"Print\" below prints all %1 pages. \"Print\" in the File menu prints as many as "
+             "\"Pages\" in Print Set says: %2.")
+      .arg(pages)
+      .arg(std::clamp<int>(User::PrintPages, 0, pages));
+}
+
+}  // namespace
 
 frmDataView::frmDataView(Shell& shell) : Preview(shell) {
   setObjectName(QStringLiteral("frmDataView"));
@@ -19,6 +35,11 @@ frmDataView::frmDataView(Shell& shell) : Preview(shell) {
   Label1->setObjectName(QStringLiteral("Label1"));
   Label1->setAlignment(Qt::AlignCenter);
   row()->insertWidget(0, Label1);
+  Label2 = new QLabel(this);
+  Label2->setObjectName(QStringLiteral("Label2"));
+  Label2->setWordWrap(true);
+  Label2->setContentsMargins(9, 9, 9, 0);
+  add_above_buttons(Label2);
   add_print_and_quit();
   connect(cmdFirst, &QPushButton::clicked, this, [this] { show_page(0); });
   connect(cmdPrevious, &QPushButton::clicked, this, [this] { show_page(page_ - 1); });
@@ -29,7 +50,6 @@ frmDataView::frmDataView(Shell& shell) : Preview(shell) {
 void frmDataView::Form_Activate() {
   area->set_page_size(paper());
   show_page(0);
-  skip_on_error([this] { shell().printer().set_paper_a4(); });
 }
 
 int frmDataView::page_count() const {
@@ -44,6 +64,7 @@ void frmDataView::show_page(int page) {
   cmdNext->setEnabled(page_ < last);
   cmdLast->setEnabled(page_ < last);
   Label1->setText(QStringLiteral("Page %1 / %2").arg(page_ + 1).arg(last + 1));
+  Label2->setText(pages_note(last + 1));
   area->redraw();
 }
 
@@ -51,18 +72,6 @@ void frmDataView::draw_page(QPainter& painter, QSizeF size) const {
   draw_sheet_page(painter, size, printed_view(shell()), page_);
 }
 
-void frmDataView::cmdPrint_Click() {
-  print(std::numeric_limits<int>::max());
-}
-
-bool frmDataView::print(int pages) {
-  return print_document(shell(), [this, pages](Printer& printer, QPainter& painter) {
-    const PrintedView view = printed_view(shell());
-    const QSizeF size = printer.paper_size();
-    const int count = std::min(pages, SheetPages(view, size).count());
-    for (int page = 0; page < count; ++page) {
-      if (page > 0) printer.new_page();
-      draw_sheet_page(painter, size, view, page);
-    }
-  });
+void frmDataView::print() {
+  print_sheet(shell(), std::numeric_limits<int>::max());
 }

@@ -11,10 +11,6 @@ class frmDataView final : public Preview {
  public:
   explicit frmDataView(Shell& shell);
 
-  // Prints the first `pages` pages, or as many as there are, as one document; the window need not
-  // be shown. Message "Default Printer Error" when that fails. Gives whether they were printed.
-  bool print(int pages);
-
   // The page shown, counted from 0; a number outside leads to the nearest page.
   int page() const { return page_; }
   void show_page(int page);
@@ -24,10 +20,11 @@ class frmDataView final : public Preview {
   QPushButton* cmdNext;
   QPushButton* cmdLast;
   QLabel* Label1;
+  QLabel* Label2;
 
  protected:
   void Form_Activate() override;
-  void cmdPrint_Click() override;
+  void print() override;
   void draw_page(QPainter& painter, QSizeF size) const override;
 
  private:

@@ -28,7 +28,6 @@ void frmGraphView::Form_Activate() {
   if (size.width() < size.height()) area->HScroll1->setValue(portrait_scroll);
   area->redraw();
   Timer1->start();
-  skip_on_error([this] { shell().printer().set_paper_a4(); });
 }
 
 void frmGraphView::Timer1_Timer() {
@@ -39,8 +38,6 @@ void frmGraphView::draw_page(QPainter& painter, QSizeF size) const {
   draw_graph_page(painter, size, printed_view(shell()));
 }
 
-bool frmGraphView::print() {
-  return print_document(shell(), [this](Printer& printer, QPainter& painter) {
-    draw_page(painter, printer.paper_size());
-  });
+void frmGraphView::print() {
+  print_graph(shell());
 }

@@ -11,15 +11,11 @@ class frmGraphView final : public Preview {
  public:
   explicit frmGraphView(Shell& shell);
 
-  // Prints the page once; the window need not be shown. Message "Default Printer Error" when that
-  // fails. Gives whether it was printed.
-  bool print();
-
   QTimer* Timer1;
 
  protected:
   void Form_Activate() override;
-  void cmdPrint_Click() override { print(); }
+  void print() override;
   void draw_page(QPainter& painter, QSizeF size) const override;
 
  private:

@@ -1,10 +1,7 @@
 // The page of the historical graph, drawn alike on the screen and on the printer.
 #pragma once
 
-#include <QColor>
 #include <QSizeF>
-
-#include <array>
 
 #include "print/printed_view.h"
 
@@ -14,10 +11,6 @@ class QPainter;
 // grid, curves and time labels (docs/print.md). A sample outside the arrays ends the drawing where
 // it stands. With fewer than two samples there are neither scales nor curves.
 void draw_graph_page(QPainter& painter, QSizeF size, const PrintedView& view);
-
-// Colours of the channel slots on paper: those of the screen, the yellow one dark enough for white.
-inline constexpr std::array<QRgb, Recording::max_channels> paper_colours = {
-    qRgb(255, 0, 0), qRgb(0, 0, 255), qRgb(0, 192, 192), qRgb(168, 136, 0)};
 
 // Where a graph stands on the page, in millimetres of A4 in portrait.
 struct GraphPlace {

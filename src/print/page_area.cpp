@@ -41,7 +41,7 @@ void PageArea::set_page_size(QSizeF twips) {
 
 // A bar that appears takes room from the other direction, so both are worked out from the whole.
 void PageArea::lay_out() {
-  const QSize room = maximumViewportSize();
+  const QSize room = contentsRect().size();
   const int bar = HScroll1->sizeHint().height();
   const bool across = Pic->width() > room.width();
   const bool down = Pic->height() > room.height() - (across ? bar : 0);

@@ -5,7 +5,17 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/twips.h"
+
 namespace {
+
+// A curve that goes up and down by more than this many widths of its graph is not calm.
+constexpr double calm_widths = 10;
+
+double y_of(float value, const CurvePlace& place) {
+  const double scale = place.size.height() / (place.high - place.low);
+  return place.size.height() - (value - place.low) * scale + place.shift;
+}
 
 // Puts the line between two points into the columns that it passes.
 void cover(std::vector<Ink>& inks, double column, QPointF from, QPointF to) {
@@ -28,18 +38,34 @@ void cover(std::vector<Ink>& inks, double column, QPointF from, QPointF to) {
 
 std::vector<Ink> paper_curve(const CurveSamples& samples, const CurvePlace& place, double column) {
   const double width = place.size.width();
-  const double height = place.size.height();
-  const double scale = height / (place.high - place.low);
   std::vector<Ink> inks(static_cast<std::size_t>(std::ceil(width / column)));
   QPointF last;
   bool joined = false;
   for (int i = 0; i < samples.count; ++i) {
-    const QPointF point(width * i / (samples.count - 1),
-                        height - (samples[i] - place.low) * scale + place.shift);
+    const QPointF point(width * i / (samples.count - 1), y_of(samples[i], place));
     const bool is_number = std::isfinite(point.y());
     if (joined && is_number) cover(inks, column, last, point);
     last = point;
     joined = is_number;
   }
   return inks;
+}
+
+double ups_and_downs(const CurveSamples& samples, const CurvePlace& place) {
+  double way = 0;
+  for (int i = 1; i < samples.count; ++i) {
+    const auto seen = [&](int sample) {
+      return std::clamp(y_of(samples[sample], place), 0.0, place.size.height());
+    };
+    const double step = std::fabs(seen(i) - seen(i - 1));
+    if (std::isfinite(step)) way += step;
+  }
+  return way;
+}
+
+bool takes_dashes(const CurveSamples& samples, const CurvePlace& place) {
+  const double width = place.size.width();
+  // As many as a preview has columns of pixels.
+  if (samples.count > width / twips_per_pixel) return false;
+  return ups_and_downs(samples, place) <= calm_widths * width;
 }

@@ -29,3 +29,10 @@ struct Ink {
 // one, in columns of this width from the left edge on. Values that are no numbers leave a gap; with
 // `high` equal to `low` there is no curve.
 std::vector<Ink> paper_curve(const CurveSamples& samples, const CurvePlace& place, double column);
+
+// How far a curve goes up and down within its graph in all: the same for every device.
+double ups_and_downs(const CurveSamples& samples, const CurvePlace& place);
+
+// Whether a curve is few samples and calm enough for dashes. Elsewhere their gaps would cut it into
+// stripes. Says the same for every device; the places are in twips.
+bool takes_dashes(const CurveSamples& samples, const CurvePlace& place);

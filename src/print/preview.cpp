@@ -4,15 +4,14 @@
 #include <QKeyEvent>
 #include <QScreen>
 #include <QShortcut>
-#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
 
 #include "app/shell.h"
 #include "print/page.h"
 
 namespace {
-
-// Room for the scroll bar beside a page of full width.
-constexpr int beside_page = 20;
 
 bool scrolls(const QKeyEvent& key) {
   switch (key.key()) {
@@ -36,17 +35,19 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   area = new PageArea([this](QPainter& painter, QSizeF size) { draw_page(painter, size); }, this);
   row_ = new QHBoxLayout;
-  auto* all = new QVBoxLayout(this);
-  all->setContentsMargins(0, 0, 0, 0);
-  all->setSpacing(0);
-  all->addWidget(area, 1);
-  all->addLayout(row_);
+  all_ = new QVBoxLayout(this);
+  all_->setContentsMargins(0, 0, 0, 0);
+  all_->setSpacing(0);
+  all_->addWidget(area, 1);
+  all_->addLayout(row_);
   row_->setContentsMargins(9, 9, 9, 9);
   row_->setSpacing(6);
   row_->addStretch();
+  // The whole width of a page and of the scroll bar beside it, where the screen has it.
   const QSize screen = this->screen()->availableSize();
-  resize(static_cast<int>(a4_portrait.width() / twips_per_pixel) + beside_page,
-         screen.height() * 9 / 10);
+  const int page = static_cast<int>(std::ceil(a4_portrait.width() / twips_per_pixel));
+  const int wanted = page + area->VScroll1->sizeHint().width();
+  resize(std::min(wanted, screen.width() * 19 / 20), screen.height() * 9 / 10);
 }
 
 QPushButton* Preview::add_button(const QString& name, const QString& caption,
@@ -67,15 +68,20 @@ void Preview::add_print_and_quit() {
   cmdPrint = add_button(QStringLiteral("cmdPrint"), QStringLiteral("Print"),
                         QKeySequence(Qt::CTRL | Qt::Key_P));
   Command2 = add_button(QStringLiteral("Command2"), QStringLiteral("Quit"));
-  connect(cmdPrint, &QPushButton::clicked, this, &Preview::cmdPrint_Click);
+  connect(cmdPrint, &QPushButton::clicked, this, &Preview::print);
   connect(Command2, &QPushButton::clicked, this, &QDialog::reject);
   area->setFocus();
+}
+
+void Preview::add_above_buttons(QWidget* widget) {
+  all_->insertWidget(1, widget);
 }
 
 QSizeF Preview::paper() const {
   QSizeF size = a4_portrait;
   skip_on_error([&] {
-    if (shell_.printer().orientation() == Orientation::landscape) size.transpose();
+    shell_.printer().prefer_paper_a4();
+    size = shell_.printer().paper_size();
   });
   return size;
 }

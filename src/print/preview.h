@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QKeySequence>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "print/page_area.h"
 #include "print/printer.h"
@@ -27,14 +28,16 @@ class Preview : public QDialog {
                           const QKeySequence& key = {});
   // Print and Quit, which every preview ends its row with.
   void add_print_and_quit();
+  void add_above_buttons(QWidget* widget);
   QHBoxLayout* row() const { return row_; }
 
-  // The page as the printer turns it; portrait without a printer.
+  // The printer's paper as it is turned: A4, unless other paper was chosen under Printer Set. A4 in
+  // portrait without a printer.
   QSizeF paper() const;
   Shell& shell() const { return shell_; }
 
   virtual void Form_Activate() = 0;
-  virtual void cmdPrint_Click() = 0;
+  virtual void print() = 0;
   virtual void draw_page(QPainter& painter, QSizeF size) const = 0;
 
   void showEvent(QShowEvent* event) override;
@@ -42,5 +45,6 @@ class Preview : public QDialog {
 
  private:
   Shell& shell_;
+  QVBoxLayout* all_;
   QHBoxLayout* row_;
 };

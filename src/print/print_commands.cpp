@@ -2,12 +2,17 @@
 
 #include <QGuiApplication>
 
+#include <functional>
+
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/clock.h"
 #include "base/message_box.h"
+#include "base/times.h"
 #include "print/Frmprint.h"
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"
+#include "print/print_view.h"
 #include "print/printer.h"
 #include "views/frmdisplay.h"
 
@@ -30,12 +35,13 @@ bool ask_what_to_print(Shell& shell) {
   return true;
 }
 
-// One copy after the other; a printer that fails is not asked again.
-void print_graphs(Shell& shell) {
-  frmGraphView preview(shell);
-  for (int copy = 0; copy < User::PrintPages; ++copy) {
-    if (!preview.print()) return;
-  }
+bool print_or_tell(Shell& shell, const std::function<void()>& print) {
+  const bool printed = stop_at_first_failure([&] {
+    const Hourglass pointer;
+    print();
+  });
+  if (!printed) shell.messages().show(QStringLiteral("Default Printer Error"));
+  return printed;
 }
 
 }  // namespace
@@ -51,11 +57,12 @@ void printview_Click(Shell& shell) {
 
 void printdata_Click(Shell& shell) {
   if (!ask_what_to_print(shell) || User::PrintPages < 0) return;
-  if (User::PrintGraph) {
-    print_graphs(shell);
-  } else {
-    frmDataView(shell).print(User::PrintPages);
+  if (!User::PrintGraph) {
+    print_sheet(shell, User::PrintPages);
+    return;
   }
+  // Each run tells its own failure; the program may be ended under the message.
+  for (int run = 0; run < User::PrintPages && !shell.shutting_down(); ++run) print_graph(shell);
 }
 
 PrintedView printed_view(Shell& shell) {
@@ -67,21 +74,14 @@ PrintedView printed_view(Shell& shell) {
     view.low[c] = User::AxisLow[c];
   }
   view.combined = User::PrintChannels[0] != 0;
+  view.printed = stamp_text(shell.clock().now());
   return view;
 }
 
-bool print_document(Shell& shell, const std::function<void(Printer&, QPainter&)>& draw) {
-  const bool printed = stop_at_first_failure([&] {
-    const Hourglass pointer;
-    Printer& printer = shell.printer();
-    try {
-      draw(printer, printer.start_document(User::recording.Title));
-      printer.end_document();
-    } catch (const RunTimeError&) {
-      printer.abort_document();
-      throw;
-    }
-  });
-  if (!printed) shell.messages().show(QStringLiteral("Default Printer Error"));
-  return printed;
+bool print_graph(Shell& shell) {
+  return print_or_tell(shell, [&] { print_graph(shell.printer(), printed_view(shell)); });
+}
+
+bool print_sheet(Shell& shell, int pages) {
+  return print_or_tell(shell, [&] { print_sheet(shell.printer(), printed_view(shell), pages); });
 }

@@ -1,12 +1,8 @@
 // The commands Print View and Print, and what the previews need for theirs.
 #pragma once
 
-#include <functional>
-
 #include "print/printed_view.h"
 
-class Printer;
-class QPainter;
 class Shell;
 
 // Print View: asks what to print and shows its preview.
@@ -17,6 +13,8 @@ void printdata_Click(Shell& shell);
 // The view and the channels to be printed as they are now.
 PrintedView printed_view(Shell& shell);
 
-// Prints what `draw` draws as one document, under the hourglass pointer. Message "Default Printer
-// Error" when there is no printer or it fails. Gives whether the document was sent.
-bool print_document(Shell& shell, const std::function<void(Printer&, QPainter&)>& draw);
+// Print the graph, or the first `pages` pages of the sheet, as one document, under the hourglass
+// pointer. Message "Default Printer Error" when there is no printer or it fails. They give whether
+// the document was sent.
+bool print_graph(Shell& shell);
+bool print_sheet(Shell& shell, int pages);

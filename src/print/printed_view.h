@@ -1,14 +1,13 @@
-// What is printed: the view of the historical graph, the channels chosen for it, and the lines
-// that head every printout.
+// What is printed: the view of the historical graph and the channels chosen for it.
 #pragma once
+
+#include <QString>
 
 #include <array>
 #include <cstdint>
 #include <vector>
 
 #include "app/recording.h"
-
-class Page;
 
 struct PrintedView {
   const Recording& recording;
@@ -20,16 +19,12 @@ struct PrintedView {
   std::array<float, Recording::max_channels> low{};
   // All curves in one graph, else a graph a channel.
   bool combined = true;
+  // The date and time of printing.
+  QString printed = {};
 };
 
 // The channel slots to print, those that the Recording does not have left out.
 std::vector<int> printed_slots(const PrintedView& view);
 
-// Draws title, channels, length and times of the view and a line a channel (docs/print.md). Gives
-// the number of lines. Throws BoundsError at the line of a sample outside the arrays; the lines
-// above it are drawn then.
-int draw_header(const Page& page, const PrintedView& view);
-// Where line `line` of the header stands, counted from 1, in millimetres.
-constexpr double header_line_mm(int line) {
-  return line * 5.5 + 10;
-}
+// The number of the view's samples that the Recording holds.
+int printed_samples(const PrintedView& view);

@@ -5,6 +5,7 @@
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QTabWidget>
 
 #include "base/twips.h"
 #include "print/page.h"
@@ -23,7 +24,20 @@ std::unique_ptr<QPrinter> on_paper(std::unique_ptr<QPrinter> printer) {
   return printer;
 }
 
-// The dialog sets the printer up; what to print is asked elsewhere.
+// The default printer, or one that can be chosen instead of it.
+QPrinterInfo any_printer() {
+  const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+  return info.isNull() ? QPrinterInfo(QPrinterInfo::availablePrinters().value(0)) : info;
+}
+
+std::unique_ptr<QPrinter> printer_of(const QPrinterInfo& info) {
+  require(!info.isNull(), "no printer");
+  return on_paper(std::make_unique<QPrinter>(info, QPrinter::HighResolution));
+}
+
+// The dialog sets the printer up; what to print and how often is asked elsewhere. The tab with the
+// pages, their order and the copies goes, because with CUPS no option hides it, and what is chosen
+// there would hold for all later documents.
 void keep_to_set_up(QPrintDialog& dialog) {
   dialog.setWindowTitle(QStringLiteral("Printer Set"));
   for (const auto option :
@@ -31,19 +45,28 @@ void keep_to_set_up(QPrintDialog& dialog) {
         QAbstractPrintDialog::PrintSelection, QAbstractPrintDialog::PrintCollateCopies}) {
     dialog.setOption(option, false);
   }
+  if (auto* tabs = dialog.findChild<QTabWidget*>(QStringLiteral("tabs"))) {
+    tabs->removeTab(tabs->indexOf(tabs->findChild<QWidget*>(QStringLiteral("copiesTab"))));
+  }
   if (auto* buttons = dialog.findChild<QDialogButtonBox*>()) {
     if (QPushButton* ok = buttons->button(QDialogButtonBox::Ok)) ok->setText(QStringLiteral("OK"));
   }
 }
 
+// What other systems' dialogs may have set all the same.
+void forget_what_to_print(QPrinter& printer) {
+  printer.setCopyCount(1);
+  printer.setPrintRange(QPrinter::AllPages);
+  printer.setFromTo(0, 0);
+  printer.setPageRanges({});
+  printer.setPageOrder(QPrinter::FirstPageFirst);
+  printer.setFullPage(true);
+}
+
 }  // namespace
 
 QPrinter& QtPrinter::printer() {
-  if (!printer_) {
-    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
-    require(!info.isNull(), "no default printer");
-    printer_ = on_paper(std::make_unique<QPrinter>(info, QPrinter::HighResolution));
-  }
+  if (!printer_) printer_ = printer_of(QPrinterInfo::defaultPrinter());
   return *printer_;
 }
 
@@ -65,17 +88,22 @@ void QtPrinter::set_orientation(Orientation orientation) {
 
 void QtPrinter::set_paper_a4() {
   printer().setPageSize(QPageSize(QPageSize::A4));
+  paper_is_chosen_ = false;
 }
 
-Orientation QtPrinter::show_setup(Orientation orientation, QWidget* parent) {
-  set_orientation(orientation);
-  QPrintDialog dialog(&printer(), parent);
+void QtPrinter::prefer_paper_a4() {
+  if (!paper_is_chosen_) printer().setPageSize(QPageSize(QPageSize::A4));
+}
+
+void QtPrinter::show_setup(QWidget* parent) {
+  std::unique_ptr<QPrinter> first = printer_ ? nullptr : printer_of(any_printer());
+  QPrinter& shown = first ? *first : *printer_;
+  QPrintDialog dialog(&shown, parent);
   keep_to_set_up(dialog);
   require(dialog.exec() == QDialog::Accepted, "cancelled");
-  // How often to print is asked elsewhere.
-  printer().setCopyCount(1);
-  printer().setFullPage(true);
-  return this->orientation();
+  if (first) printer_ = std::move(first);
+  forget_what_to_print(*printer_);
+  paper_is_chosen_ = printer_->pageLayout().pageSize().id() != QPageSize::A4;
 }
 
 QPainter& QtPrinter::start_document(const QString& title) {

@@ -8,14 +8,15 @@
 
 #include "print/printer.h"
 
-// The default printer until another one is chosen in the set-up dialog. It is looked for at each
-// use as long as there is none, so one that is installed meanwhile is found.
+// The default printer until one is chosen in the set-up dialog. It is looked for at each use as
+// long as there is none, so one that is installed meanwhile is found.
 class QtPrinter : public Printer {
  public:
   Orientation orientation() override;
   void set_orientation(Orientation orientation) override;
   void set_paper_a4() override;
-  Orientation show_setup(Orientation orientation, QWidget* parent) override;
+  void prefer_paper_a4() override;
+  void show_setup(QWidget* parent) override;
   QPainter& start_document(const QString& title) override;
   QSizeF paper_size() override;
   void new_page() override;
@@ -31,5 +32,6 @@ class QtPrinter : public Printer {
   void use_twips();
 
   std::unique_ptr<QPrinter> printer_;
+  bool paper_is_chosen_ = false;
   QPainter painter_;
 };

@@ -70,6 +70,10 @@ float time_label_left(float cursor, float width) {
   return cursor + time_label_twips > width ? cursor - time_label_twips : cursor;
 }
 
+QString scale_label(float high, float low, int row) {
+  return fixed2(low + (high - low) * static_cast<float>(scale_steps - row) / scale_steps);
+}
+
 ChannelScale channel_scale(std::span<const float> values,
                            const std::optional<ScaleLimits>& limits) {
   auto [bottom, top] = extremes_of(values);
@@ -82,9 +86,8 @@ ChannelScale channel_scale(std::span<const float> values,
   }
   ChannelScale scale;
   if (top - bottom >= narrow_range) {
-    for (int k = 0; k <= 8; ++k) {
-      const float value = bottom + (top - bottom) * static_cast<float>(k) / 8.0F;
-      scale.labels[static_cast<std::size_t>(8 - k)] = fixed2(value);
+    for (int row = 0; row <= scale_steps; ++row) {
+      scale.labels[static_cast<std::size_t>(row)] = scale_label(top, bottom, row);
     }
   } else {
     top += narrow_margin;

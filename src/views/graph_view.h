@@ -44,11 +44,17 @@ std::int32_t stepped(CursorStep step, std::int32_t sample, std::int32_t view_cou
 inline constexpr float time_label_twips = 1530.9F;
 float time_label_left(float cursor, float width);
 
+// A scale's labels divide it into this many steps.
+inline constexpr int scale_steps = 8;
+// The label at row 0 (`high`) to 8 (`low`), the same on the screen and on paper: computed in single
+// precision from the bottom up.
+QString scale_label(float high, float low, int row);
+
 // The values at the graph's top and bottom edge, and the texts of the scale from top to bottom.
 struct ChannelScale {
   float high = 0;
   float low = 0;
-  std::array<QString, 9> labels;
+  std::array<QString, scale_steps + 1> labels;
 };
 
 // Fixed limits of a scale, in the channel's unit.

@@ -115,16 +115,20 @@ class ScriptedPrinter final : public QtPrinter {
   QString fault;
   // What the set-up dialog gives; cancelled when empty.
   std::optional<Orientation> chosen;
-  // What was done: "a4", "setup 1", "start TITLE", "page", "end", "abort".
+  // What was done: "a4", "setup", "start TITLE", "page", "end", "abort".
   QStringList log;
 
   void set_paper_a4() override {
     carry_out(QStringLiteral("a4"));
     QtPrinter::set_paper_a4();
   }
-  Orientation show_setup(Orientation orientation, QWidget*) override {
-    carry_out(QStringLiteral("setup %1").arg(static_cast<int>(orientation)));
-    return chosen ? *chosen : throw PrinterError("cancelled");
+  void prefer_paper_a4() override {
+    carry_out(QStringLiteral("a4"));
+    QtPrinter::prefer_paper_a4();
+  }
+  void show_setup(QWidget*) override {
+    carry_out(QStringLiteral("setup"));
+    set_orientation(chosen ? *chosen : throw PrinterError("cancelled"));
   }
   QPainter& start_document(const QString& title) override {
     const bool hourglass = QGuiApplication::overrideCursor();

@@ -1,0 +1,31 @@
+// A PDF file as the place where pages go; no printer and no window is needed.
+#pragma once
+
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+#include <memory>
+
+#include "print/printout.h"
+
+// Writes each document to the same file, on A4. An older file stays until the document is whole and
+// on the disk.
+class PdfFile final : public Printout {
+ public:
+  PdfFile(const QString& name, Orientation orientation);
+  ~PdfFile() override;
+
+  QPainter& start_document(const QString& title) override;
+  QSizeF paper_size() override;
+  void new_page() override;
+  void end_document() override;
+  void abort_document() override;
+
+ private:
+  QString name_;
+  QPageLayout layout_;
+  std::unique_ptr<QSaveFile> file_;
+  std::unique_ptr<QPdfWriter> writer_;
+  QPainter painter_;
+};
