@@ -69,9 +69,10 @@ void write_recording(const Recording& recording, FileHandle& file) {
                   4096);
   try {
     format_recording(recording, out);
-  } catch (const RunTimeError&) {
     file.write(out.bytes());
+  } catch (const RunTimeError&) {
+    // It may be all that is left of a Recording.
+    file.write_fragment(out.bytes());
     throw;
   }
-  file.write(out.bytes());
 }
