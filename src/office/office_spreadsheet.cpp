@@ -207,7 +207,8 @@ class Workbook final : public OfficeObject {
       document_->close();
     } else if (member == "SaveAs") {
       for (const NamedArgument& argument : named) {
-        if (argument.name == "filename") document_->save(text(argument.value), workbook_format);
+        if (argument.name == "filename")
+          document_->save(*connection(), text(argument.value), workbook_format);
       }
     } else {
       no_member(member);

@@ -31,8 +31,16 @@ class OfficeSuite {
   OfficeSuite(const OfficeSuite&) = delete;
   OfficeSuite& operator=(const OfficeSuite&) = delete;
 
+  // Gives how many processes got it.
+  int signal(int number) const {
+    const auto all = processes();
+    for (const qint64 process : all) kill(static_cast<pid_t>(process), number);
+    return static_cast<int>(all.size());
+  }
+
   void end() const {
-    for (const qint64 process : processes()) kill(static_cast<pid_t>(process), SIGTERM);
+    signal(SIGTERM);
+    signal(SIGCONT);
     (void)QTest::qWaitFor([this] { return processes().isEmpty(); }, patience_ms);
     for (const QString& pipe : left_pipes()) QFile::remove("/tmp/" + pipe);
     QDir(temporary()).removeRecursively();
