@@ -71,9 +71,13 @@ class OfficeSuite {
   }
 
   // Has the suite, running or not, write `file` in another form, such as "pdf", into `folder`.
-  static bool convert(const QString& file, const char* form, const QString& folder) {
+  // `filter` says how to read it.
+  static bool convert(const QString& file, const char* form, const QString& folder,
+                      const QString& filter = {}) {
+    QStringList arguments = {"--headless", "--convert-to", form, "--outdir", folder};
+    if (!filter.isEmpty()) arguments << "--infilter=" + filter;
     QProcess process;
-    process.start(program, {"--headless", "--convert-to", form, "--outdir", folder, file});
+    process.start(program, arguments << file);
     return process.waitForFinished(patience_ms) && process.exitCode() == 0;
   }
 
