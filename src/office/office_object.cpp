@@ -9,6 +9,7 @@
 #include <rtl/ref.hxx>
 
 #include "data/whole_file.h"
+#include "office/compound_file.h"
 #include "office/office_text.h"
 
 using css::uno::Any;
@@ -127,7 +128,7 @@ void OfficeDocument::save(OfficeConnection& connection, const QString& path,
   property[1].Name = "OutputStream";
   property[1].Value = Any(Reference<css::io::XOutputStream>(received.get()));
   Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)->storeToURL("private:stream", how);
-  if (received->bytes.empty()) throw AutomationError("the office suite wrote nothing");
+  if (!is_complete_compound_file(received->bytes)) throw AutomationError("an incomplete document");
   write_whole_file(path, received->bytes);
 }
 
