@@ -28,6 +28,11 @@ struct OfficeExport {
   std::shared_ptr<const Recording> recording;
 };
 
+const QString text_panel = QStringLiteral("Save As .TXT");
+
+// The last text export failed, which the end of an office export beside it must not hide.
+bool text_failed = false;
+
 // The one under way, which is not taken out before it ends, and those that wait for it.
 std::deque<OfficeExport> office_exports;
 
@@ -39,7 +44,8 @@ QString office_panel() {
 }
 
 void export_as_text(Shell& shell, const QString& name) {
-  shell.set_panel(1, QStringLiteral("Save As .TXT"));
+  text_failed = true;
+  shell.set_panel(1, text_panel);
   FileHandle& file = file_handle_2();
   file.open_for_writing(with_extension(name, QStringLiteral(".txt")));
   try {
@@ -50,6 +56,7 @@ void export_as_text(Shell& shell, const QString& name) {
     throw;
   }
   file.close();
+  text_failed = false;
   shell.set_panel(1, office_panel());
 }
 
@@ -66,6 +73,7 @@ bool run(Shell& shell, Automation& office, const OfficeExport& one) {
 void export_by_office(Shell& shell, Automation& office, Form form, const QString& path) {
   office_exports.push_back({form, path, std::make_shared<const Recording>(User::recording)});
   if (office_exports.size() > 1) return;
+  text_failed = false;
   while (!office_exports.empty()) {
     const bool exported = run(shell, office, office_exports.front());
     office_exports.pop_front();
@@ -73,7 +81,7 @@ void export_by_office(Shell& shell, Automation& office, Form form, const QString
       office_exports.clear();
     } else if (exported) {
       shell.set_progress(0, {});
-      shell.set_panel(1, {});
+      shell.set_panel(1, text_failed ? text_panel : QString());
     }
   }
 }
