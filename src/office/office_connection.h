@@ -5,7 +5,6 @@
 #include <QString>
 
 #include <atomic>
-#include <com/sun/star/frame/XDesktop2.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <memory>
 #include <mutex>
@@ -53,13 +52,14 @@ class OfficeConnection {
   void connect(const Automation::GiveUp& give_up);
   bool try_to_connect();
   void withdraw_pipe() const;
-  css::uno::Reference<css::frame::XDesktop2> desktop() const;
+  // Whether the user has something open in the office process.
   bool used_by_user() const;
 
   QString pipe_;
   OfficeProcess process_;
   std::atomic<std::int64_t> answers_ = 0;
   std::atomic<bool> abandoned_ = false;
+  // As far as is known.
   std::atomic<bool> users_too_ = false;
   css::uno::Reference<css::uno::XComponentContext> local_;
   mutable std::mutex bridge_mutex_;

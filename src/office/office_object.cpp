@@ -18,8 +18,9 @@ using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
+// What the suite refuses is an AutomationError. A new call shows that the one before has come back.
 template <class Statement>
-auto answered(OfficeConnection& connection, Statement&& statement) {
+auto in_terms_of_automation(OfficeConnection& connection, Statement&& statement) {
   try {
     connection.count_answer();
     return statement();
@@ -38,17 +39,18 @@ const Type& held(const AutomationValue& value) {
 }  // namespace
 
 AutomationPointer OfficeObject::get(std::string_view member, const AutomationArguments& arguments) {
-  return answered(*connection_, [&] { return get_member(member, arguments); });
+  return in_terms_of_automation(*connection_, [&] { return get_member(member, arguments); });
 }
 
 void OfficeObject::put(std::string_view member, const AutomationArguments& arguments,
                        const AutomationValue& value) {
-  answered(*connection_, [&] { put_member(member, arguments, value); });
+  in_terms_of_automation(*connection_, [&] { put_member(member, arguments, value); });
 }
 
 AutomationPointer OfficeObject::call(std::string_view member, const AutomationArguments& arguments,
                                      const NamedArguments& named) {
-  return answered(*connection_, [&] { return call_member(member, arguments, named); });
+  return in_terms_of_automation(*connection_,
+                                [&] { return call_member(member, arguments, named); });
 }
 
 AutomationPointer OfficeObject::get_member(std::string_view member, const AutomationArguments&) {
