@@ -90,7 +90,7 @@ void check_same_work(const Recording& recording, const QString& ours, const QStr
 }  // namespace
 
 void data_file_benchmarks(Suite& suite) {
-  const QTemporaryDir folder;
+  const QTemporaryDir folder(memory_folder());
   const QString ours = folder.filePath(QStringLiteral("ours.qlx"));
   const QString peers = folder.filePath(QStringLiteral("peers.qlx"));
   const QString live = folder.filePath(QStringLiteral("live.qlx"));

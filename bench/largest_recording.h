@@ -1,10 +1,20 @@
 // The most that a Recording holds, as the benchmarks save, open and export it.
 #pragma once
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <cmath>
 
 #include "app/recording.h"
 #include "base/times.h"
+
+// Where files are written in memory, if there is such a place: disks are not what is compared.
+inline QString memory_folder() {
+  const QString memory = QStringLiteral("/dev/shm");
+  return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
+         QStringLiteral("/corvane-bench-XXXXXX");
+}
 
 // 30001 samples of four channels with a day's curve and some unrest, `steps` to the unit: 100 as
 // readings are downloaded, 256 as they are measured.

@@ -10,12 +10,17 @@
 #include "print/qt_printer.h"
 
 struct Program {
-  explicit Program(Automation& office = office_automation())
-      : window({clock, port, messages, files, printer, office}) {
+  explicit Program(Automation& office_programs = office_automation())
+      : office(office_programs), window({clock, port, messages, files, printer, office}) {
     messages.set_parent(&window);
     files.set_parent(&window);
   }
 
+  ~Program() { office.end_own_applications(); }
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  Automation& office;
   SystemClock clock;
   QtSerialPort port;
   WindowMessageBox messages;

@@ -1,8 +1,6 @@
 #include "base/field_reader.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -13,8 +11,6 @@
 namespace {
 
 constexpr std::ptrdiff_t longest_text = 64 * 1024;
-// Memory of a text that is used again for the next one; more of it is given back.
-constexpr qsizetype largest_kept = 256;
 
 bool is_blank(char c) {
   return c == ' ' || c == '\t';
@@ -23,61 +19,22 @@ bool is_separator(char c) {
   return c == ',' || c == '\r' || c == '\n';
 }
 
-// Nearly every text is ASCII, which is written over the memory that `text` has already.
-void decode(std::string_view bytes, QString& text) {
-  const auto size = static_cast<qsizetype>(bytes.size());
-  unsigned char seen = 0;
-  for (const char c : bytes) seen |= static_cast<unsigned char>(c);
-  if (seen >= 0x80) {
-    text = QString::fromLocal8Bit(bytes.data(), size);
-    return;
-  }
-  if (text.capacity() < size || text.capacity() > largest_kept) {
-    text = QString(size, Qt::Uninitialized);
-  } else {
-    text.resize(size);
-  }
-  std::transform(bytes.begin(), bytes.end(), text.data(),
-                 [](char c) { return QChar(QLatin1Char(c)); });
-}
-
-// Reads a number of up to 15 digits without an exponent, as readings are, in a fraction of the time
-// that from_chars takes and with the same result. The digits and the power of ten are exact in a
-// double, so dividing them rounds once, to a double. Rounding that to a float gives the float
-// nearest to the number, unless the double lies just between two floats: then the first rounding
-// may have hidden the side on which the number is. Gives the end of the number, or nothing for that
-// case and for any other form.
-const char* read_plain(const char* at, const char* end, float& value) {
-  constexpr int most_digits = 15;
-  static constexpr std::array<double, most_digits + 1> powers = {
-      1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-  const bool negative = at != end && *at == '-';
-  const char* const first = at + (negative ? 1 : 0);
-  const char* const last = first + std::min<std::ptrdiff_t>(end - first, most_digits + 2);
-  const char* point = nullptr;
-  std::int64_t digits = 0;
-  for (at = first; at != last; ++at) {
-    const int digit = *at - '0';
-    if (digit >= 0 && digit <= 9) {
-      digits = digits * 10 + digit;
-    } else if (*at == '.' && !point) {
-      point = at;
-    } else {
-      break;
-    }
-  }
-  const auto count = at - first - (point ? 1 : 0);
-  if (count < 1 || count > most_digits) return nullptr;
-  const auto decimals = static_cast<std::size_t>(point ? at - point - 1 : 0);
-  const double magnitude = static_cast<double>(digits) / powers[decimals];
-  // The 29 bits of a double that a float does not have.
-  constexpr std::uint64_t below_float = (1U << 29) - 1;
-  if ((std::bit_cast<std::uint64_t>(magnitude) & below_float) == 1U << 28) return nullptr;
-  value = static_cast<float>(negative ? -magnitude : magnitude);
-  return at;
-}
-
 }  // namespace
+
+FieldReader::FieldReader(std::string_view bytes)
+    : bytes_(bytes), at_(bytes.data()), end_(bytes.data() + bytes.size()) {
+  constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+  if (bytes.starts_with(byte_order_mark)) at_ += byte_order_mark.size();
+}
+
+// Nearly every text is ASCII.
+QString FieldReader::decode(std::string_view field) {
+  unsigned char seen = 0;
+  for (const char c : field) seen |= static_cast<unsigned char>(c);
+  if (seen < 0x80) return QString::fromLatin1(field.data(), static_cast<qsizetype>(field.size()));
+  if (!encoding_) encoding_.emplace(bytes_);
+  return encoding_->decode(field);
+}
 
 inline void FieldReader::skip_blanks() {
   while (at_ != end_ && is_blank(*at_)) ++at_;
@@ -116,25 +73,16 @@ std::string_view FieldReader::up_to_quote(const char* from) const {
 }
 
 QString FieldReader::next_text() {
-  QString text;
-  next_text(text);
-  return text;
-}
-
-void FieldReader::next_text(QString& text) {
   skip_blanks();
-  if (at_ == end_ || *at_ != '"') return decode(next_unquoted(), text);
+  if (at_ == end_ || *at_ != '"') return decode(next_unquoted());
   ++at_;
   // Nearly always the first quote ends the text, and a separator follows.
   const std::string_view plain = up_to_quote(at_);
   const char* const after = plain.data() + plain.size() + 1;
-  if (!at_field_end(after)) {
-    text = next_quoted();
-    return;
-  }
-  decode(plain, text);
+  if (!at_field_end(after)) return next_quoted();
   at_ = after;
   skip_separator();
+  return decode(plain);
 }
 
 // Any text between quotes, from behind the first one.
@@ -142,9 +90,7 @@ QString FieldReader::next_quoted() {
   QString text;
   for (bool closed = false; !closed;) {
     const std::string_view plain = up_to_quote(at_);
-    QString part;
-    decode(plain, part);
-    text += part;
+    text += decode(plain);
     at_ += plain.size() + 1;
     closed = at_ == end_ || *at_ != '"';
     if (!closed) {
@@ -161,13 +107,8 @@ QString FieldReader::next_quoted() {
 
 float FieldReader::next_float() {
   float result = 0;
-  const char* end = read_plain(at_, end_, result);
-  if (!end || !at_field_end(end)) {
-    const auto general = std::from_chars(at_, end_, result);
-    const bool taken = general.ec == std::errc() && std::isfinite(result);
-    end = taken && at_field_end(general.ptr) ? general.ptr : nullptr;
-  }
-  if (end) {
+  const auto [end, error] = std::from_chars(at_, end_, result);
+  if (error == std::errc() && std::isfinite(result) && at_field_end(end)) {
     at_ = end;
     skip_separator();
     return result;

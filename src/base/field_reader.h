@@ -5,21 +5,21 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
+
+#include "base/text_encoding.h"
 
 class FieldReader {
  public:
-  // Reads from `bytes`, which must outlive the reader; they are in the system's 8-bit encoding.
-  explicit FieldReader(std::string_view bytes)
-      : at_(bytes.data()), end_(bytes.data() + bytes.size()) {}
+  // Reads from `bytes`, which must outlive the reader. A byte order mark belongs to no field.
+  explicit FieldReader(std::string_view bytes);
 
   // The next value as a text. Between double quotes everything counts, line ends included, and a
   // doubled quote stands for one; blanks around an unquoted value are dropped. Throws FileError at
   // the end of the input and for a text over 64 KiB, a quote without its partner, or characters
   // between a closing quote and the next separator.
   QString next_text();
-  // The same into `text`, whose memory is used again; on an error it keeps what it had.
-  void next_text(QString& text);
 
   // The next value as a number. Throw FileError at the end of the input, ConversionError for what
   // is not a number or does not fit; the value is then behind the reader all the same.
@@ -28,6 +28,7 @@ class FieldReader {
   std::int32_t next_int32();
 
  private:
+  QString decode(std::string_view field);
   std::string_view next_unquoted();
   QString next_quoted();
   std::string_view up_to_quote(const char* from) const;
@@ -36,6 +37,9 @@ class FieldReader {
   void skip_blanks();
   void skip_separator();
 
+  std::string_view bytes_;
   const char* at_;
   const char* end_;
+  // Found out at the first text that is not ASCII.
+  std::optional<TextEncoding> encoding_;
 };

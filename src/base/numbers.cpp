@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <locale>
+#include <sstream>
 #include <string_view>
 
 #include "base/errors.h"
@@ -72,43 +74,32 @@ QString fixed2(double value) {
 
 namespace {
 
-template <class Character>
-Character digit(std::uint32_t value) {
-  return static_cast<Character>('0' + value % 10);
+char16_t digit(std::uint32_t value) {
+  return static_cast<char16_t>(u'0' + value % 10);
 }
 
-template <class Character>
-Character* write_hundredths(Character* out, float value) {
+}  // namespace
+
+char16_t* write_fixed2(char16_t* out, float value) {
   // A hundred times a float is exact in double precision, and so is the half that is added to it:
   // below the limit no digit can come out other than in fixed2.
   constexpr double limit = 4e9;
   const double hundredths = std::fabs(value) * 100.0 + 0.5;
   if (!(hundredths < limit)) {
     const QString text = fixed2(static_cast<double>(value));
-    return std::transform(text.cbegin(), text.cend(), out,
-                          [](QChar c) { return static_cast<Character>(c.unicode()); });
+    return std::transform(text.cbegin(), text.cend(), out, [](QChar c) { return c.unicode(); });
   }
   const auto all = static_cast<std::uint32_t>(hundredths);
-  if (value < 0 && all != 0) *out++ = '-';
+  if (value < 0 && all != 0) *out++ = u'-';
   std::uint32_t whole = all / 100;
   int digits = 1;
   for (std::uint32_t rest = whole; rest >= 10; rest /= 10) ++digits;
-  for (int place = digits; place-- > 0; whole /= 10) out[place] = digit<Character>(whole);
+  for (int place = digits; place-- > 0; whole /= 10) out[place] = digit(whole);
   out += digits;
-  *out++ = '.';
-  *out++ = digit<Character>(all / 10);
-  *out++ = digit<Character>(all);
+  *out++ = u'.';
+  *out++ = digit(all / 10);
+  *out++ = digit(all);
   return out;
-}
-
-}  // namespace
-
-char* write_fixed2(char* out, float value) {
-  return write_hundredths(out, value);
-}
-
-char16_t* write_fixed2(char16_t* out, float value) {
-  return write_hundredths(out, value);
 }
 
 float rounded_to_2_decimals(double value) {
@@ -173,6 +164,19 @@ std::uint8_t to_byte(std::int32_t value) {
   return static_cast<std::uint8_t>(value);
 }
 
+namespace {
+
+// Zero for a number that is too small for a double, nothing for one that is too large: from_chars
+// does not tell them apart, a stream does.
+std::optional<double> zero_if_tiny(const QByteArray& number) {
+  std::istringstream stream(number.toStdString());
+  stream.imbue(std::locale::classic());
+  double value = 0;
+  return stream >> value ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
+
 std::optional<double> number_of(QStringView text) {
   QStringView trimmed = text.trimmed();
   if (trimmed.startsWith(u'+')) {
@@ -188,7 +192,9 @@ std::optional<double> number_of(QStringView text) {
   const QByteArray bytes = trimmed.toLatin1();
   double result = 0;
   const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), result);
-  if (error != std::errc() || end != bytes.data() + bytes.size()) return std::nullopt;
+  if (end != bytes.data() + bytes.size()) return std::nullopt;
+  if (error == std::errc::result_out_of_range) return zero_if_tiny(bytes);
+  if (error != std::errc()) return std::nullopt;
   return result;
 }
 

@@ -15,7 +15,6 @@ QString fixed2(double value);
 // The same for a reading, for loops over many: writes into `out`, which must hold at least
 // `fixed2_size` characters, and gives the end of what was written.
 inline constexpr int fixed2_size = 64;
-char* write_fixed2(char* out, float value);
 char16_t* write_fixed2(char16_t* out, float value);
 
 // The value that fixed2 shows, read back as a 32-bit float.
@@ -47,7 +46,8 @@ std::int32_t to_int32(double value);
 std::uint8_t to_byte(std::int32_t value);
 
 // The number that a text is, blanks around it ignored; nothing when it is not a number (empty,
-// letters, hexadecimal, infinities, a number too large for a double).
+// letters, hexadecimal, infinities, a number too large for a double). One too small for a double is
+// zero.
 std::optional<double> number_of(QStringView text);
 bool is_number(QStringView text);
 

@@ -5,8 +5,10 @@
 
 #include <QString>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <variant>
 #include <vector>
@@ -65,7 +67,15 @@ class AutomationObject {
   }
 };
 
-// Where the applications come from. Asked of one thread at a time.
+// What shows that an application gets on with what it was asked.
+struct AutomationActivity {
+  // Calls that came back, blocks of bytes that arrived.
+  std::int64_t answers = 0;
+  // Taken by the application's processes, in milliseconds.
+  std::int64_t processor_ms = 0;
+};
+
+// Where the applications come from. One thread at a time works with them; another one may watch.
 class Automation {
  public:
   Automation() = default;
@@ -82,6 +92,17 @@ class Automation {
 
   // A new one. Throws AutomationError when it cannot be started.
   virtual AutomationPointer create(std::string_view application, const GiveUp& give_up) = 0;
+
+  // How far the application has come with which another thread works. Nothing where that cannot be
+  // known.
+  virtual std::optional<AutomationActivity> activity() const { return std::nullopt; }
+  // Makes the call fail that another thread has under way, and all its later ones. An application
+  // that create() has started is ended, unless the user has had something open in it.
+  virtual void give_up() {}
+
+  // When the program ends: ends what create() has started and still runs, unless the user has
+  // something open in it. Returns within two seconds.
+  virtual void end_own_applications() {}
 };
 
 // The automation of this computer. What it needs is loaded at the first use; where that is missing

@@ -4,6 +4,8 @@
 
 #include <QLibrary>
 
+#include <atomic>
+
 #include "data/automation.h"
 
 class AutomationPlugin final : public Automation {
@@ -14,12 +16,17 @@ class AutomationPlugin final : public Automation {
 
   AutomationPointer running(std::string_view application, const GiveUp& give_up) override;
   AutomationPointer create(std::string_view application, const GiveUp& give_up) override;
+  std::optional<AutomationActivity> activity() const override;
+  void give_up() override;
+  void end_own_applications() override;
 
  private:
-  Automation& loaded();
+  Automation& load();
 
   // Never unloaded: the office suite's libraries cannot be.
   QLibrary library_;
+  // Null until the first application is asked for.
+  std::atomic<Automation*> loaded_ = nullptr;
 };
 
 // The plug-in's one function, under C linkage: an Automation that lives as long as the program.

@@ -41,17 +41,17 @@ void format_recording(const Recording& recording, FieldWriter& out) {
 
 void read_recording(std::string_view bytes, Recording& recording) {
   FieldReader reader(bytes);
-  reader.next_text(recording.Title);
-  reader.next_text(recording.RecorderName);
+  recording.Title = reader.next_text();
+  recording.RecorderName = reader.next_text();
   recording.ChannelCount = reader.next_int16();
   if (recording.ChannelCount > Recording::max_channels) throw FileError("more than four channels");
   const int channels = recording.held_channels();
   for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
-    for (std::size_t row = 0; row < 3; ++row) reader.next_text(recording.ChannelInfo[row][slot]);
+    for (std::size_t row = 0; row < 3; ++row) recording.ChannelInfo[row][slot] = reader.next_text();
   }
   recording.SampleCount = reader.next_int32();
   for (std::int32_t n = 0; n < recording.SampleCount; ++n) {
-    reader.next_text(recording.SampleTimes(n));
+    recording.SampleTimes(n) = reader.next_text();
     for (int slot = 0; slot < channels; ++slot) {
       recording.SampleValues(n, slot) = reader.next_float();
     }
@@ -69,9 +69,10 @@ void write_recording(const Recording& recording, FileHandle& file) {
                   4096);
   try {
     format_recording(recording, out);
-  } catch (const RunTimeError&) {
     file.write(out.bytes());
+  } catch (const RunTimeError&) {
+    // It may be all that is left of a Recording.
+    file.write_fragment(out.bytes());
     throw;
   }
-  file.write(out.bytes());
 }

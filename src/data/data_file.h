@@ -15,7 +15,7 @@ void read_recording(std::string_view bytes, Recording& recording);
 // Recording takes.
 void read_recording(FileHandle& file, Recording& recording);
 
-// Writes the same fields into the open `file`. Throws FileError when they could not be written,
-// BoundsError when the counts go beyond what a Recording holds: what stands before is then in the
-// file.
+// Writes the same fields into the open `file` and returns when they are on the disk. Throws
+// FileError when they could not be written, BoundsError when the counts go beyond what a Recording
+// holds: an older file is then as it was; where there was none it has what could be written.
 void write_recording(const Recording& recording, FileHandle& file);

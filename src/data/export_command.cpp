@@ -1,9 +1,9 @@
 #include "data/export_command.h"
 
 #include <QDir>
-#include <QScopedValueRollback>
 #include <QString>
 
+#include <deque>
 #include <memory>
 
 #include "app/shell.h"
@@ -21,10 +21,31 @@ namespace {
 
 enum Form { text_form = 1, document_form = 2, workbook_form = 3 };
 
-bool exporting = false;
+struct OfficeExport {
+  Form form;
+  QString path;
+  // Other commands can change the Recording while the office program works, so it gets a copy.
+  std::shared_ptr<const Recording> recording;
+};
+
+const QString text_panel = QStringLiteral("Save As .TXT");
+
+// The last text export failed, which the end of an office export beside it must not hide.
+bool text_failed = false;
+
+// The one under way, which is not taken out before it ends, and those that wait for it.
+std::deque<OfficeExport> office_exports;
+
+// What panel 1 says of the one under way; empty when there is none.
+QString office_panel() {
+  if (office_exports.empty()) return {};
+  return office_exports.front().form == document_form ? QStringLiteral("Save As .Word")
+                                                      : QStringLiteral("Save As .EXCEL");
+}
 
 void export_as_text(Shell& shell, const QString& name) {
-  shell.set_panel(1, QStringLiteral("Save As .TXT"));
+  text_failed = true;
+  shell.set_panel(1, text_panel);
   FileHandle& file = file_handle_2();
   file.open_for_writing(with_extension(name, QStringLiteral(".txt")));
   try {
@@ -35,20 +56,34 @@ void export_as_text(Shell& shell, const QString& name) {
     throw;
   }
   file.close();
-  shell.set_panel(1, {});
+  text_failed = false;
+  shell.set_panel(1, office_panel());
 }
 
-// Other commands can change the Recording while the office program works, so it gets a copy.
-template <class Export>
-void export_beside_the_windows(Shell& shell, Automation& office, const QString& path,
-                               Export export_recording) {
-  const auto recording = std::make_shared<const Recording>(User::recording);
-  const auto work = [&office, path, export_recording, recording](ExportProgress& progress) {
-    export_recording(office, *recording, QDir::toNativeSeparators(path), progress);
+bool run(Shell& shell, Automation& office, const OfficeExport& one) {
+  const auto work = [&office, one](ExportProgress& progress) {
+    const auto write = one.form == document_form ? export_document : export_workbook;
+    write(office, *one.recording, QDir::toNativeSeparators(one.path), progress);
   };
-  if (!run_beside_the_windows(shell, work) || shell.shutting_down()) return;
-  shell.set_progress(0, {});
-  shell.set_panel(1, {});
+  shell.set_panel(1, office_panel());
+  return run_beside_the_windows(shell, office, work);
+}
+
+// One after the other: a command that comes while one is under way leaves its own to that one.
+void export_by_office(Shell& shell, Automation& office, Form form, const QString& path) {
+  office_exports.push_back({form, path, std::make_shared<const Recording>(User::recording)});
+  if (office_exports.size() > 1) return;
+  text_failed = false;
+  while (!office_exports.empty()) {
+    const bool exported = run(shell, office, office_exports.front());
+    office_exports.pop_front();
+    if (shell.shutting_down()) {
+      office_exports.clear();
+    } else if (exported) {
+      shell.set_progress(0, {});
+      shell.set_panel(1, text_failed ? text_panel : QString());
+    }
+  }
 }
 
 void export_recording(Shell& shell, Automation& office) {
@@ -60,14 +95,10 @@ void export_recording(Shell& shell, Automation& office) {
       export_as_text(shell, name);
       break;
     case document_form:
-      shell.set_panel(1, QStringLiteral("Save As .Word"));
-      export_beside_the_windows(shell, office, with_extension(name, QStringLiteral(".doc")),
-                                export_document);
+      export_by_office(shell, office, document_form, with_extension(name, QStringLiteral(".doc")));
       break;
     case workbook_form:
-      shell.set_panel(1, QStringLiteral("Save As .EXCEL"));
-      export_beside_the_windows(shell, office, with_extension(name, QStringLiteral(".xls")),
-                                export_workbook);
+      export_by_office(shell, office, workbook_form, with_extension(name, QStringLiteral(".xls")));
       break;
     default:
       break;
@@ -77,7 +108,5 @@ void export_recording(Shell& shell, Automation& office) {
 }  // namespace
 
 void ExportRecording(Shell& shell, Automation& office) {
-  if (exporting) return;
-  const QScopedValueRollback running(exporting, true);
   stop_at_first_failure([&] { export_recording(shell, office); });
 }

@@ -1,6 +1,7 @@
 #include "data/export_lines.h"
 
 #include <algorithm>
+#include <charconv>
 
 #include "app/recording.h"
 #include "base/numbers.h"
@@ -11,31 +12,6 @@ constexpr qsizetype after_number = 3;
 constexpr qsizetype after_time = 8;
 constexpr qsizetype before_value = 7;
 constexpr qsizetype number_room = 12;
-
-// The whole number as whole_with_leading_blank writes it; n is above zero.
-template <class Character>
-Character* append_number(Character* out, int n) {
-  *out++ = ' ';
-  Character* const first = out;
-  for (; n != 0; n /= 10) *out++ = static_cast<Character>('0' + n % 10);
-  std::reverse(first, out);
-  return out;
-}
-
-template <class Character>
-Character* append_line(Character* out, const Recording& recording, int n) {
-  constexpr auto blank = static_cast<Character>(' ');
-  const QString& time = recording.SampleTimes(n);
-  out = std::fill_n(append_number(out, n + 1), after_number, blank);
-  out = std::transform(time.cbegin(), time.cend(), out,
-                       [](QChar c) { return static_cast<Character>(c.unicode()); });
-  out = std::fill_n(out, after_time, blank);
-  const int channels = recording.held_channels();
-  for (int slot = 0; slot < channels; ++slot) {
-    out = write_fixed2(std::fill_n(out, before_value, blank), recording.SampleValues(n, slot));
-  }
-  return out;
-}
 
 // The line of column heads.
 QString head_line(const Recording& recording) {
@@ -84,18 +60,28 @@ QStringList lines_above_samples(const Recording& recording, MinimumLabel label) 
   return information_lines(recording, label) << QString() << head_line(recording);
 }
 
-qsizetype sample_line_room(const Recording& recording, qsizetype time_size) {
-  return number_room + after_number + time_size + after_time +
-         recording.held_channels() * (before_value + fixed2_size);
+void sample_line(const Recording& recording, int n, QString& line) {
+  constexpr char16_t blank = u' ';
+  const QString& time = recording.SampleTimes(n);
+  const int channels = recording.held_channels();
+  line.resize(number_room + after_number + time.size() + after_time +
+              channels * (before_value + fixed2_size));
+  auto* const begin = reinterpret_cast<char16_t*>(line.data());
+  char number[number_room];
+  char16_t* out = begin;
+  *out++ = blank;
+  out = std::copy(number, std::to_chars(number, number + number_room, n + 1).ptr, out);
+  out = std::fill_n(out, after_number, blank);
+  out = std::copy_n(reinterpret_cast<const char16_t*>(time.utf16()), time.size(), out);
+  out = std::fill_n(out, after_time, blank);
+  for (int slot = 0; slot < channels; ++slot) {
+    out = write_fixed2(std::fill_n(out, before_value, blank), recording.SampleValues(n, slot));
+  }
+  line.truncate(out - begin);
 }
 
 QString sample_line(const Recording& recording, int n) {
-  QString line(sample_line_room(recording, recording.SampleTimes(n).size()), Qt::Uninitialized);
-  auto* const begin = reinterpret_cast<char16_t*>(line.data());
-  line.truncate(append_line(begin, recording, n) - begin);
+  QString line;
+  sample_line(recording, n, line);
   return line;
-}
-
-char* write_plain_sample_line(const Recording& recording, int n, char* out) {
-  return append_line(out, recording, n);
 }

@@ -24,13 +24,7 @@ QString column_head(const Recording& recording, int slot);
 // Everything that stands above the samples: information, an empty line, the column heads.
 QStringList lines_above_samples(const Recording& recording, MinimumLabel label);
 
-// The line of sample n (0-based; the line counts from 1).
-// Throws BoundsError beyond what a Recording holds.
+// The line of sample n (0-based; the line counts from 1); the second form writes it over what
+// `line` holds, for loops over many. Throw BoundsError beyond what a Recording holds.
 QString sample_line(const Recording& recording, int n);
-
-// The most characters that the line of a sample has whose time stamp has `time_size`.
-qsizetype sample_line_room(const Recording& recording, qsizetype time_size);
-
-// Writes the line of sample n, whose time stamp must be plain ASCII, into `out`, which must have
-// the room, and gives the end of what was written.
-char* write_plain_sample_line(const Recording& recording, int n, char* out);
+void sample_line(const Recording& recording, int n, QString& line);

@@ -13,24 +13,6 @@ namespace {
 constexpr qsizetype usual_head_size = 1024;
 constexpr qsizetype usual_line_size = 100;
 
-bool is_plain(const QString& text) {
-  bool plain = true;
-  for (const QChar c : text) plain &= c.unicode() < 0x80 && c != u'"';
-  return plain;
-}
-
-// Nearly every time stamp is plain, and lines of such are written without a detour.
-void write_sample(FieldWriter& writer, const Recording& recording, int n) {
-  const QString& time = recording.SampleTimes(n);
-  if (is_plain(time)) {
-    writer.plain_text(sample_line_room(recording, time.size()),
-                      [&](char* out) { return write_plain_sample_line(recording, n, out); });
-  } else {
-    writer.text(sample_line(recording, n));
-  }
-  writer.end_line();
-}
-
 }  // namespace
 
 void write_text_export(const Recording& recording, FileHandle& file) {
@@ -38,6 +20,10 @@ void write_text_export(const Recording& recording, FileHandle& file) {
   for (const QString& line : lines_above_samples(recording, MinimumLabel::with_stop)) {
     writer.text(line).end_line();
   }
-  for (int n = 0; n < recording.SampleCount; ++n) write_sample(writer, recording, n);
+  QString line;
+  for (int n = 0; n < recording.SampleCount; ++n) {
+    sample_line(recording, n, line);
+    writer.text(line).end_line();
+  }
   file.write(writer.bytes());
 }

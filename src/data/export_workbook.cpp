@@ -3,11 +3,11 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
+#include <utility>
 
 #include "app/recording.h"
 #include "base/numbers.h"
+#include "base/times.h"
 #include "data/automation.h"
 #include "data/export_lines.h"
 #include "data/export_office.h"
@@ -15,6 +15,12 @@
 
 namespace {
 
+const QString sheet_with_time = QStringLiteral("Readings");
+const QString sheet_with_date_and_time = QStringLiteral("Date and Time");
+// Tells the application to make a workbook with one sheet, however many it usually makes.
+constexpr double one_worksheet = -4167;
+// Where that one is once two sheets were added in front.
+constexpr double own_sheet = 3;
 // A time stamp is a date of ten characters, a blank and the time.
 constexpr qsizetype date_size = 10;
 constexpr double number_width = 10;
@@ -32,13 +38,23 @@ constexpr double keep_own_changes = 2;
 
 // What a cell shows as "0.00" is what it holds, not the many digits of the 32-bit float.
 AutomationCell value_cell(float value) {
-  char text[fixed2_size];
-  const char* const end = write_fixed2(text, value);
-  double result = 0;
-  const bool is_number =
-      std::from_chars(text, end, result).ec == std::errc() && std::isfinite(value);
-  if (!is_number) return QString::fromLatin1(text, end - text);
-  return result;
+  const QString shown = fixed2(static_cast<double>(value));
+  const auto number = number_of(shown);
+  return number ? AutomationCell(*number) : AutomationCell(shown);
+}
+
+// A date is a number of days, a time a part of one; a stamp in another form stays a text. So does
+// one before March 1900, on whose number not all applications agree.
+std::pair<AutomationCell, AutomationCell> date_and_time_cells(const QString& stamp) {
+  static const QDate day_0(1899, 12, 30);
+  static const QDate first_agreed(1900, 3, 1);
+  constexpr double day_ms = 86'400'000;
+  const QDateTime time = stamp_time(stamp);
+  if (!time.isValid() || time.date() < first_agreed) {
+    return {stamp.left(date_size), stamp.mid(date_size + 1)};
+  }
+  return {static_cast<double>(day_0.daysTo(time.date())),
+          time.time().msecsSinceStartOfDay() / day_ms};
 }
 
 class WorkbookExport {
@@ -79,6 +95,9 @@ void WorkbookExport::add_sheets() {
   first_added_ = sheets->call("Add");
   second_added_ = sheets->call("Add");
   if (!first_added_ || !second_added_) throw AutomationError("no sheet was added");
+  first_added_->put("Name", sheet_with_date_and_time);
+  second_added_->put("Name", sheet_with_time);
+  workbook_.get("Worksheets", {own_sheet})->call("Delete");
 }
 
 void WorkbookExport::format_columns() {
@@ -87,6 +106,8 @@ void WorkbookExport::format_columns() {
   double width = number_width + time_width;
   width += format_channels(*second_added_, first_channel_with_time);
   first_added_->get("Columns", {2.0})->put("ColumnWidth", date_width);
+  first_added_->get("Columns", {2.0})->put("NumberFormat", QStringLiteral("yyyy-mm-dd"));
+  first_added_->get("Columns", {3.0})->put("NumberFormat", QStringLiteral("hh:mm:ss"));
   format_channels(*first_added_, first_channel_with_date_and_time);
   if (width <= upright_page_width) return;
   // An application that knows no printer refuses this, and has no pages to make then.
@@ -150,8 +171,8 @@ void WorkbookExport::write_rows(int first, int count) {
   for (int n = first; n < first + count; ++n) {
     const QString& time = recording_.SampleTimes(n);
     with_time.cells.insert(with_time.cells.end(), {n + 1.0, time});
-    with_date_and_time.cells.insert(with_date_and_time.cells.end(),
-                                    {n + 1.0, time.left(date_size), time.mid(date_size + 1)});
+    const auto [date, time_of_day] = date_and_time_cells(time);
+    with_date_and_time.cells.insert(with_date_and_time.cells.end(), {n + 1.0, date, time_of_day});
     for (int slot = 0; slot < channels(); ++slot) {
       const AutomationCell cell = value_cell(recording_.SampleValues(n, slot));
       with_time.cells.push_back(cell);
@@ -174,7 +195,7 @@ void export_workbook(Automation& office, const Recording& recording, const QStri
                      ExportProgress& progress) {
   const OfficeApplication spreadsheet = running_or_new(office, "Excel.Application", progress);
   progress.reach(1);
-  const AutomationPointer workbook = spreadsheet->get("Workbooks")->call("Add");
+  const AutomationPointer workbook = spreadsheet->get("Workbooks")->call("Add", {one_worksheet});
   if (!workbook) throw AutomationError("no workbook was added");
   try {
     WorkbookExport(*workbook, recording, progress).fill();

@@ -1,6 +1,7 @@
 #include "data/export_worker.h"
 
 #include <QString>
+#include <QTimer>
 
 #include <chrono>
 #include <future>
@@ -9,14 +10,21 @@
 #include "app/shell.h"
 #include "base/clock.h"
 #include "base/errors.h"
+#include "data/automation.h"
 #include "data/export_progress.h"
+#include "data/export_watch.h"
 
 namespace {
 
-// How often the windows are shown how far the work is.
-constexpr int look_interval_ms = 30;
-// More than all the times that a connection to an office suite takes to give up and to end.
-constexpr std::chrono::seconds time_to_stop(15);
+using std::chrono::milliseconds;
+
+// How often the windows are shown how far the work is, and how often the application is looked at.
+constexpr int show_interval_ms = 30;
+constexpr int watch_interval_ms = 250;
+// For the work to stop by itself when the program ends, and to come back from an application that
+// was given up.
+constexpr milliseconds time_to_stop(1300);
+constexpr milliseconds time_to_come_back(600);
 
 // What is no error of the program's own (memory running out, above all) fails the export too.
 void fail_alike(const std::function<void()>& work) {
@@ -29,36 +37,83 @@ void fail_alike(const std::function<void()>& work) {
   }
 }
 
-}  // namespace
-
-bool run_beside_the_windows(Shell& shell, std::function<void(ExportProgress&)> work) {
-  const auto progress = std::make_shared<ExportProgress>();
-  std::packaged_task<bool()> task([progress, work = std::move(work)] {
-    return stop_at_first_failure([&] { fail_alike([&] { work(*progress); }); });
-  });
-  std::future<bool> result = task.get_future();
-  std::thread thread(std::move(task));
-
-  const auto show = [&] {
-    for (const int percent : progress->take_reached()) {
-      shell.set_progress(percent, QString::number(percent) + u'%');
-    }
-  };
-  const auto ended = [&result] {
-    return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-  };
-  while (!ended() && !shell.shutting_down()) {
-    shell.clock().wait(look_interval_ms);
-    show();
+class Export {
+ public:
+  Export(Shell& shell, Automation& office, std::function<void(ExportProgress&)> work)
+      : shell_(shell), office_(office), watch_(office) {
+    std::packaged_task<bool()> task([progress = progress_, work = std::move(work)] {
+      return stop_at_first_failure([&] { fail_alike([&] { work(*progress); }); });
+    });
+    result_ = task.get_future();
+    thread_ = std::thread(std::move(task));
   }
-  if (shell.shutting_down()) {
-    progress->stop();
-    if (result.wait_for(time_to_stop) != std::future_status::ready) {
-      thread.detach();
+
+  bool run() {
+    {
+      // Timers, because a dialog may stand on top of the wait.
+      QTimer show_timer;
+      show_timer.callOnTimeout([this] { show(); });
+      show_timer.start(show_interval_ms);
+      QTimer watch_timer;
+      watch_timer.callOnTimeout([this] { watch(); });
+      watch_timer.start(watch_interval_ms);
+      while (!ended_within(milliseconds(0)) && !lost_ && !shell_.shutting_down()) {
+        shell_.clock().wait(show_interval_ms);
+      }
+    }
+    if (shell_.shutting_down() && !stopped()) lost_ = true;
+    if (lost_) {
+      thread_.detach();
       return false;
     }
+    thread_.join();
+    show();
+    return result_.get();
   }
-  thread.join();
-  show();
-  return result.get();
+
+ private:
+  bool ended_within(milliseconds time) const {
+    return result_.wait_for(time) == std::future_status::ready;
+  }
+  void show() {
+    for (const int percent : progress_->take_reached()) {
+      shell_.set_progress(percent, QString::number(percent) + u'%');
+    }
+  }
+  void watch() {
+    if (given_up_.isValid()) {
+      lost_ = lost_ || given_up_.hasExpired(time_to_come_back.count());
+    } else if (watch_.stuck()) {
+      give_up();
+    }
+  }
+  // Even giving up can take its time with an application that is stuck.
+  void give_up() {
+    given_up_.start();
+    progress_->stop();
+    std::thread([&office = office_] { office.give_up(); }).detach();
+  }
+  // The program ends: whether the work has come back.
+  bool stopped() {
+    progress_->stop();
+    if (ended_within(time_to_stop)) return true;
+    if (!given_up_.isValid()) give_up();
+    return ended_within(time_to_come_back);
+  }
+
+  Shell& shell_;
+  Automation& office_;
+  ExportWatch watch_;
+  std::shared_ptr<ExportProgress> progress_ = std::make_shared<ExportProgress>();
+  std::future<bool> result_;
+  std::thread thread_;
+  QElapsedTimer given_up_;
+  bool lost_ = false;
+};
+
+}  // namespace
+
+bool run_beside_the_windows(Shell& shell, Automation& office,
+                            std::function<void(ExportProgress&)> work) {
+  return Export(shell, office, std::move(work)).run();
 }

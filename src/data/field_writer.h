@@ -20,17 +20,6 @@ class FieldWriter {
   // A text between double quotes in the system's 8-bit encoding; a double quote inside it is
   // doubled.
   FieldWriter& text(QStringView text);
-  // The same for a text of at most `most` characters of plain ASCII without double quotes, which
-  // `write` puts where it is told to, giving its end.
-  template <class Write>
-  FieldWriter& plain_text(qsizetype most, Write&& write) {
-    char* out = start_field(most + 2);
-    *out++ = '"';
-    out = write(out);
-    *out++ = '"';
-    at_ = out;
-    return *this;
-  }
   FieldWriter& whole(std::int32_t value);
   // The shortest decimal form that reads back as the same 32-bit float.
   FieldWriter& real(float value) {

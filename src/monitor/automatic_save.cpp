@@ -1,11 +1,8 @@
 #include "monitor/automatic_save.h"
 
-#include <QFile>
-
-#include "base/errors.h"
 #include "base/times.h"
 #include "data/field_writer.h"
-#include "data/file_handle.h"
+#include "data/whole_file.h"
 #include "monitor/live_buffer.h"
 
 QString automatic_save_name(const QDateTime& now) {
@@ -29,14 +26,5 @@ void save_live_buffer(const QString& path, const AutomaticSaveHeader& header,
     for (int c = 0; c < header.channels.count; ++c) out.real(buffer.LiveValues(slot, c));
     out.end_line();
   }
-  FileHandle file;
-  file.open_for_writing(path);
-  try {
-    file.write(out.bytes());
-    file.close();
-  } catch (const RunTimeError&) {
-    skip_on_error([&] { file.close(); });
-    QFile::remove(path);
-    throw;
-  }
+  write_whole_file(path, out.bytes());
 }

@@ -21,7 +21,7 @@ struct AutomaticSaveHeader {
   LiveChannels channels;
 };
 
-// Writes the whole buffer; a file of that name is overwritten. Throws FileError when it cannot be
-// written; half a file is not left behind.
+// Writes the whole buffer and returns when it is on the disk; a file of that name is replaced.
+// Throws FileError when it cannot be written; nothing has changed then.
 void save_live_buffer(const QString& path, const AutomaticSaveHeader& header,
                       const LiveBuffer& buffer);

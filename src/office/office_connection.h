@@ -4,25 +4,32 @@
 
 #include <QString>
 
+#include <atomic>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <memory>
+#include <mutex>
 
 #include "data/automation.h"
+#include "office/office_process.h"
 
-// Talks to the office process for as long as it lives; then the pipe is taken away again.
+// Talks to the office process for as long as it lives; then the pipe is taken away again. One
+// thread works with it; another one may ask for its activity and abandon it.
 class OfficeConnection {
  public:
-  // Hands a pipe to the office process of this user that runs already, or else starts one. A
-  // started one has no window, but shows every document that the user opens in it later. Throws
-  // AutomationError when the suite is missing, does not start, or `give_up` says so.
-  static std::shared_ptr<OfficeConnection> open(const Automation::GiveUp& give_up);
-
+  OfficeConnection();
   OfficeConnection(const OfficeConnection&) = delete;
   OfficeConnection& operator=(const OfficeConnection&) = delete;
   ~OfficeConnection();
 
+  // Hands a pipe to the office process of this user that runs already, or else starts one. A
+  // started one has no window, but shows every document that the user opens in it later. Throws
+  // AutomationError when the suite is missing, does not start, or `give_up` says so.
+  void open(const Automation::GiveUp& give_up);
+
   // Whether the office process was started by this connection.
-  bool started() const { return started_; }
+  bool started() const { return process_.started(); }
+  // Whether it still answers.
+  bool alive() const;
 
   // An object of the office process by its service name. Throws a UNO exception.
   css::uno::Reference<css::uno::XInterface> create(const QString& service) const;
@@ -31,18 +38,31 @@ class OfficeConnection {
   // in it by now. One that ran before stays.
   void quit();
 
+  // A sign that the office process got on with what it was asked.
+  void count_answer() { ++answers_; }
+  AutomationActivity activity() const;
+
+  // From another thread, for an office process that does not get on: the call under way fails, and
+  // so does every later one. A process that was started here is ended, unless the user has had
+  // something open in it.
+  void abandon();
+
  private:
-  OfficeConnection() = default;
   void launch();
   void connect(const Automation::GiveUp& give_up);
   bool try_to_connect();
-  bool office_alive() const;
   void withdraw_pipe() const;
+  // Whether the user has something open in the office process.
+  bool used_by_user() const;
 
   QString pipe_;
-  qint64 process_ = 0;
-  bool started_ = false;
+  OfficeProcess process_;
+  std::atomic<std::int64_t> answers_ = 0;
+  std::atomic<bool> abandoned_ = false;
+  // As far as is known.
+  std::atomic<bool> users_too_ = false;
   css::uno::Reference<css::uno::XComponentContext> local_;
+  mutable std::mutex bridge_mutex_;
   css::uno::Reference<css::uno::XInterface> bridge_;
   css::uno::Reference<css::uno::XComponentContext> office_;
 };

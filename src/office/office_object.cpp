@@ -1,12 +1,15 @@
 #include "office/office_object.h"
 
-#include <QUrl>
-
 #include <com/sun/star/frame/XLoadable.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/io/XOutputStream.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <rtl/ref.hxx>
 
+#include "data/whole_file.h"
+#include "office/compound_file.h"
 #include "office/office_text.h"
 
 using css::uno::Any;
@@ -15,9 +18,11 @@ using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
+// What the suite refuses is an AutomationError. A new call shows that the one before has come back.
 template <class Statement>
-auto in_terms_of_automation(Statement&& statement) {
+auto in_terms_of_automation(OfficeConnection& connection, Statement&& statement) {
   try {
+    connection.count_answer();
     return statement();
   } catch (const css::uno::Exception& fault) {
     throw AutomationError(from_uno(fault.Message).toStdString());
@@ -34,17 +39,18 @@ const Type& held(const AutomationValue& value) {
 }  // namespace
 
 AutomationPointer OfficeObject::get(std::string_view member, const AutomationArguments& arguments) {
-  return in_terms_of_automation([&] { return get_member(member, arguments); });
+  return in_terms_of_automation(*connection_, [&] { return get_member(member, arguments); });
 }
 
 void OfficeObject::put(std::string_view member, const AutomationArguments& arguments,
                        const AutomationValue& value) {
-  in_terms_of_automation([&] { put_member(member, arguments, value); });
+  in_terms_of_automation(*connection_, [&] { put_member(member, arguments, value); });
 }
 
 AutomationPointer OfficeObject::call(std::string_view member, const AutomationArguments& arguments,
                                      const NamedArguments& named) {
-  return in_terms_of_automation([&] { return call_member(member, arguments, named); });
+  return in_terms_of_automation(*connection_,
+                                [&] { return call_member(member, arguments, named); });
 }
 
 AutomationPointer OfficeObject::get_member(std::string_view member, const AutomationArguments&) {
@@ -91,12 +97,41 @@ Reference<css::beans::XPropertySet> OfficeDocument::style(const QString& family,
   return {styles->getByName(to_uno(name)), UNO_QUERY_THROW};
 }
 
-void OfficeDocument::save(const QString& path, const QString& filter) const {
-  css::beans::PropertyValue name;
-  name.Name = "FilterName";
-  name.Value = Any(to_uno(filter));
-  const QString url = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
-  Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)->storeToURL(to_uno(url), {&name, 1});
+namespace {
+
+// The bytes that the suite writes, in this program's memory.
+class ReceivedBytes final : public cppu::WeakImplHelper1<css::io::XOutputStream> {
+ public:
+  explicit ReceivedBytes(OfficeConnection& connection) : connection_(connection) {}
+
+  void SAL_CALL writeBytes(const css::uno::Sequence<sal_Int8>& block) override {
+    bytes.append(reinterpret_cast<const char*>(block.getConstArray()),
+                 static_cast<std::size_t>(block.getLength()));
+    connection_.count_answer();
+  }
+  void SAL_CALL flush() override {}
+  void SAL_CALL closeOutput() override {}
+
+  std::string bytes;
+
+ private:
+  OfficeConnection& connection_;
+};
+
+}  // namespace
+
+void OfficeDocument::save(OfficeConnection& connection, const QString& path,
+                          const QString& filter) const {
+  const rtl::Reference<ReceivedBytes> received(new ReceivedBytes(connection));
+  css::uno::Sequence<css::beans::PropertyValue> how(2);
+  css::beans::PropertyValue* const property = how.getArray();
+  property[0].Name = "FilterName";
+  property[0].Value = Any(to_uno(filter));
+  property[1].Name = "OutputStream";
+  property[1].Value = Any(Reference<css::io::XOutputStream>(received.get()));
+  Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)->storeToURL("private:stream", how);
+  if (!is_complete_compound_file(received->bytes)) throw AutomationError("an incomplete document");
+  write_whole_file(path, received->bytes);
 }
 
 void OfficeDocument::close() {

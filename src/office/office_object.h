@@ -61,8 +61,9 @@ class OfficeDocument {
   css::uno::Reference<css::beans::XPropertySet> style(const QString& family,
                                                       const QString& name) const;
 
-  // Writes it to `path` in the format of that filter, over what stands there.
-  void save(const QString& path, const QString& filter) const;
+  // Has the suite write it in the format of that filter, and makes the bytes the file `path`, whole
+  // or not at all. Throws a UNO exception or FileError.
+  void save(OfficeConnection& connection, const QString& path, const QString& filter) const;
   void close();
 
  private:

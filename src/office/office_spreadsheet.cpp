@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
@@ -31,6 +32,11 @@ sal_Int32 column_width(double characters) {
   return static_cast<sal_Int32>(std::lround((characters * 7 + 5) * 2540 / 96));
 }
 
+Reference<css::sheet::XSpreadsheets> sheets_of(const OfficeDocument& document) {
+  return Reference<css::sheet::XSpreadsheetDocument>(document.model(), UNO_QUERY_THROW)
+      ->getSheets();
+}
+
 class Column final : public OfficeObject {
  public:
   Column(Connection connection, Document document,
@@ -42,7 +48,7 @@ class Column final : public OfficeObject {
                   const AutomationValue& value) override {
     if (member == "ColumnWidth") {
       column_->setPropertyValue("Width", Any(column_width(number(value))));
-    } else if (member == "NumberFormatLocal") {
+    } else if (member == "NumberFormatLocal" || member == "NumberFormat") {
       column_->setPropertyValue("NumberFormat", Any(format_key(to_uno(text(value)))));
     } else {
       no_member(member);
@@ -151,12 +157,22 @@ class Worksheet final : public OfficeObject {
   // A text stays a text, also where it looks like a number, a date or a formula.
   void put_member(std::string_view member, const AutomationArguments& arguments,
                   const AutomationValue& value) override {
+    if (member == "Name") return named()->setName(to_uno(text(value)));
     if (member != "Cells") no_member(member);
     const auto cell = sheet_->getCellByPosition(whole(arguments, 1) - 1, whole(arguments, 0) - 1);
     Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->setString(to_uno(text(value)));
   }
 
+  AutomationPointer call_member(std::string_view member, const AutomationArguments&,
+                                const NamedArguments&) override {
+    if (member != "Delete") no_member(member);
+    sheets_of(*document_)->removeByName(named()->getName());
+    return nullptr;
+  }
+
  private:
+  Reference<css::container::XNamed> named() const { return {sheet_, UNO_QUERY_THROW}; }
+
   Document document_;
   SheetReference sheet_;
 };
@@ -172,9 +188,7 @@ class Worksheets final : public OfficeObject {
   AutomationPointer call_member(std::string_view member, const AutomationArguments&,
                                 const NamedArguments&) override {
     if (member != "Add") no_member(member);
-    const auto sheets =
-        Reference<css::sheet::XSpreadsheetDocument>(document_->model(), UNO_QUERY_THROW)
-            ->getSheets();
+    const auto sheets = sheets_of(*document_);
     sal_Int32 count = sheets->getElementNames().getLength();
     rtl::OUString name;
     do {
@@ -195,9 +209,15 @@ class Workbook final : public OfficeObject {
       : OfficeObject(std::move(connection)), document_(std::move(document)) {}
 
  protected:
-  AutomationPointer get_member(std::string_view member, const AutomationArguments&) override {
+  // All sheets, or the one of a number, counted from 1.
+  AutomationPointer get_member(std::string_view member,
+                               const AutomationArguments& arguments) override {
     if (member != "Worksheets") no_member(member);
-    return std::make_shared<Worksheets>(connection(), document_);
+    if (arguments.empty()) return std::make_shared<Worksheets>(connection(), document_);
+    const Reference<css::container::XIndexAccess> sheets(sheets_of(*document_), UNO_QUERY_THROW);
+    return std::make_shared<Worksheet>(
+        connection(), document_,
+        SheetReference(sheets->getByIndex(whole(arguments, 0) - 1), UNO_QUERY_THROW));
   }
 
   // "ConflictResolution" is about workbooks that several users share, which these never are.
@@ -207,7 +227,8 @@ class Workbook final : public OfficeObject {
       document_->close();
     } else if (member == "SaveAs") {
       for (const NamedArgument& argument : named) {
-        if (argument.name == "filename") document_->save(text(argument.value), workbook_format);
+        if (argument.name == "filename")
+          document_->save(*connection(), text(argument.value), workbook_format);
       }
     } else {
       no_member(member);

@@ -100,7 +100,7 @@ class TextDocument final : public OfficeObject {
                                 const NamedArguments&) override {
     if (member == "SaveAs") {
       if (arguments.empty()) throw AutomationError("argument missing");
-      document_->save(text(arguments[0]), document_format);
+      document_->save(*connection(), text(arguments[0]), document_format);
     } else if (member == "Close") {
       document_->close();
     } else {
@@ -136,7 +136,8 @@ class Documents final : public OfficeObject {
 
 class WordProcessorApplication final : public OfficeObject {
  public:
-  explicit WordProcessorApplication(Connection connection) : OfficeObject(std::move(connection)) {}
+  WordProcessorApplication(Connection connection, bool started)
+      : OfficeObject(std::move(connection)), started_(started) {}
 
  protected:
   AutomationPointer get_member(std::string_view member, const AutomationArguments&) override {
@@ -152,16 +153,18 @@ class WordProcessorApplication final : public OfficeObject {
                                 const NamedArguments&) override {
     if (member != "Quit") no_member(member);
     for (const Document& document : *added_) document->close();
-    connection()->quit();
+    if (started_) connection()->quit();
     return nullptr;
   }
 
  private:
+  bool started_;
   AddedDocuments added_ = std::make_shared<std::vector<Document>>();
 };
 
 }  // namespace
 
-AutomationPointer word_processor_application(std::shared_ptr<OfficeConnection> connection) {
-  return std::make_shared<WordProcessorApplication>(std::move(connection));
+AutomationPointer word_processor_application(std::shared_ptr<OfficeConnection> connection,
+                                             bool started) {
+  return std::make_shared<WordProcessorApplication>(std::move(connection), started);
 }

@@ -84,7 +84,7 @@ class TestDataFile : public QObject {
   void files_read_back_byte_for_byte() {
     for (const QByteArray& file :
          {cold_store, changed("\r\n", ","), changed("\r\n", "\n"), changed("\"", " "),
-          cold_store.chopped(2), cold_store + "\"and more\",\""}) {
+          cold_store.chopped(2), cold_store + "\"and more\",\"", "\xEF\xBB\xBF" + cold_store}) {
       QCOMPARE(written_again(file), cold_store);
     }
     for (const char* name : {"/cold-store.qlx", "/greenhouse.qlx"}) {

@@ -124,11 +124,12 @@ class TestExport : public QObject {
 
   // No message; the status bar goes on saying what was under way, and the next export works.
   void text_fails() {
-    QVERIFY(QFile::link("/dev/full", path("full.txt")));
+    QVERIFY(QFile::link("/dev/full", path("full.txt")) && make_file(path("run.txt"), "older"));
     for (const char* name : {"full", "missing/run", "run"}) {
       if (name == QString("run")) User::recording.SampleCount = Recording::max_samples + 1;
       QCOMPARE(export_as(text, name), QStringList("Save As .TXT"));
     }
+    QCOMPARE(contents(path("run.txt")), "older");
     User::recording.SampleCount = 1;
     QCOMPARE(export_as(text), QStringList(""));
   }
@@ -183,9 +184,9 @@ class TestExport : public QObject {
     QCOMPARE(main().window->Text1->text(), "1%");
   }
 
-  // Other commands change the Recording, which is exported as it was; a second Save As meanwhile
-  // does nothing. When the program ends what was begun is put away, and the closing main window is
-  // not written to any more.
+  // Other commands change the Recording, which is exported as it was. A further document waits, a
+  // text does not. When the program ends what was begun is put away, what waits is dropped, and the
+  // closing main window is not written to any more.
   void meanwhile() {
     User::recording = ::many_samples(Recording::max_samples);
     QSemaphore go_on, amid_samples;
@@ -196,13 +197,15 @@ class TestExport : public QObject {
     };
     world_->clock.after(10, [&] {
       User::recording.SampleCount = 0;
+      main().files.choices = {path("next")};
       ExportRecording(*main().window, *office_);
+      QCOMPARE(export_as(text, "beside"), QStringList("Save As .EXCEL"));
+      QVERIFY(QFile::exists(path("beside.txt")));
       go_on.release();
       amid_samples.tryAcquire(1, 10'000);
       main().window->close();
     });
     QVERIFY(!export_as(workbook).contains("0 "));
-    QCOMPARE(main().files.shown.size(), 1);
     QVERIFY(office_->lines.filter("Value").size() > 2);
     QCOMPARE(office_->lines.last(), "Workbook.close(SaveChanges:=0)");
     QVERIFY(office_->lines.size() < 150);

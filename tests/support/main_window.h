@@ -19,7 +19,10 @@ struct MainWindow {
     window = std::make_unique<frmmdi>(OutsideWorld{clock, port, messages, files, printer, office});
     window->show();
   }
-  ~MainWindow() { set_program_folder({}); }
+  ~MainWindow() {
+    office.end_own_applications();
+    set_program_folder({});
+  }
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 

@@ -31,8 +31,16 @@ class OfficeSuite {
   OfficeSuite(const OfficeSuite&) = delete;
   OfficeSuite& operator=(const OfficeSuite&) = delete;
 
+  // Gives how many processes got it.
+  int signal(int number) const {
+    const auto all = processes();
+    for (const qint64 process : all) kill(static_cast<pid_t>(process), number);
+    return static_cast<int>(all.size());
+  }
+
   void end() const {
-    for (const qint64 process : processes()) kill(static_cast<pid_t>(process), SIGTERM);
+    signal(SIGTERM);
+    signal(SIGCONT);
     (void)QTest::qWaitFor([this] { return processes().isEmpty(); }, patience_ms);
     for (const QString& pipe : left_pipes()) QFile::remove("/tmp/" + pipe);
     QDir(temporary()).removeRecursively();
@@ -63,9 +71,13 @@ class OfficeSuite {
   }
 
   // Has the suite, running or not, write `file` in another form, such as "pdf", into `folder`.
-  static bool convert(const QString& file, const char* form, const QString& folder) {
+  // `filter` says how to read it.
+  static bool convert(const QString& file, const char* form, const QString& folder,
+                      const QString& filter = {}) {
+    QStringList arguments = {"--headless", "--convert-to", form, "--outdir", folder};
+    if (!filter.isEmpty()) arguments << "--infilter=" + filter;
     QProcess process;
-    process.start(program, {"--headless", "--convert-to", form, "--outdir", folder, file});
+    process.start(program, arguments << file);
     return process.waitForFinished(patience_ms) && process.exitCode() == 0;
   }
 
