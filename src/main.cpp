@@ -1,6 +1,7 @@
 #include <QApplication>
 
 #include "app/icons.h"
+#include "base/mnemonics.h"
 #include "program.h"
 
 int main(int argc, char** argv) {
@@ -8,6 +9,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(program_title);
   QApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
   QApplication::setWindowIcon(application_icon());
+  QApplication::setStyle(new LetterStyle);
 
   Program program;
   program.window.show();
