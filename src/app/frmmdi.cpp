@@ -2,18 +2,26 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QMdiSubWindow>
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
+#include "app/every_window.h"
 #include "app/icons.h"
 #include "app/user.h"
 #include "base/clock.h"
 #include "base/message_box.h"
 #include "base/program_folder.h"
+#include "base/read_only.h"
 #include "base/serial_port.h"
 #include "base/times.h"
+#include "base/tool_tip.h"
+#include "data/data_commands.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
 #include "views/frmdisplay.h"
@@ -52,6 +60,17 @@ constexpr std::array<ToolbarButton, 15> toolbar_buttons = {{{"open", "Open File"
 // Which menu entry a toolbar button runs, where the names differ. Print leads to the preview.
 const QMap<QString, QString> toolbar_commands = {{"prints", "printview"}, {"identity", "record"}};
 
+// A bar at its start looks like an input; it is not seen until there is something to tell.
+const QString empty_progress =
+    QStringLiteral("QProgressBar { border: none; background: transparent; }");
+
+// The path of the one data file that is dragged; empty for anything else.
+QString dropped_data_file(const QMimeData& dragged) {
+  const QList<QUrl> urls = dragged.urls();
+  const QString path = urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
+  return path.endsWith(u".qlx", Qt::CaseInsensitive) ? path : QString();
+}
+
 }  // namespace
 
 frmmdi::frmmdi(const OutsideWorld& world) : world_(world), recorder_(world.port, world.clock) {
@@ -65,19 +84,48 @@ void frmmdi::build() {
   setObjectName(QStringLiteral("frmmdi"));
   setWindowTitle(program_title);
   resize(design_size.boundedTo(screen()->availableSize()));
-  area_ = new QMdiArea(this);
-  area_->setObjectName(QStringLiteral("MDIArea"));
-  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  setCentralWidget(area_);
+  build_area();
   build_menus();
   build_toolbar();
   build_status_bar();
+  build_shortcuts();
   set_icons();
+  colour_hint();
+  setAcceptDrops(true);
 
   Timer1 = new QTimer(this);
   Timer1->setInterval(clock_interval_ms);
   connect(Timer1, &QTimer::timeout, this, &frmmdi::Timer1_Timer);
+}
+
+void frmmdi::build_area() {
+  area_ = new QMdiArea(this);
+  area_->setObjectName(QStringLiteral("MDIArea"));
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  hint_ = new QLabel(QStringLiteral("Link to a recorder: Tool > Link (Ctrl+L)\n"
+                                    "Open a data file: File > Open (Ctrl+O), or drop it here\n"
+                                    "Read the manual: F1"),
+                     area_->viewport());
+  hint_->setObjectName(QStringLiteral("hint"));
+  hint_->setTextFormat(Qt::PlainText);
+  hint_->setAlignment(Qt::AlignCenter);
+  hint_->setWordWrap(true);
+  QFont font = hint_->font();
+  font.setPointSizeF(font.pointSizeF() * 1.2);
+  hint_->setFont(font);
+  (new QVBoxLayout(area_->viewport()))->addWidget(hint_);
+  setCentralWidget(area_);
+}
+
+void frmmdi::show_hint() {
+  hint_->setVisible(area_->subWindowList().isEmpty());
+}
+
+void frmmdi::build_shortcuts() {
+  qApp->installEventFilter(new EveryWindow(this));
+  auto* close_child = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
+  connect(close_child, &QShortcut::activated, area_, &QMdiArea::closeActiveSubWindow);
 }
 
 void frmmdi::build_toolbar() {
@@ -119,11 +167,14 @@ void frmmdi::build_status_bar() {
   PrgB1->setRange(0, 100);
   PrgB1->setValue(0);
   PrgB1->setTextVisible(false);
+  PrgB1->setStyleSheet(empty_progress);
   PrgB1->setFixedWidth(fontMetrics().averageCharWidth() * 24);
   Text1 = new QLineEdit(bar);
   Text1->setObjectName(QStringLiteral("Text1"));
   Text1->setAccessibleName(QStringLiteral("Progress in percent"));
   Text1->setReadOnly(true);
+  Text1->setFrame(false);
+  look_read_only(*Text1);
   Text1->setFocusPolicy(Qt::NoFocus);
   Text1->setAlignment(Qt::AlignCenter);
   Text1->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("100%")) * 2);
@@ -134,6 +185,19 @@ void frmmdi::build_status_bar() {
   bar->addPermanentWidget(Text1);
   bar->addPermanentWidget(Sts1[1]);
   bar->addPermanentWidget(Sts1[2]);
+}
+
+// Grey, but with the contrast that texts need.
+void frmmdi::colour_hint() {
+  const QColor ink = palette().color(QPalette::WindowText);
+  const QColor paper = palette().color(QPalette::Window);
+  const auto mix = [](int a, int b) { return (3 * a + 2 * b) / 5; };
+  QPalette grey = hint_->palette();
+  grey.setColor(QPalette::WindowText,
+                QColor(mix(ink.red(), paper.red()), mix(ink.green(), paper.green()),
+                       mix(ink.blue(), paper.blue())));
+  hint_->setPalette(grey);
+  area_->setBackground(paper);
 }
 
 void frmmdi::set_icons() {
@@ -147,7 +211,9 @@ void frmmdi::set_icons() {
 
 void frmmdi::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) set_icons();
+  if (event->type() != QEvent::PaletteChange) return;
+  set_icons();
+  colour_hint();
 }
 
 void frmmdi::MDIForm_Load() {
@@ -179,6 +245,19 @@ void frmmdi::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
+void frmmdi::dragEnterEvent(QDragEnterEvent* event) {
+  if (!dropped_data_file(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+// The window that files were dragged from is not kept waiting by what the opening says.
+void frmmdi::dropEvent(QDropEvent* event) {
+  const QString path = dropped_data_file(*event->mimeData());
+  if (path.isEmpty()) return;
+  event->acceptProposedAction();
+  QMetaObject::invokeMethod(
+      this, [this, path] { OpenDroppedFile(*this, path); }, Qt::QueuedConnection);
+}
+
 void frmmdi::Timer1_Timer() {
   set_panel(3, general_date_time_text(clock().now()));
 }
@@ -199,11 +278,24 @@ void frmmdi::set_panel(int panel, const QString& text) {
 void frmmdi::set_progress(int value, const QString& text) {
   PrgB1->setValue(value);
   Text1->setText(text);
+  const QString style = value == 0 && text.isEmpty() ? empty_progress : QString();
+  if (PrgB1->styleSheet() != style) PrgB1->setStyleSheet(style);
 }
 
 void frmmdi::enable_data_commands(bool enabled) {
   for (const QString& name : data_entries) menu_entry(name)->setEnabled(enabled);
   for (const int index : data_buttons) toolbar_button(index)->setEnabled(enabled);
+  set_recording_file({});
+}
+
+// The caption stays the program's title; desktops show the path in their own way.
+void frmmdi::set_recording_file(const QString& path) {
+  setWindowFilePath(path);
+  const QString tip = plain_tool_tip(QDir::toNativeSeparators(path));
+  Sts1[0]->setToolTip(tip);
+  if (QWidget* window = display_.data()) {
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(window->parentWidget())) frame->setToolTip(tip);
+  }
 }
 
 void frmmdi::enable_recorder_command(const QString& name, int button, bool enabled) {
@@ -281,6 +373,7 @@ void frmmdi::show_child(ChildWindow& child) {
   child.show();
   frame->showMaximized();
   area_->setActiveSubWindow(frame);
+  show_hint();
 }
 
 void frmmdi::release_child(ChildWindow& child) {
@@ -296,6 +389,7 @@ void frmmdi::release_child(ChildWindow& child) {
   child.setParent(this);
   area_->removeSubWindow(frame);
   frame->deleteLater();
+  show_hint();
   // The window that comes to the front fills the area as the one before it did.
   const auto left = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
   if (maximised && !left.isEmpty() && !shutting_down_) left.constLast()->showMaximized();
