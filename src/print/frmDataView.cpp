@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "app/shell.h"
+#include "base/mnemonics.h"
 #include "print/print_commands.h"
 #include "print/sheet_page.h"
 
@@ -20,6 +21,7 @@ frmDataView::frmDataView(Shell& shell) : Preview(shell) {
   Label1->setAlignment(Qt::AlignCenter);
   row()->insertWidget(0, Label1);
   add_print_and_quit();
+  give_letter(*cmdPrevious, u'V');
   connect(cmdFirst, &QPushButton::clicked, this, [this] { show_page(0); });
   connect(cmdPrevious, &QPushButton::clicked, this, [this] { show_page(page_ - 1); });
   connect(cmdNext, &QPushButton::clicked, this, [this] { show_page(page_ + 1); });
