@@ -51,5 +51,7 @@ string(APPEND CPACK_DEBIAN_PACKAGE_RECOMMENDS ", fonts-wqy-microhei | fonts-noto
 # What the user has changed in device.txt stays in an upgrade.
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/resources/package/conffiles)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "Links to a recorder, sets it up, watches it live, downloads what it has stored, and keeps, shows, exports and prints it. Contains a recorder in software to try everything with.")
+    "Links to a recorder, sets it up, watches it live, downloads what it has
+stored, and keeps, shows, exports and prints it. Contains a recorder in
+software to try everything with.")
 include(CPack)
