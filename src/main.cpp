@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QSettings>
 
 #include "app/icons.h"
 #include "base/mnemonics.h"
@@ -10,6 +11,10 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
   QApplication::setWindowIcon(application_icon());
   QApplication::setStyle(new LetterStyle);
+
+  // Nothing is kept between runs, also not the folders that the toolkit's file dialog has shown.
+  // No file can be made below this path.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
   Program program;
   program.window.show();

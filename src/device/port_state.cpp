@@ -14,12 +14,20 @@ namespace {
 
 #ifdef Q_OS_UNIX
 
-// Programs that keep to the old custom write their process number into a lock file per device.
-bool has_lock_file(const QString& device) {
-  QFile file(QStringLiteral("/var/lock/LCK..") + QFileInfo(device).fileName());
-  if (!file.open(QIODevice::ReadOnly)) return false;
-  const int process = file.read(32).trimmed().toInt();
-  return process > 0 && process != ::getpid() && (::kill(process, 0) == 0 || errno == EPERM);
+const QString in_use = QStringLiteral(" is in use by another program");
+
+// What the lock file says that the toolkit and other programs make for an open device; its first
+// line is the number of the process. One that a crash has left behind goes when the port is opened,
+// unless it belongs to another user.
+QString lock_text(const QString& device) {
+  const QString name = QString(device).remove(QStringLiteral("/dev/")).replace(u'/', u'_');
+  QFile file(QStringLiteral("/var/lock/LCK..") + name);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  const int process = file.readLine(32).trimmed().toInt();
+  if (process == ::getpid()) return {};
+  if (process > 0 && (::kill(process, 0) == 0 || errno == EPERM)) return in_use;
+  const bool ours = ::geteuid() == 0 || QFileInfo(file).ownerId() == ::geteuid();
+  return ours ? QString() : QStringLiteral(" is locked by the left-over file ") + file.fileName();
 }
 
 // The user's own processes tell what they have open; those of others do not.
@@ -55,9 +63,8 @@ QString port_text(const QString& device) {
     return device + QStringLiteral(" is not permitted: it belongs to the group ") +
            QFileInfo(device).group();
   }
-  if (has_lock_file(device) || is_open_elsewhere(device)) {
-    return device + QStringLiteral(" is in use by another program");
-  }
+  if (const QString lock = lock_text(device); !lock.isEmpty()) return device + lock;
+  if (is_open_elsewhere(device)) return device + in_use;
 #endif
   return device;
 }

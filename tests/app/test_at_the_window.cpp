@@ -173,6 +173,8 @@ class TestAtTheWindow : public QObject {
     QVERIFY(!window().findChild<QLabel*>("hint")->isVisible());
     QVERIFY(window().Sts1[0]->toolTip().contains(path));
     QCOMPARE(window().windowFilePath(), path);
+    window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window()));
     QTest::keyClick(&window(), Qt::Key_F4, Qt::ControlModifier);
     QTRY_VERIFY(!window().loaded_display());
     w_->main.run("close");
