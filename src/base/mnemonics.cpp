@@ -65,6 +65,11 @@ void LetterStyle::drawControl(ControlElement element, const QStyleOption* option
     if (caption && button) {
       QStyleOptionButton copy = *button;
       copy.text = marked(copy.text, widget);
+      // A check box that may be narrower than its caption shows that some of it is missing.
+      if (widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) {
+        copy.text = copy.fontMetrics.elidedText(copy.text, Qt::ElideRight, copy.rect.width(),
+                                                Qt::TextShowMnemonic);
+      }
       return draw(copy);
     }
   }

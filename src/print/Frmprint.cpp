@@ -13,6 +13,7 @@
 #include "base/mnemonics.h"
 #include "base/numbers.h"
 #include "base/ok_cancel.h"
+#include "base/tool_tip.h"
 #include "print/printer.h"
 
 namespace {
@@ -66,6 +67,8 @@ void Frmprint::build_channels() {
   auto* channels = new QVBoxLayout(Frame1);
   for (std::size_t i = 1; i < Check1.size(); ++i) {
     Check1[i] = new QCheckBox(QStringLiteral("Channel %1").arg(i), Frame1);
+    // A long name does not push the dialog off the screen; the tool tip has it whole.
+    Check1[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     channels->addWidget(Check1[i]);
   }
   for (std::size_t i = 0; i < Check1.size(); ++i) {
@@ -127,6 +130,7 @@ void Frmprint::Form_Load() {
     Check1[c]->setText(present ? as_caption(recording.ChannelInfo[0][c - 1] + u'(' +
                                             recording.ChannelInfo[1][c - 1] + u')')
                                : QString());
+    Check1[c]->setToolTip(present ? plain_tool_tip(recording.ChannelInfo[1][c - 1]) : QString());
     // A new text takes the shortcut away.
     give_letter(*Check1[c], QChar(u'0' + static_cast<char16_t>(c)));
   }
