@@ -88,7 +88,11 @@ void frmmdi::build() {
 
 void frmmdi::build_shortcuts() {
   qApp->installEventFilter(new EveryWindow(this));
-  auto* close_child = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
+  // Where it is the system's own key for that, the child windows have it already; a second one
+  // would make it ambiguous.
+  const QKeySequence close_key(Qt::CTRL | Qt::Key_F4);
+  if (QKeySequence::keyBindings(QKeySequence::Close).contains(close_key)) return;
+  auto* close_child = new QShortcut(close_key, this);
   connect(close_child, &QShortcut::activated, area_, &QMdiArea::closeActiveSubWindow);
 }
 
