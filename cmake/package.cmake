@@ -16,6 +16,19 @@ install(FILES resources/icons/corvane.svg DESTINATION ${share}/icons/hicolor/sca
 install(FILES resources/desktop/org.corvane.corvane.metainfo.xml DESTINATION ${share}/metainfo ${in_package})
 install(FILES resources/desktop/corvane.xml DESTINATION ${share}/mime/packages ${in_package})
 
+# Links in the PATH. A program finds its folder by where its file really is.
+foreach(program corvane corvane-simulator)
+  file(MAKE_DIRECTORY ${desktop}/bin)
+  file(CREATE_LINK /opt/corvane/${program} ${desktop}/bin/${program} SYMBOLIC)
+  install(FILES ${desktop}/bin/${program} DESTINATION /usr/bin ${in_package})
+endforeach()
+find_program(GZIP gzip REQUIRED)
+execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/resources/package/changelog
+                OUTPUT_FILE ${desktop}/changelog.gz COMMAND_ERROR_IS_FATAL ANY)
+install(FILES resources/package/copyright ${desktop}/changelog.gz DESTINATION ${share}/doc/corvane ${in_package})
+install(FILES resources/package/lintian-overrides DESTINATION ${share}/lintian/overrides RENAME corvane
+        ${in_package})
+
 set(CPACK_PACKAGE_NAME corvane)
 set(CPACK_PACKAGE_VENDOR "The Corvane developers")
 set(CPACK_PACKAGE_CONTACT "The Corvane developers <corvane@localhost>")
@@ -35,4 +48,10 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS
 # paper and for names in Chinese.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "libreoffice-calc, libreoffice-writer, xdg-utils, kchmviewer | xchm, cups, fonts-dejavu-core, fonts-liberation, fonts-wqy-microhei | fonts-noto-cjk")
+# What the user has changed in device.txt stays in an upgrade.
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/resources/package/conffiles)
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+    "Links to a recorder, sets it up, watches it live, downloads what it has
+stored, and keeps, shows, exports and prints it. Contains a recorder in
+software to try everything with.")
 include(CPack)

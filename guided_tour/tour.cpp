@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QImage>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -64,7 +65,19 @@ QString Tour::next_picture(const QString& name) {
 
 void Tour::take_picture(const QString& name) {
   // The whole screen, window frames included, as a person sees it.
-  const QPixmap picture = QApplication::primaryScreen()->grabWindow(0);
+  QImage picture = QApplication::primaryScreen()->grabWindow(0).toImage();
+  // Where the window in front and the main window are in it, for who cuts them out.
+  const auto place = [](const QWidget& window) {
+    const QRect frame = window.frameGeometry();
+    return QStringLiteral("%1x%2+%3+%4")
+        .arg(frame.width())
+        .arg(frame.height())
+        .arg(frame.x())
+        .arg(frame.y());
+  };
+  const QWidget* dialog = QApplication::activeModalWidget();
+  picture.setText(QStringLiteral("front"), place(dialog ? *dialog : window_));
+  picture.setText(QStringLiteral("main"), place(window_));
   if (!picture.save(folder_ + u'/' + name)) print(name, QStringLiteral("cannot be written"));
 }
 

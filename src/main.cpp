@@ -1,6 +1,8 @@
 #include <QApplication>
+#include <QSettings>
 
 #include "app/icons.h"
+#include "base/mnemonics.h"
 #include "base/own_glyphs.h"
 #include "program.h"
 
@@ -10,6 +12,11 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
   QApplication::setWindowIcon(application_icon());
   add_own_glyphs();
+  QApplication::setStyle(new LetterStyle);
+
+  // Nothing is kept between runs, also not the folders that the toolkit's file dialog has shown.
+  // No file can be made below this path.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
   Program program;
   program.window.show();

@@ -8,7 +8,9 @@
 
 #include "app/user.h"
 #include "base/message_box.h"
+#include "base/mnemonics.h"
 #include "base/ok_cancel.h"
+#include "base/read_only.h"
 
 frmhistorytime::frmhistorytime(const QString& message, MessageBox& messages, QWidget* parent)
     : QDialog(parent), messages_(messages) {
@@ -25,6 +27,7 @@ void frmhistorytime::build() {
   Text1->setAccessibleName(QStringLiteral("Recorded time"));
   Text1->setReadOnly(true);
   Text1->setTabChangesFocus(true);
+  look_read_only(*Text1);
   Text1->setFixedHeight(fontMetrics().lineSpacing() * 4);
   Text1->setMinimumWidth(fontMetrics().averageCharWidth() * 64);
 
@@ -35,6 +38,7 @@ void frmhistorytime::build() {
     list->setAccessibleName(caption);
     auto* label = new QLabel(caption, this);
     label->setBuddy(list);
+    give_letter(*label, caption.front());
     grid->addWidget(label, row, 0);
     grid->addWidget(list, row, 1);
     return list;
@@ -52,7 +56,7 @@ void frmhistorytime::build() {
   all->addWidget(Text1);
   all->addLayout(grid);
   all->addLayout(buttons);
-  Command1->setFocus();
+  Combo1->setFocus();
 }
 
 void frmhistorytime::Form_Load() {
@@ -68,6 +72,7 @@ void frmhistorytime::Form_Load() {
 void frmhistorytime::Command1_Click() {
   if (Combo2->currentIndex() < Combo1->currentIndex()) {
     messages_.show(QStringLiteral("Start Time>End Time"));
+    Combo1->setFocus();
     return;
   }
   User::FirstSegment = static_cast<std::int16_t>(Combo1->currentIndex());

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "base/message_box.h"
+#include "base/mnemonics.h"
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("frmAbout"));
@@ -26,7 +27,9 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
       this);
   auto* qt = new QLabel(QStringLiteral("Qt ") + QString::fromLatin1(qVersion()), this);
   auto* buttons = new QDialogButtonBox(this);
-  buttons->addButton(QStringLiteral("Ok"), QDialogButtonBox::AcceptRole)->setDefault(true);
+  QPushButton* ok = buttons->addButton(QStringLiteral("Ok"), QDialogButtonBox::AcceptRole);
+  ok->setDefault(true);
+  give_letter(*ok, u'O');
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
 
   auto* texts = new QVBoxLayout;

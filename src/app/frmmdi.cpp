@@ -2,21 +2,24 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QMdiSubWindow>
-#include <QScopedValueRollback>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 
+#include "app/every_window.h"
 #include "app/icons.h"
 #include "app/user.h"
 #include "base/clock.h"
 #include "base/message_box.h"
 #include "base/program_folder.h"
+#include "base/read_only.h"
 #include "base/serial_port.h"
 #include "base/times.h"
+#include "base/tool_tip.h"
 #include "device/packet.h"
 #include "monitor/frmrealtime.h"
-#include "views/frmdisplay.h"
 
 namespace {
 
@@ -52,6 +55,10 @@ constexpr std::array<ToolbarButton, 15> toolbar_buttons = {{{"open", "Open File"
 // Which menu entry a toolbar button runs, where the names differ. Print leads to the preview.
 const QMap<QString, QString> toolbar_commands = {{"prints", "printview"}, {"identity", "record"}};
 
+// A bar at its start looks like an input; it is not seen until there is something to tell.
+const QString empty_progress =
+    QStringLiteral("QProgressBar { border: none; background: transparent; }");
+
 }  // namespace
 
 frmmdi::frmmdi(const OutsideWorld& world) : world_(world), recorder_(world.port, world.clock) {
@@ -65,19 +72,28 @@ void frmmdi::build() {
   setObjectName(QStringLiteral("frmmdi"));
   setWindowTitle(program_title);
   resize(design_size.boundedTo(screen()->availableSize()));
-  area_ = new QMdiArea(this);
-  area_->setObjectName(QStringLiteral("MDIArea"));
-  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  setCentralWidget(area_);
+  build_area();
   build_menus();
   build_toolbar();
   build_status_bar();
+  build_shortcuts();
   set_icons();
+  colour_hint();
+  setAcceptDrops(true);
 
   Timer1 = new QTimer(this);
   Timer1->setInterval(clock_interval_ms);
   connect(Timer1, &QTimer::timeout, this, &frmmdi::Timer1_Timer);
+}
+
+void frmmdi::build_shortcuts() {
+  qApp->installEventFilter(new EveryWindow(this));
+  // Where it is the system's own key for that, the child windows have it already; a second one
+  // would make it ambiguous.
+  const QKeySequence close_key(Qt::CTRL | Qt::Key_F4);
+  if (QKeySequence::keyBindings(QKeySequence::Close).contains(close_key)) return;
+  auto* close_child = new QShortcut(close_key, this);
+  connect(close_child, &QShortcut::activated, area_, &QMdiArea::closeActiveSubWindow);
 }
 
 void frmmdi::build_toolbar() {
@@ -119,11 +135,14 @@ void frmmdi::build_status_bar() {
   PrgB1->setRange(0, 100);
   PrgB1->setValue(0);
   PrgB1->setTextVisible(false);
+  PrgB1->setStyleSheet(empty_progress);
   PrgB1->setFixedWidth(fontMetrics().averageCharWidth() * 24);
   Text1 = new QLineEdit(bar);
   Text1->setObjectName(QStringLiteral("Text1"));
   Text1->setAccessibleName(QStringLiteral("Progress in percent"));
   Text1->setReadOnly(true);
+  Text1->setFrame(false);
+  look_read_only(*Text1);
   Text1->setFocusPolicy(Qt::NoFocus);
   Text1->setAlignment(Qt::AlignCenter);
   Text1->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("100%")) * 2);
@@ -147,7 +166,9 @@ void frmmdi::set_icons() {
 
 void frmmdi::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) set_icons();
+  if (event->type() != QEvent::PaletteChange) return;
+  set_icons();
+  colour_hint();
 }
 
 void frmmdi::MDIForm_Load() {
@@ -199,11 +220,24 @@ void frmmdi::set_panel(int panel, const QString& text) {
 void frmmdi::set_progress(int value, const QString& text) {
   PrgB1->setValue(value);
   Text1->setText(text);
+  const QString style = value == 0 && text.isEmpty() ? empty_progress : QString();
+  if (PrgB1->styleSheet() != style) PrgB1->setStyleSheet(style);
 }
 
 void frmmdi::enable_data_commands(bool enabled) {
   for (const QString& name : data_entries) menu_entry(name)->setEnabled(enabled);
   for (const int index : data_buttons) toolbar_button(index)->setEnabled(enabled);
+  set_recording_file({});
+}
+
+// The caption stays the program's title; desktops show the path in their own way.
+void frmmdi::set_recording_file(const QString& path) {
+  setWindowFilePath(path);
+  const QString tip = plain_tool_tip(QDir::toNativeSeparators(path));
+  Sts1[0]->setToolTip(tip);
+  if (QWidget* window = display_.data()) {
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(window->parentWidget())) frame->setToolTip(tip);
+  }
 }
 
 void frmmdi::enable_recorder_command(const QString& name, int button, bool enabled) {
@@ -226,87 +260,4 @@ void frmmdi::show_recorder_commands() {
   enable_recorder_command(QStringLiteral("link"), 7, !linked_ && use.free_for(RecorderTask::link));
   enable_recorder_command(QStringLiteral("read"), 10,
                           linked_ && use.free_for(RecorderTask::download));
-}
-
-frmrealtime* frmmdi::loaded_realtime() {
-  return realtime_loading_ ? nullptr : static_cast<frmrealtime*>(realtime_.data());
-}
-
-// Loading reads the recorder; the window can be gone again when that is done.
-frmrealtime* frmmdi::realtime() {
-  if (!realtime_) {
-    auto* window = new frmrealtime(*this, this);
-    realtime_ = window;
-    connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
-    const ChildWindow::Handler running(*window);
-    const QScopedValueRollback loading(realtime_loading_, true);
-    window->Form_Load();
-  }
-  return loaded_realtime();
-}
-
-void frmmdi::show_realtime() {
-  if (frmrealtime* window = realtime()) show_child(*window);
-}
-
-void frmmdi::unload_realtime() {
-  if (realtime_) realtime_->unload();
-}
-
-frmdisplay* frmmdi::loaded_display() {
-  return static_cast<frmdisplay*>(display_.data());
-}
-
-void frmmdi::show_display() {
-  if (!display_) {
-    auto* window = new frmdisplay(*this);
-    window->setParent(this);
-    display_ = window;
-    connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
-  }
-  show_child(*display_);
-}
-
-void frmmdi::unload_display() {
-  if (display_) display_->unload();
-}
-
-void frmmdi::show_child(ChildWindow& child) {
-  if (shutting_down_) return;
-  auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
-  if (!frame) {
-    frame = area_->addSubWindow(&child);
-    frame->setWindowIcon(windowIcon());
-  }
-  child.show();
-  frame->showMaximized();
-  area_->setActiveSubWindow(frame);
-}
-
-void frmmdi::release_child(ChildWindow& child) {
-  if (realtime_ == &child) {
-    realtime_ = nullptr;
-    realtime_loading_ = false;
-  }
-  if (display_ == &child) display_ = nullptr;
-  auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
-  if (!frame) return;
-  const bool maximised = frame->isMaximized();
-  frame->setWidget(nullptr);
-  child.setParent(this);
-  area_->removeSubWindow(frame);
-  frame->deleteLater();
-  // The window that comes to the front fills the area as the one before it did.
-  const auto left = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
-  if (maximised && !left.isEmpty() && !shutting_down_) left.constLast()->showMaximized();
-}
-
-void frmmdi::realtime_Click() {
-  show_realtime();
-  if (frmdisplay* window = loaded_display()) window->RedrawGraph();
-}
-
-void frmmdi::history_Click() {
-  show_display();
-  if (frmrealtime* window = loaded_realtime()) window->RedrawGraph();
 }

@@ -46,6 +46,7 @@ class frmmdi final : public QMainWindow, public Shell {
   void set_panel(int panel, const QString& text) override;
   void set_progress(int value, const QString& text) override;
   void enable_data_commands(bool enabled) override;
+  void set_recording_file(const QString& path) override;
   void set_linked_commands(bool linked) override;
 
   frmrealtime* loaded_realtime() override;
@@ -71,6 +72,8 @@ class frmmdi final : public QMainWindow, public Shell {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   struct MenuEntry;
@@ -79,7 +82,12 @@ class frmmdi final : public QMainWindow, public Shell {
   QAction* add_entry(QMenu& menu, const MenuEntry& entry);
   void build_toolbar();
   void build_status_bar();
+  void build_area();
+  void build_shortcuts();
+  // The hint in the middle of the window shows while no window lies over it.
+  void show_hint();
   void set_icons();
+  void colour_hint();
   void MDIForm_Load();
   void MDIForm_Unload();
   void Timer1_Timer();
@@ -99,6 +107,7 @@ class frmmdi final : public QMainWindow, public Shell {
   RecorderLink recorder_;
   bool linked_ = false;
   QMdiArea* area_;
+  QLabel* hint_;
   QMap<QString, QAction*> entries_;
   QPointer<ChildWindow> realtime_;
   QPointer<ChildWindow> display_;

@@ -38,6 +38,9 @@ class Shell {
   // setdisplaytime, history, and toolbar buttons 3, 4, 5 and 12. The toolbar's save button stays
   // enabled, on purpose.
   virtual void enable_data_commands(bool enabled) = 0;
+  // The file that holds the Recording as it is now, for the user to see; empty for none.
+  // enable_data_commands() empties it: the Recording that comes or goes with it is in no file yet.
+  virtual void set_recording_file(const QString& path) = 0;
   // realtime, record, unlink, read and their toolbar buttons on, link off; or the reverse.
   virtual void set_linked_commands(bool linked) = 0;
 

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class FileDialog {
  public:
   FileDialog() = default;
@@ -19,6 +21,9 @@ class FileDialog {
   QString file_name;
   // The chosen filter, counted from 1.
   int filter_index = 1;
+  // The name of the file that the command uses when `file_name` and `filter_index` are chosen. The
+  // dialog shows it where it differs from what stands in the name's field.
+  std::function<QString(const QString& file_name, int filter_index)> used_name;
 
   enum class Purpose { open, save };
   // Shows the dialog; the purpose only names its accept button.

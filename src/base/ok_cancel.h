@@ -12,6 +12,6 @@ struct OkCancel {
 };
 
 // Makes both buttons, with these object names, at the right end of a row. "Cancel" rejects the
-// dialog.
+// dialog. Alt+O and Alt+C press them.
 OkCancel make_ok_cancel(QDialog& dialog, const char* ok_name = "Command1",
                         const char* cancel_name = "Command2");

@@ -15,6 +15,19 @@ namespace {
 const QString filter = QStringLiteral("*.qlx|*.qlx");
 const QString extension = QStringLiteral(".qlx");
 
+void open_recording(Shell& shell, const QString& path) {
+  shell.set_panel(1, QStringLiteral("Open File"));
+  file_handle_1().open_for_reading(path);
+  read_recording(file_handle_1(), User::recording);
+  file_handle_1().close();
+  User::recording.ViewCount = User::recording.SampleCount;
+  shell.unload_display();
+  shell.show_display();
+  shell.enable_data_commands(true);
+  shell.set_recording_file(path);
+  shell.set_panel(1, {});
+}
+
 void open_data_file(Shell& shell) {
   const QString name = choose_file_to_open(shell, filter, QStringLiteral("Open File"));
   if (name.isEmpty()) return;
@@ -22,24 +35,18 @@ void open_data_file(Shell& shell) {
     shell.messages().show(QStringLiteral("File Lose"));
     return;
   }
-  shell.set_panel(1, QStringLiteral("Open File"));
-  file_handle_1().open_for_reading(with_extension(name, extension));
-  read_recording(file_handle_1(), User::recording);
-  file_handle_1().close();
-  User::recording.ViewCount = User::recording.SampleCount;
-  shell.unload_display();
-  shell.show_display();
-  shell.enable_data_commands(true);
-  shell.set_panel(1, {});
+  open_recording(shell, with_extension(name, extension));
 }
 
 void save_data_file(Shell& shell) {
   const QString name = choose_file_to_save(shell, filter, QStringLiteral("Save File"));
   if (name.isEmpty()) return;
   shell.set_panel(1, QStringLiteral("Save File"));
-  file_handle_1().open_for_writing(with_extension(name, extension));
+  const QString path = with_extension(name, extension);
+  file_handle_1().open_for_writing(path);
   write_recording(User::recording, file_handle_1());
   file_handle_1().close();
+  if (User::recording.SampleCount != 0) shell.set_recording_file(path);
   shell.set_panel(1, {});
 }
 
@@ -59,6 +66,10 @@ void tell_save_error(Shell& shell) {
 
 void OpenDataFile(Shell& shell) {
   or_error_path([&] { open_data_file(shell); }, [&] { tell_read_error(shell); });
+}
+
+void OpenDroppedFile(Shell& shell, const QString& path) {
+  or_error_path([&] { open_recording(shell, path); }, [&] { tell_read_error(shell); });
 }
 
 void SaveDataFile(Shell& shell) {

@@ -14,6 +14,10 @@ QString choose(Shell& shell, const QString& filter, const QString& title,
   dialog.filter = filter;
   dialog.title = title;
   dialog.file_name.clear();
+  dialog.used_name = [filter](const QString& name, int index) {
+    const QString pattern = filter.split(u'|').value(2 * index - 1);
+    return with_extension(name, pattern.mid(1));
+  };
   dialog.show(purpose);
   return shell.shutting_down() ? QString() : dialog.file_name;
 }

@@ -1,11 +1,32 @@
 #include "device/frmport.h"
 
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "app/user.h"
+#include "base/mnemonics.h"
 #include "base/ok_cancel.h"
+#include "base/program_folder.h"
+#include "base/tool_tip.h"
+#include "device/port_names.h"
+#include "device/port_state.h"
+
+namespace {
+
+constexpr int searched_ports = 8;
+
+// A line for the tool tip: the device behind a port, and why it could not be opened.
+QString port_line(int number, const QStringList& system_ports) {
+  const QString device = serial_device(number, program_folder(), system_ports);
+  return QStringLiteral("COM%1: %2").arg(number).arg(port_text(device));
+}
+
+}  // namespace
 
 frmport::frmport(QWidget* parent) : QDialog(parent) {
   build();
@@ -27,6 +48,8 @@ void frmport::build() {
     connect(option, &QRadioButton::toggled, this, [this, i](bool on) {
       if (on) Option1_Click(i);
     });
+    give_letter(*option, i < 4 ? caption.back() : caption.front());
+    option->installEventFilter(this);
     options->addWidget(option);
     Option1[static_cast<std::size_t>(i)] = option;
   }
@@ -36,9 +59,13 @@ void frmport::build() {
   Combo1 = new QComboBox(this);
   Combo1->setObjectName(QStringLiteral("Combo1"));
   Combo1->setAccessibleName(Label1->text());
-  Combo1->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  Combo1->setMinimumContentsLength(16);
+  // A long name is cut in the field and whole in the list and the tool tip.
+  Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  Combo1->setMinimumContentsLength(22);
   Label1->setBuddy(Combo1);
+  give_letter(*Label1, u'R');
+  connect(Combo1, &QComboBox::currentTextChanged, this,
+          [this](const QString& type) { Combo1->setToolTip(plain_tool_tip(type)); });
 
   const auto [ok, cancel, buttons] = make_ok_cancel(*this);
   Command1 = ok;
@@ -64,6 +91,42 @@ void frmport::Form_Load() {
   for (int row = 0; row < User::DeviceTable.rows(); ++row) {
     Combo1->addItem(User::DeviceTable.text(0, row));
   }
+  if (Combo1->count() == 0) tell_no_types();
+  QStringList lines;
+  const QStringList system_ports = system_serial_ports();
+  for (int number = 1; number <= searched_ports; ++number) {
+    lines << port_line(number, system_ports);
+    if (number <= 4) {
+      Option1[static_cast<std::size_t>(number) - 1]->setToolTip(plain_tool_tip(lines.back()));
+    }
+  }
+  Option1[4]->setToolTip(plain_tool_tip(lines.join(u'\n')));
+}
+
+void frmport::tell_no_types() {
+  const QString file = program_folder() + QStringLiteral("/device.txt");
+  const QString text = QFileInfo::exists(file) ? QStringLiteral("device.txt lists no type")
+                                               : QStringLiteral("device.txt is missing");
+  Combo1->setPlaceholderText(text);
+  Combo1->setAccessibleDescription(text);
+  Combo1->setToolTip(plain_tool_tip(file));
+}
+
+// The arrow keys choose the next option also while none is chosen, when the toolkit would only move
+// the focus.
+bool frmport::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  const int key = static_cast<const QKeyEvent&>(*event).key();
+  const bool forward = key == Qt::Key_Down || key == Qt::Key_Right;
+  const bool back = key == Qt::Key_Up || key == Qt::Key_Left;
+  const auto at = std::find(Option1.begin(), Option1.end(), watched);
+  if ((!forward && !back) || at == Option1.end()) return QDialog::eventFilter(watched, event);
+  const auto count = static_cast<std::ptrdiff_t>(Option1.size());
+  const auto next = (at - Option1.begin() + (forward ? 1 : count - 1)) % count;
+  QRadioButton* option = Option1[static_cast<std::size_t>(next)];
+  option->setFocus(Qt::TabFocusReason);
+  option->setChecked(true);
+  return true;
 }
 
 void frmport::Option1_Click(int index) {

@@ -22,9 +22,13 @@ class frmport : public QDialog {
   QPushButton* Command1;
   QPushButton* Command2;
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void build();
   void Form_Load();
+  void tell_no_types();
   void Option1_Click(int index);
   void Command1_Click();
   void Command2_Click();

@@ -9,8 +9,23 @@
 #include "app/user.h"
 #include "base/errors.h"
 #include "base/message_box.h"
+#include "base/mnemonics.h"
 #include "base/numbers.h"
 #include "base/ok_cancel.h"
+#include "base/tool_tip.h"
+
+namespace {
+
+// Which channel of the Recording a tab is for.
+QString channel_text(std::size_t slot) {
+  const Recording& recording = User::recording;
+  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  if (recording.SampleCount == 0 || slot >= channels) return QStringLiteral("No channel");
+  return QStringLiteral("Channel %1: %2")
+      .arg(recording.ChannelInfo[0][slot], recording.ChannelInfo[1][slot]);
+}
+
+}  // namespace
 
 Frmwarn::Frmwarn(MessageBox& messages, QWidget* parent) : QDialog(parent), messages_(messages) {
   build();
@@ -26,7 +41,9 @@ void Frmwarn::build() {
   SSTab1->setUsesScrollButtons(false);
   for (std::size_t c = 0; c < Check1.size(); ++c) {
     SSTab1->addTab(build_channel(c), QStringLiteral("Tab %1").arg(c));
+    SSTab1->setTabToolTip(static_cast<int>(c), plain_tool_tip(channel_text(c)));
   }
+  give_digits(*SSTab1);
   const auto [ok, cancel, buttons] = make_ok_cancel(*this);
   Command1 = ok;
   Command2 = cancel;
@@ -49,12 +66,14 @@ QWidget* Frmwarn::build_channel(std::size_t channel) {
     box->setAccessibleName(captions[which]);
     auto* label = new QLabel(captions[which], page);
     label->setBuddy(box);
+    give_letter(*label, captions[which].front());
     grid->addWidget(label, static_cast<int>(which), 0);
     grid->addWidget(box, static_cast<int>(which), 1);
     Text1[index] = box;
   }
   auto* check = new QCheckBox(QStringLiteral("Auto"), page);
   check->setObjectName(QStringLiteral("Check1(%1)").arg(channel));
+  give_letter(*check, u'A');
   connect(check, &QCheckBox::toggled, this, [this, channel] { Check1_Click(channel); });
   grid->addWidget(check, 2, 1);
   Check1[channel] = check;

@@ -1,10 +1,12 @@
 #include "monitor/frmrecord.h"
 
 #include <QFormLayout>
+#include <QLabel>
 #include <QVBoxLayout>
 
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/mnemonics.h"
 #include "base/ok_cancel.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/time_picker.h"
@@ -23,12 +25,16 @@ void frmrecord::build() {
   for (std::size_t index = 1; index < Check1.size(); ++index) {
     Check1[index] = new QCheckBox(captions[index], this);
     Check1[index]->setObjectName(QStringLiteral("Check1(%1)").arg(index));
+    give_letter(*Check1[index], index == 1 ? u'F' : u'R');
     all->addWidget(Check1[index]);
   }
   DTP1 = make_time_picker(QStringLiteral("DTP1"), this);
   DTP1->setAccessibleName(QStringLiteral("Interval"));
+  auto* label = new QLabel(DTP1->accessibleName(), this);
+  label->setBuddy(DTP1);
+  give_letter(*label, u'I');
   auto* interval = new QFormLayout;
-  interval->addRow(QStringLiteral("Interval"), DTP1);
+  interval->addRow(label, DTP1);
   all->addLayout(interval);
   all->addStretch();
 

@@ -10,8 +10,10 @@
 #include "app/user.h"
 #include "base/errors.h"
 #include "base/message_box.h"
+#include "base/mnemonics.h"
 #include "base/numbers.h"
 #include "base/ok_cancel.h"
+#include "base/tool_tip.h"
 #include "print/printer.h"
 
 namespace {
@@ -48,10 +50,13 @@ void Frmprint::build_options() {
     auto* option = new QRadioButton(
         i == 0 ? QStringLiteral("Print Sheet") : QStringLiteral("Print Graph"), Frm1);
     option->setObjectName(QStringLiteral("Option1(%1)").arg(i));
+    give_letter(*option, i == 0 ? u'S' : u'G');
     options->addWidget(option);
     Option1[static_cast<std::size_t>(i)] = option;
   }
   Check1[0] = new QCheckBox(QStringLiteral("趋势合并打印"), Frm1);
+  Check1[0]->setToolTip(QStringLiteral("Print the curves together in one graph (Alt+T)"));
+  give_letter(*Check1[0], u'T');
   options->addWidget(Check1[0]);
   options->addStretch();
 }
@@ -62,6 +67,8 @@ void Frmprint::build_channels() {
   auto* channels = new QVBoxLayout(Frame1);
   for (std::size_t i = 1; i < Check1.size(); ++i) {
     Check1[i] = new QCheckBox(QStringLiteral("Channel %1").arg(i), Frame1);
+    // A long name does not push the dialog off the screen; the tool tip has it whole.
+    Check1[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     channels->addWidget(Check1[i]);
   }
   for (std::size_t i = 0; i < Check1.size(); ++i) {
@@ -79,8 +86,10 @@ void Frmprint::build_pages() {
   Combo1->setInsertPolicy(QComboBox::NoInsert);
   Combo1->setCompleter(nullptr);
   Label1->setBuddy(Combo1);
+  give_letter(*Label1, u'P');
   Cmd3 = new QPushButton(QStringLiteral("Printer Set"), this);
   Cmd3->setObjectName(QStringLiteral("Cmd3"));
+  give_letter(*Cmd3, u'R');
   connect(Cmd3, &QPushButton::clicked, this,
           [this] { stop_at_first_failure([this] { Cmd3_Click(); }); });
 }
@@ -121,6 +130,9 @@ void Frmprint::Form_Load() {
     Check1[c]->setText(present ? as_caption(recording.ChannelInfo[0][c - 1] + u'(' +
                                             recording.ChannelInfo[1][c - 1] + u')')
                                : QString());
+    Check1[c]->setToolTip(present ? plain_tool_tip(recording.ChannelInfo[1][c - 1]) : QString());
+    // A new text takes the shortcut away.
+    give_letter(*Check1[c], QChar(u'0' + static_cast<char16_t>(c)));
   }
   Option1[0]->setChecked(true);
   skip_on_error([this] { shell_.printer().set_paper_a4(); });
@@ -134,6 +146,7 @@ bool Frmprint::a_channel_is_chosen() const {
 void Frmprint::Cmd1_Click() {
   if (!a_channel_is_chosen()) {
     shell_.messages().show(QStringLiteral("Please Select Channel"));
+    Check1[1]->setFocus();
     return;
   }
   const QString pages = Combo1->currentText();

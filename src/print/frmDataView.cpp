@@ -5,6 +5,7 @@
 
 #include "app/shell.h"
 #include "app/user.h"
+#include "base/mnemonics.h"
 #include "print/print_commands.h"
 #include "print/sheet_page.h"
 #include "print/sheet_pages.h"
@@ -41,6 +42,7 @@ frmDataView::frmDataView(Shell& shell) : Preview(shell) {
   Label2->setContentsMargins(9, 9, 9, 0);
   add_above_buttons(Label2);
   add_print_and_quit();
+  give_letter(*cmdPrevious, u'V');
   connect(cmdFirst, &QPushButton::clicked, this, [this] { show_page(0); });
   connect(cmdPrevious, &QPushButton::clicked, this, [this] { show_page(page_ - 1); });
   connect(cmdNext, &QPushButton::clicked, this, [this] { show_page(page_ + 1); });

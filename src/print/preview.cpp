@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "app/shell.h"
+#include "base/mnemonics.h"
 #include "print/page.h"
 
 namespace {
@@ -55,6 +56,7 @@ QPushButton* Preview::add_button(const QString& name, const QString& caption,
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
   button->setAutoDefault(false);
+  give_letter(*button, caption.front());
   button->installEventFilter(this);
   row_->addWidget(button);
   // A button's own shortcut presses it visibly, which holds up a key that is kept down.

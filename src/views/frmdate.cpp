@@ -6,8 +6,10 @@
 #include <utility>
 
 #include "app/user.h"
+#include "base/date_picker.h"
 #include "base/errors.h"
 #include "base/message_box.h"
+#include "base/mnemonics.h"
 #include "base/ok_cancel.h"
 #include "base/times.h"
 #include "views/date_segment.h"
@@ -44,12 +46,13 @@ void frmdate::build() {
     auto* label = new QLabel(caption, this);
     label->setObjectName(name);
     const auto index = static_cast<std::size_t>(2 * row);
-    DTP2[index] =
-        build_picker(index, caption + QStringLiteral(": date"), QStringLiteral("yyyy-MM-dd"));
-    DTP2[index]->setCalendarPopup(true);
-    DTP2[index + 1] = build_picker(index + 1, caption + QStringLiteral(": time of day"),
-                                   QStringLiteral("HH:mm:ss"));
+    DTP2[index] = new DatePicker(this);
+    DTP2[index + 1] = new QDateTimeEdit(this);
+    DTP2[index + 1]->setDisplayFormat(QStringLiteral("HH:mm:ss"));
+    name_picker(index, caption + QStringLiteral(": date"));
+    name_picker(index + 1, caption + QStringLiteral(": time of day"));
     label->setBuddy(DTP2[index]);
+    give_letter(*label, caption.front());
     grid->addWidget(label, row, 0);
     grid->addWidget(DTP2[index], row, 1);
     grid->addWidget(DTP2[index + 1], row, 2);
@@ -69,14 +72,10 @@ void frmdate::build() {
   all->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-QDateTimeEdit* frmdate::build_picker(std::size_t index, const QString& name,
-                                     const QString& format) {
-  auto* picker = new QDateTimeEdit(this);
-  picker->setObjectName(QStringLiteral("DTP2(%1)").arg(index));
-  picker->setAccessibleName(name);
-  picker->setTimeSpec(Qt::UTC);
-  picker->setDisplayFormat(format);
-  return picker;
+void frmdate::name_picker(std::size_t index, const QString& name) {
+  DTP2[index]->setObjectName(QStringLiteral("DTP2(%1)").arg(index));
+  DTP2[index]->setAccessibleName(name);
+  DTP2[index]->setTimeSpec(Qt::UTC);
 }
 
 void frmdate::Form_Load(std::int32_t view_start) {
@@ -103,6 +102,7 @@ void frmdate::Command1_Click() {
     const QString end = chosen(2);
     if (start > end) {
       messages_.show(QStringLiteral("Start Time>End Time"));
+      DTP2[0]->setFocus();
       return;
     }
     const DateSegment segment = date_segment(User::recording, start, end);

@@ -30,7 +30,7 @@ class frmdate final : public QDialog {
 
  private:
   void build();
-  QDateTimeEdit* build_picker(std::size_t index, const QString& name, const QString& format);
+  void name_picker(std::size_t index, const QString& name);
   void Form_Load(std::int32_t view_start);
   void Command1_Click();
 

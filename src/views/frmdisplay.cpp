@@ -4,6 +4,7 @@
 #include "app/user.h"
 #include "base/errors.h"
 #include "base/numbers.h"
+#include "base/tool_tip.h"
 #include "monitor/Frmwarn.h"
 #include "views/date_segment.h"
 #include "views/frmdate.h"
@@ -11,11 +12,6 @@
 #include "views/statistics.h"
 
 namespace {
-
-// Tool tips take what looks like markup for markup; this text comes from a file.
-QString plain_tool_tip(const QString& text) {
-  return text.isEmpty() ? text : QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
-}
 
 // Sets off where a channel begins in the information list.
 void emphasise(QTreeWidgetItem& item) {

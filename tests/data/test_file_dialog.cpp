@@ -1,5 +1,7 @@
 #include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -26,6 +28,8 @@ class TestFileDialog : public QObject {
       QCOMPARE(field->text(), "");
       QTest::keyClicks(field, name);
       QCoreApplication::processEvents();
+      note_ = dialog.findChild<QLabel*>("used_name")->text();
+      kind_ = dialog.iconProvider()->type(QFileInfo(folder_.filePath("picture.qlx")));
       QTest::keyClick(field, Qt::Key_Return);
       shown_folder_ = dialog.directory().path();
       if (dialog.isVisible()) QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -37,7 +41,7 @@ class TestFileDialog : public QObject {
 
   QTemporaryDir folder_;
   WindowFileDialog dialog_;
-  QString title_, shown_folder_;
+  QString title_, shown_folder_, note_, kind_;
 
  private Q_SLOTS:
   void initTestCase() {
@@ -70,6 +74,32 @@ class TestFileDialog : public QObject {
     for (const char* name : {"a/b/c/x", "a/b/c/y"}) {
       QCOMPARE(chosen(save, folder_.filePath(name)), folder_.filePath(name));
     }
+  }
+
+  // The name that is used where it is another than the one typed, and the form that a typed
+  // extension chooses. A file's kind is known by its name, whatever is in it.
+  void what_becomes_of_a_name() {
+    dialog_.filter = "*.txt|*.txt|*.xls|*.xls";
+    dialog_.used_name = [](const QString& name, int index) {
+      return name.section('.', 0, 0) + (index == 1 ? ".txt" : ".xls");
+    };
+    QVERIFY(make_file(folder_.filePath("run.txt")) && QDir(folder_.path()).mkpath("c.d"));
+    QVERIFY(make_file(folder_.filePath("picture.qlx"), hex("89504e470d0a1a0a0000000d49484452")));
+    for (const auto& [name, note, form] :
+         {std::tuple("x.txt", "", 1),
+          {"x", "x will be written as x.txt", 1},
+          {"x.v2.xls", "x.v2.xls will be written as x.xls", 2},
+          {"y.TXT", "y.TXT will be written as y.txt", 1},
+          {"run", "run will be written as run.txt, in place of the file of that name", 1}}) {
+      chosen(save, folder_.filePath("go"));
+      dialog_.filter_index = 1;
+      chosen(save, name);
+      QCOMPARE(note_, note);
+      QCOMPARE(dialog_.filter_index, form);
+    }
+    chosen(save, "c.d/x");
+    QCOMPARE(note_, "c.d/x will be written as " + folder_.filePath("c.txt"));
+    QVERIFY2(!kind_.contains("PNG"), qPrintable(kind_));
   }
 };
 

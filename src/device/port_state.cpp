@@ -1,0 +1,70 @@
+#include "device/port_state.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <signal.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+#ifdef Q_OS_UNIX
+
+const QString in_use = QStringLiteral(" is in use by another program");
+
+// What the lock file says that the toolkit and other programs make for an open device; its first
+// line is the number of the process. One that a crash has left behind goes when the port is opened,
+// unless it belongs to another user.
+QString lock_text(const QString& device) {
+  const QString name = QString(device).remove(QStringLiteral("/dev/")).replace(u'/', u'_');
+  QFile file(QStringLiteral("/var/lock/LCK..") + name);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  const int process = file.readLine(32).trimmed().toInt();
+  if (process == ::getpid()) return {};
+  if (process > 0 && (::kill(process, 0) == 0 || errno == EPERM)) return in_use;
+  const bool ours = ::geteuid() == 0 || QFileInfo(file).ownerId() == ::geteuid();
+  return ours ? QString() : QStringLiteral(" is locked by the left-over file ") + file.fileName();
+}
+
+// The user's own processes tell what they have open; those of others do not.
+bool is_open_elsewhere(const QString& device) {
+  const auto processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+  for (const QString& process : processes) {
+    const int number = process.toInt();
+    if (number <= 0 || number == ::getpid()) continue;
+    bool has_device = false;
+    // Who made a pseudo-terminal keeps both of its ends; that is the recorder, not a rival.
+    bool made_it = false;
+    const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(process));
+    const auto names = descriptors.entryList(QDir::Files | QDir::System);
+    for (const QString& name : names) {
+      const QString target = QFile::symLinkTarget(descriptors.filePath(name));
+      has_device = has_device || target == device;
+      made_it = made_it || target.endsWith(QStringLiteral("/ptmx"));
+    }
+    if (has_device && !made_it) return true;
+  }
+  return false;
+}
+
+#endif
+
+}  // namespace
+
+QString port_text(const QString& device) {
+  if (device.isEmpty()) return QStringLiteral("no such port");
+#ifdef Q_OS_UNIX
+  if (!QFileInfo::exists(device)) return device + QStringLiteral(" is missing");
+  if (::access(QFile::encodeName(device).constData(), R_OK | W_OK) != 0) {
+    return device + QStringLiteral(" is not permitted: it belongs to the group ") +
+           QFileInfo(device).group();
+  }
+  if (const QString lock = lock_text(device); !lock.isEmpty()) return device + lock;
+  if (is_open_elsewhere(device)) return device + in_use;
+#endif
+  return device;
+}

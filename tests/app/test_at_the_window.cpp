@@ -1,0 +1,194 @@
+// What surrounds the commands: keys, what a window opens like, what it says beside its captions.
+#include <QDir>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProcess>
+#include <QScreen>
+
+#include <fcntl.h>
+
+#include "app/user.h"
+#include "base/date_picker.h"
+#include "base/dialogs.h"
+#include "data/file_handle.h"
+#include "device/frmport.h"
+#include "device/port_state.h"
+#include "monitor/Frmwarn.h"
+#include "support/dialogs.h"
+#include "support/recordings.h"
+#include "support/runner.h"
+#include "support/simulated_window.h"
+
+namespace {
+
+// A program in the folder that writes its arguments into the file "opened" there and says `answer`.
+void make_program(const QDir& folder, const QString& name, const QString& answer = {}) {
+  QFile program(folder.filePath(name));
+  QVERIFY(program.open(QIODevice::WriteOnly));
+  program.write("#!/bin/sh\n[ $# -gt 1 ] || echo \"$1\" >" + folder.path().toUtf8() +
+                "/opened\necho " + answer.toUtf8() + "\n");
+  program.setPermissions(program.permissions() | QFile::ExeOwner);
+}
+
+QString typed_into(DatePicker& picker, const char* keys) {
+  picker.setDate(QDate(2026, 2, 27));
+  picker.setFocus();
+  picker.setSelectedSection(QDateTimeEdit::YearSection);
+  if (*keys == 'A') QTest::keyClick(&picker, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(&picker, *keys == 'A' ? keys + 1 : keys);
+  QTest::keyClick(&picker, Qt::Key_Return);
+  return picker.date().toString(Qt::ISODate);
+}
+
+}  // namespace
+
+class TestAtTheWindow : public QObject {
+  Q_OBJECT
+
+  frmmdi& window() const { return *w_->main.window; }
+
+  std::unique_ptr<SimulatedWindow> w_;
+
+ private Q_SLOTS:
+  void init() { w_ = std::make_unique<SimulatedWindow>(); }
+  void cleanup() { w_.reset(); }
+
+  void enter_destroys_nothing() {
+    WindowMessageBox messages;
+    for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
+      const auto script = when_shown<QMessageBox>([key](QMessageBox& box) {
+        QVERIFY(box.width() > box.fontMetrics().horizontalAdvance(box.windowTitle()) + 60);
+        QTest::keyClick(&box, key);
+      });
+      QVERIFY(!messages.ask("?", "A caption that is longer than its text"));
+    }
+  }
+
+  void a_window_fits_the_screen() {
+    QTRY_VERIFY(window().screen()->availableGeometry().contains(window().frameGeometry()));
+    QDialog dialog(&window());
+    dialog.resize(3000, 3000);
+    dialog.show();
+    QTRY_VERIFY(window().screen()->availableGeometry().contains(dialog.frameGeometry()));
+  }
+
+  void arrow_keys_choose_the_port() {
+    const auto script = when_shown<frmport>([](frmport& dialog) {
+      QTest::keyClick(dialog.Option1[0], Qt::Key_Down);
+      QCOMPARE(User::PortChoice, std::int16_t{1});
+      for (int k = 0; k < 2; ++k) QTest::keyClick(dialog.focusWidget(), Qt::Key_Up);
+      QCOMPARE(User::PortChoice, std::int16_t{4});
+      QVERIFY(dialog.Option1[0]->toolTip().contains("COM1: "));
+      QVERIFY(QTest::qWaitForWindowActive(&dialog));
+      QTest::keyClick(&dialog, Qt::Key_2, Qt::AltModifier);
+      QTRY_COMPARE(User::PortChoice, std::int16_t{1});
+      dialog.reject();
+    });
+    w_->main.run("link");
+    User::DeviceTable = {};
+    QCOMPARE(frmport(&window()).Combo1->placeholderText(), "device.txt lists no type");
+  }
+
+  void what_keeps_a_port_from_opening() {
+    QCOMPARE(port_text("") + port_text("/dev/gone"), "no such port/dev/gone is missing");
+    const int pty = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY(::grantpt(pty) == 0 && ::unlockpt(pty) == 0);
+    const QString device = QString::fromLocal8Bit(::ptsname(pty));
+    QCOMPARE(port_text(device), device);
+    QProcess other;
+    other.setStandardInputFile(device);
+    other.start("sleep", {"30"});
+    QTRY_COMPARE(port_text(device), device + " is in use by another program");
+    other.kill();
+    QVERIFY(other.waitForFinished());
+    ::close(pty);
+  }
+
+  void a_whole_date_can_be_typed() {
+    DatePicker picker(nullptr);
+    picker.setDateRange(QDate(2026, 2, 27), QDate(2026, 3, 2));
+    picker.show();
+    QVERIFY(QTest::qWaitForWindowActive(&picker));
+    for (const char* keys : {"2026-03-01", "20260301", "A2026-03-01", "A2026-3-1"}) {
+      QCOMPARE(typed_into(picker, keys), "2026-03-01");
+    }
+    QCOMPARE(typed_into(picker, "A2031-01-01"), "2026-03-02");
+    QCOMPARE(typed_into(picker, "A2031"), "2026-03-02");
+    QCOMPARE(typed_into(picker, "A202"), "2026-02-27");
+    for (const auto& [key, modifier] :
+         {std::pair(Qt::Key_F4, Qt::NoModifier), {Qt::Key_Down, Qt::AltModifier}}) {
+      QTest::keyClick(&picker, key, modifier);
+      QVERIFY(QApplication::activePopupWidget());
+      QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+      QTRY_VERIFY(!QApplication::activePopupWidget());
+    }
+  }
+
+  // F1 opens the pages where there is no viewer for the compiled manual, from a dialog as well.
+  void f1_opens_the_manual() {
+    const QDir folder(w_->main.folder.path());
+    QVERIFY(folder.mkdir("help") && make_file(folder.filePath("help/index.html")) &&
+            make_file(folder.filePath("qlxhelp.chm")));
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", folder.path().toLocal8Bit() + ':' + path);
+    make_program(folder, "xdg-open");
+    for (const auto& [viewer, page] :
+         {std::pair("", "help/index.html"), {"viewer.desktop", "qlxhelp.chm"}}) {
+      make_program(folder, "xdg-mime", viewer);
+      const auto script = when_shown<frmport>([](frmport& dialog) {
+        QTest::keyClick(dialog.Combo1, Qt::Key_F1);
+        dialog.reject();
+      });
+      w_->main.run("link");
+      QTRY_COMPARE(contents(folder.filePath("opened")), folder.filePath(page).toUtf8() + '\n');
+    }
+    qputenv("PATH", path);
+  }
+
+  // Only a data file of its own; a dot in a folder's name does not count, since nothing is typed.
+  void dropped_files() {
+    const QDir folder(w_->main.folder.path());
+    QVERIFY(folder.mkdir("a.b"));
+    const QString path = folder.filePath("a.b/x.qlx");
+    QVERIFY(QFile::copy(CORVANE_SAMPLES "/greenhouse.qlx", path));
+    const auto drop = [this](const QList<QUrl>& urls) {
+      QMimeData data;
+      data.setUrls(urls);
+      QDragEnterEvent enter({9, 9}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+      QCoreApplication::sendEvent(&window(), &enter);
+      QDropEvent event({9, 9}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+      QCoreApplication::sendEvent(&window(), &event);
+      QCoreApplication::processEvents();
+    };
+    const QUrl file = QUrl::fromLocalFile(path);
+    drop({file, file});
+    drop({QUrl::fromLocalFile(folder.filePath("device.txt"))});
+    QVERIFY(!window().loaded_display() && window().findChild<QLabel*>("hint")->isVisible());
+    drop({file});
+    QCOMPARE(w_->main.messages.shown, QStringList());
+    QVERIFY(window().loaded_display());
+    QVERIFY(!window().findChild<QLabel*>("hint")->isVisible());
+    QVERIFY(window().Sts1[0]->toolTip().contains(path));
+    QCOMPARE(window().windowFilePath(), path);
+    window().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window()));
+    QTest::keyClick(&window(), Qt::Key_F4, Qt::ControlModifier);
+    QTRY_VERIFY(!window().loaded_display());
+    w_->main.run("close");
+    QCOMPARE(window().Sts1[0]->toolTip() + window().windowFilePath(), "");
+  }
+
+  void tabs_tell_their_channel() {
+    fill(User::recording, 9, 2);
+    const Frmwarn dialog(w_->main.messages, &window());
+    QVERIFY(dialog.SSTab1->tabToolTip(1).contains("Channel 2: Humidity"));
+    QVERIFY(dialog.SSTab1->tabToolTip(2).contains("No channel"));
+  }
+};
+
+const int registered = register_test<TestAtTheWindow>();
+
+#include "test_at_the_window.moc"
