@@ -38,8 +38,10 @@ QAction* frmmdi::add_entry(QMenu& menu, const MenuEntry& entry) {
 }
 
 void frmmdi::build_menus() {
+  // Loads the Historical Data window first where it was closed.
   const auto on_display = [this](auto member, auto... arguments) {
     return [this, member, arguments...] {
+      if (!loaded_display()) show_display();
       if (frmdisplay* window = loaded_display()) (window->*member)(arguments...);
     };
   };

@@ -12,21 +12,26 @@ void PictureBox::redraw() {
   update();
 }
 
-// The image is kept between drawings: a new one of this size costs more than the curves in it.
+// Between pixels of the window and of the device lies any factor, so the picture takes the device
+// rectangle whose edges are the nearest to the widget's: that is what the window system lets it
+// paint. The image is kept between drawings: a new one of this size costs more than the curves in
+// it.
 void PictureBox::paintEvent(QPaintEvent*) {
-  const double ratio = devicePixelRatioF();
-  const QSize device_size = (QSizeF(size()) * ratio).toSize();
+  QPainter painter(this);
+  const QTransform to_device = painter.deviceTransform();
+  const QPoint first = to_device.map(QPointF(0, 0)).toPoint();
+  const QPoint end = to_device.map(QPointF(width(), height())).toPoint();
+  const QSize device_size(end.x() - first.x(), end.y() - first.y());
   if (image_.size() != device_size) {
     image_ = QImage(device_size, QImage::Format_RGB32);
     outdated_ = true;
   }
   if (outdated_ && !image_.isNull()) {
-    image_.setDevicePixelRatio(1);
     draw_(image_);
-    image_.setDevicePixelRatio(ratio);
     outdated_ = false;
   }
-  QPainter(this).drawImage(0, 0, image_);
+  painter.setTransform(to_device.inverted(), true);
+  painter.drawImage(first, image_);
 }
 
 void PictureBox::resizeEvent(QResizeEvent*) {

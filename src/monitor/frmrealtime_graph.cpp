@@ -52,7 +52,7 @@ void frmrealtime::Pic1_KeyDown(CursorStep step) {
   const auto last = view_.last_reading(live_.buffer.LiveCount());
   if (!last) return;
   const int from = cursor_slot().value_or(*last) - view_.FirstShown;
-  const int to = stepped(step, from, view_.Span);
+  const int to = stepped(step, from, page_of(view_.Span), view_.Span);
   cursor_ = live_.buffer.dropped() + std::min(view_.FirstShown + to, *last);
   place_cursor();
 }

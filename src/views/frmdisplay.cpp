@@ -65,6 +65,7 @@ void frmdisplay::load_graph() {
   }
   cursor_ = {};
   Label5->clear();
+  hide_cursor();
   if (recording.SampleCount > 1) Slider1->setMaximum(recording.SampleCount - 1);
   recording.ViewCount = recording.SampleCount;
   skip_on_error([this] { redraw(); });
@@ -86,7 +87,10 @@ void frmdisplay::redraw() {
   Label2->setText(recording.SampleTimes(ViewEnd));
   GraphCurves& curves = Pic1->new_curves();
   curves.take(recording, ViewStart, recording.ViewCount);
-  for (std::size_t c = 0; c < curves.channels.size(); ++c) redraw_channel(curves, c);
+  for (std::size_t c = 0; c < curves.channels.size(); ++c) {
+    const bool drawn = stop_at_first_failure([&] { redraw_channel(curves, c); });
+    if (!drawn) return show_no_curves(c);
+  }
   arrange();
   show_at_cursor(cursor_sample(cursor_x(), Pic1->twips_width(), recording.ViewCount));
 }
@@ -106,6 +110,18 @@ void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
   }
   User::AxisHigh[slot] = high = scale.high;
   User::AxisLow[slot] = low = scale.low;
+}
+
+// Nothing of the view before stays that could be taken for the present one's: the grid is empty,
+// and the scales are from the slot on that has none.
+void frmdisplay::show_no_curves(std::size_t from_slot) {
+  Pic1->new_curves().channels.clear();
+  for (std::size_t i = 9 * from_slot; i < Label4.size(); ++i) {
+    Label4[i]->clear();
+    Label4[i]->setAutoFillBackground(false);
+  }
+  for (std::size_t i = 8; i < 12; ++i) Label3[i]->clear();
+  hide_cursor();
 }
 
 void frmdisplay::cmd_Click(int index) {
@@ -154,11 +170,29 @@ void frmdisplay::Pic1_MouseDown(float x) {
 
 void frmdisplay::Pic1_KeyDown(CursorStep step) {
   stop_at_first_failure([&] {
-    const std::int32_t count = User::recording.ViewCount;
-    const float width = Pic1->twips_width();
-    const std::int32_t sample = cursor_sample(cursor_x(), width, count);
-    Pic1_MouseDown(::cursor_x(stepped(step, sample, count), width, count));
+    const Recording& recording = User::recording;
+    const std::int32_t count = recording.ViewCount;
+    const std::int32_t sample = ViewStart + cursor_sample(cursor_x(), Pic1->twips_width(), count);
+    move_cursor(stepped(step, sample, page_of(count), recording.held_samples()));
   });
+}
+
+// To any sample of the Recording; the view follows as far as it must.
+void frmdisplay::move_cursor(std::int32_t sample) {
+  if (sample < ViewStart) show_from(sample);
+  if (sample > ViewEnd) show_from(sample - User::recording.ViewCount + 1);
+  const Cursor moved = {sample - ViewStart, User::recording.ViewCount};
+  static_cast<void>(::cursor_x(moved.sample, Pic1->twips_width(), moved.view_count));
+  cursor_ = moved;
+  show_at_cursor(moved.sample);
+}
+
+// Page Up leads back and Page Down on, as on the graph. False for other keys.
+bool frmdisplay::Slider1_KeyDown(int key) {
+  if (key != Qt::Key_PageUp && key != Qt::Key_PageDown) return false;
+  const int page = page_of(User::recording.ViewCount);
+  Slider1->setValue(ViewStart + (key == Qt::Key_PageUp ? -page : page));
+  return true;
 }
 
 float frmdisplay::cursor_x() const {
@@ -168,15 +202,39 @@ float frmdisplay::cursor_x() const {
 void frmdisplay::show_at_cursor(std::int32_t sample) {
   const Recording& recording = User::recording;
   const std::int64_t at = std::int64_t{ViewStart} + sample;
-  QStringList values;
+  QStringList texts = {recording.SampleTimes(at)};
   for (int c = 0; c < recording.held_channels(); ++c) {
     const auto slot = static_cast<std::size_t>(c);
     const QString value = general_number(recording.SampleValues(at, c));
     Label3[slot + 8]->setText(value);
-    values << Label3[slot + 4]->text() + u' ' + value;
+    texts << Label3[slot + 4]->text() + u' ' + value;
   }
-  Label5->setText(recording.SampleTimes(at));
-  Pic1->setAccessibleDescription(Label5->text() + QStringLiteral("; ") +
-                                 values.join(QStringLiteral("; ")));
+  Label5->setText(texts.constFirst());
+  cursor_shown_ = true;
+  Pic1->show_value({.text = texts.join(QStringLiteral("; ")),
+                    .sample = static_cast<int>(at) + 1,
+                    .samples = recording.held_samples()});
   place_cursor();
+  select_in_sheet(static_cast<std::int32_t>(at));
+}
+
+void frmdisplay::hide_cursor() {
+  cursor_shown_ = false;
+  Pic1->show_value({});
+  place_cursor();
+}
+
+// A loaded window has its first row at hand, but nothing is marked in the sheet before the cursor
+// moves.
+void frmdisplay::select_in_sheet(std::int32_t sample) {
+  QItemSelectionModel* selection = MSFlG1->selectionModel();
+  if (!selection) return;
+  const QModelIndex now = selection->currentIndex();
+  if (now.isValid() && now.row() == sample) return;
+  const QModelIndex row = MSFlG1->model()->index(sample, std::max(0, now.column()));
+  selecting_ = true;
+  selection->setCurrentIndex(
+      row, now.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                         : QItemSelectionModel::NoUpdate);
+  selecting_ = false;
 }

@@ -70,6 +70,8 @@ class frmdisplay final : public ChildWindow {
   void build_buttons(QWidget& page);
   void build_sheet();
   void set_colours();
+  void show_chosen();
+  std::array<QWidget*, 3> legend_of(std::size_t slot) const;
   void arrange();
   GraphTexts measure() const;
 
@@ -78,11 +80,17 @@ class frmdisplay final : public ChildWindow {
   void load_graph();
   void redraw();
   void redraw_channel(GraphCurves& curves, std::size_t slot);
+  void show_no_curves(std::size_t from_slot);
   void show_at_cursor(std::int32_t sample);
+  void hide_cursor();
   void place_cursor();
+  void select_in_sheet(std::int32_t sample);
   void Pic1_MouseDown(float x);
   void Pic1_KeyDown(CursorStep step);
+  bool Slider1_KeyDown(int key);
   void show_from(std::int32_t first);
+  void move_cursor(std::int32_t sample);
+  void copy_graph() const;
 
   float cursor_x() const;
 
@@ -96,4 +104,7 @@ class frmdisplay final : public ChildWindow {
     std::int32_t view_count = 2;
   };
   Cursor cursor_;
+  bool cursor_shown_ = false;
+  // The sheet is following the cursor, not the other way round.
+  bool selecting_ = false;
 };

@@ -1,14 +1,16 @@
 // The controls of the Historical Data window and where they stand.
-#include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 #include "app/user.h"
+#include "base/contrast.h"
+#include "base/errors.h"
 #include "views/copy_selection.h"
 #include "views/frmdisplay.h"
 #include "views/sheet_model.h"
@@ -21,8 +23,10 @@ constexpr int column_width = 960 / twips_per_pixel;
 constexpr int time_column_width = 2000 / twips_per_pixel;
 // Opacity, of 255, of what lies behind texts inside the graph: a scale must not hide the curves
 // under it.
-constexpr int scale_opacity = 150;
+constexpr int scale_opacity = 170;
 constexpr int time_opacity = 215;
+// The text's share in the colour of a channel's texts, at least.
+constexpr double text_share = 0.6;
 constexpr int time_label_width = static_cast<int>(time_label_twips) / twips_per_pixel;
 
 QString indexed(const QString& name, std::size_t index) {
@@ -35,13 +39,6 @@ QLabel* label(const QString& name, QWidget* parent, Qt::Alignment alignment) {
   result->setTextFormat(Qt::PlainText);
   result->setAlignment(alignment);
   return result;
-}
-
-// Two parts of the curve's colour and three of the text's.
-QColor readable_colour(QRgb curve, const QColor& text) {
-  const auto mix = [](int a, int b) { return (2 * a + 3 * b) / 5; };
-  return QColor(mix(qRed(curve), text.red()), mix(qGreen(curve), text.green()),
-                mix(qBlue(curve), text.blue()));
 }
 
 void set_colours_of(QWidget* widget, const QColor& text, const QColor& behind) {
@@ -105,10 +102,15 @@ QWidget* frmdisplay::build_graph_page() {
   connect(Pic1, &GraphSurface::MouseDown, this, &frmdisplay::Pic1_MouseDown);
   connect(Pic1, &GraphSurface::cursor_step, this, &frmdisplay::Pic1_KeyDown);
   connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
+  connect(Pic1, &GraphSurface::chosen_changed, this, &frmdisplay::show_chosen);
+  connect(Pic1, &GraphSurface::sample_wanted, this,
+          [this](int sample) { stop_at_first_failure([&] { move_cursor(sample); }); });
+  connect(Pic1, &GraphSurface::copy_wanted, this, &frmdisplay::copy_graph);
   Slider1 = new QSlider(Qt::Horizontal, page);
   Slider1->setObjectName(QStringLiteral("Slider1"));
   Slider1->setAccessibleName(QStringLiteral("Position in the Recording"));
   Slider1->setMaximum(0);
+  Slider1->installEventFilter(this);
   connect(Slider1, &QSlider::valueChanged, this, &frmdisplay::RedrawGraph);
   build_graph_labels(*page);
   build_cursor();
@@ -141,6 +143,10 @@ void frmdisplay::build_graph_labels(QWidget& page) {
     Line1[c]->setFrameShape(QFrame::Box);
     Line1[c]->setAutoFillBackground(true);
     Line1[c]->hide();
+    for (QWidget* part : legend_of(c)) {
+      part->installEventFilter(this);
+      part->setCursor(Qt::PointingHandCursor);
+    }
     QFont font = Label3[c + 8]->font();
     font.setBold(true);
     font.setPointSizeF(font.pointSizeF() * 1.2);
@@ -190,6 +196,11 @@ void frmdisplay::build_sheet() {
   MSFlG1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   MSFlG1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   MSFlG1->setModel(model);
+  connect(MSFlG1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this](const QModelIndex& row) {
+            if (selecting_ || !cursor_shown_ || !row.isValid()) return;
+            stop_at_first_failure([&] { move_cursor(row.row()); });
+          });
   // The widths of the design, unless the font makes a time or a heading wider.
   QHeaderView& headings = *MSFlG1->horizontalHeader();
   headings.setHighlightSections(false);
@@ -203,21 +214,30 @@ void frmdisplay::build_sheet() {
 }
 
 // Texts of a channel carry its colour, darkened or lightened towards the text colour so that even
-// yellow can be read; the curves and swatches have the colours themselves.
+// yellow can be read, inside the graph on any curve too; curves and swatches have the colours
+// themselves.
 void frmdisplay::set_colours() {
   const QColor window_text = palette().color(QPalette::WindowText);
   const QColor window = palette().color(QPalette::Window);
   const QColor text = palette().color(QPalette::Text);
-  const auto behind = [base = palette().color(QPalette::Base)](int opacity) {
+  const QColor base = palette().color(QPalette::Base);
+  const auto behind = [&base](int opacity) {
     return QColor(base.red(), base.green(), base.blue(), opacity);
   };
+  std::vector<QColor> backgrounds = {window, base};
+  for (const QRgb curve : curve_colours) {
+    backgrounds.push_back(seen_through(base, scale_opacity / 255.0, QColor(curve)));
+  }
   for (std::size_t c = 0; c < 4; ++c) {
-    const QColor readable = readable_colour(curve_colours[c], window_text);
+    const QColor most_coloured = seen_through(window_text, text_share, QColor(curve_colours[c]));
+    const QColor outside =
+        readable_colour(most_coloured, window_text, std::span(backgrounds).first(1));
+    const QColor inside = readable_colour(most_coloured, window_text, backgrounds);
     for (std::size_t k = 0; k < 9; ++k) {
-      set_colours_of(Label4[9 * c + k], readable, behind(scale_opacity));
+      set_colours_of(Label4[9 * c + k], c < 2 ? outside : inside, behind(scale_opacity));
     }
-    for (const std::size_t i : {c, c + 4, c + 8}) set_colours_of(Label3[i], readable, window);
-    set_colours_of(Line1[c], readable, QColor(curve_colours[c]));
+    for (const std::size_t i : {c, c + 4, c + 8}) set_colours_of(Label3[i], outside, window);
+    set_colours_of(Line1[c], outside, QColor(curve_colours[c]));
   }
   set_colours_of(Line2, text, text);
   set_colours_of(Label5, text, behind(time_opacity));
@@ -268,22 +288,59 @@ void frmdisplay::arrange() {
 
 // The time hangs between the lowest two labels of an inner scale, of which the last stands inside.
 void frmdisplay::place_cursor() {
-  const bool shown = !Label5->text().isEmpty();
-  Line2->setVisible(shown);
-  Label5->setVisible(shown);
-  if (!shown) return;
+  Line2->setVisible(cursor_shown_);
+  Label5->setVisible(cursor_shown_ && !Label5->text().isEmpty());
+  if (!cursor_shown_) return;
   const float x = cursor_x();
-  const float left = time_label_left(x, Pic1->twips_width());
   Line2->setGeometry(Pic1->pixel(x), 0, 1, Pic1->height());
-  const int height = Label5->heightForWidth(time_label_width);
+  // As wide as its longest word, be it wider than the step to the cursor's left.
+  const int width = std::max(time_label_width, Label5->minimumSizeHint().width());
+  const int height = Label5->heightForWidth(width);
   const int middle = Pic1->height() * 15 / 16 - texts_.line / 4;
-  Label5->setGeometry(qRound(left / twips_per_pixel), middle - height / 2, time_label_width,
-                      height);
+  const int left = qRound(time_label_left(x, Pic1->twips_width()) / twips_per_pixel);
+  Label5->setGeometry(std::max(0, std::min(left, Pic1->width() - width)), middle - height / 2,
+                      width, height);
 }
 
 bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize) arrange();
+  if (watched == Slider1) {
+    return event->type() == QEvent::KeyPress &&
+           Slider1_KeyDown(static_cast<QKeyEvent*>(event)->key());
+  }
+  if (event->type() == QEvent::MouseButtonPress) {
+    for (std::size_t c = 0; c < Line1.size(); ++c) {
+      const auto parts = legend_of(c);
+      if (std::find(parts.begin(), parts.end(), watched) != parts.end()) {
+        Pic1->choose(static_cast<int>(c));
+      }
+    }
+  } else if (event->type() == QEvent::Resize && watched == Pic1->parentWidget()) {
+    arrange();
+  }
   return ChildWindow::eventFilter(watched, event);
+}
+
+// The swatch, the legend and the value of a channel slot.
+std::array<QWidget*, 3> frmdisplay::legend_of(std::size_t slot) const {
+  return {Line1[slot], Label3[slot + 4], Label3[slot + 8]};
+}
+
+// Underlined: a bold text would be wider, and the graph would move.
+void frmdisplay::show_chosen() {
+  for (std::size_t c = 0; c < Line1.size(); ++c) {
+    QFont font = Label3[c + 4]->font();
+    font.setUnderline(Pic1->chosen() == static_cast<int>(c));
+    Label3[c + 4]->setFont(font);
+  }
+}
+
+// The graph with its scales, legend and times, as it stands in the window.
+void frmdisplay::copy_graph() const {
+  QList<QWidget*> parts = {Pic1, Label1, Label2};
+  for (std::size_t i = 0; i < 18; ++i) parts << Label4[i];
+  for (QLabel* text : Label3) parts << text;
+  for (QFrame* swatch : Line1) parts << swatch;
+  copy_picture(parts);
 }
 
 void frmdisplay::changeEvent(QEvent* event) {

@@ -1,7 +1,6 @@
 #include "views/graph_picture.h"
 
-#include <algorithm>
-
+#include "views/curve_columns.h"
 #include "views/graph_view.h"
 
 namespace {
@@ -11,24 +10,74 @@ constexpr int grid_cells = 16;
 // apart.
 constexpr float channel_step_twips = 3.0F;
 
-// From the middle of the first pixel to the middle of the last.
-float pixels_per_twip(int pixels, float twips) {
-  return static_cast<float>(pixels - 1) / twips;
+// Half the curve's colour and half the background's.
+QRgb pale(QRgb colour, QRgb background) {
+  return qRgb((qRed(colour) + qRed(background)) / 2, (qGreen(colour) + qGreen(background)) / 2,
+              (qBlue(colour) + qBlue(background)) / 2);
 }
 
-// Lets each curve pixel cover its right, lower and lower right neighbour where there is no curve.
-// From the end backwards: what is read has not been changed yet.
-void thicken(QImage& layer) {
-  const qsizetype stride = layer.bytesPerLine() / qsizetype{sizeof(QRgb)};
-  auto* pixels = reinterpret_cast<QRgb*>(layer.bits());
-  for (int y = layer.height() - 1; y >= 0; --y) {
-    QRgb* row = pixels + y * stride;
-    const QRgb* above = y > 0 ? row - stride : row;
-    for (int x = layer.width() - 1; x > 0; --x) {
-      const QRgb neighbour = row[x - 1] ? row[x - 1] : above[x] ? above[x] : above[x - 1];
-      row[x] = row[x] ? row[x] : neighbour;
+// What a curve covers in each column.
+std::vector<Rows> rows_of(const GraphCurves& curves, int slot, const PictureSize& size) {
+  SlotColours only = {};
+  only[static_cast<std::size_t>(slot)] = curve_colours[static_cast<std::size_t>(slot)];
+  CurveColumns columns(curves, only, size);
+  std::vector<Rows> rows;
+  for (int x = 0; x < size.pixels.width(); ++x) rows.push_back(columns.pass_next());
+  return rows;
+}
+
+// All that is no farther than `margin` pixels from the curve, to the sides and up and down.
+PixelRuns band_around(const std::vector<Rows>& curve, int margin, QRgb colour, QSize size) {
+  PixelRuns band(size, 1);
+  std::vector<Rows> near;
+  for (int x = 0; x < size.width(); ++x) {
+    near.clear();
+    for (int k = std::max(x - margin, 0); k <= std::min(x + margin, size.width() - 1); ++k) {
+      const Rows& rows = curve[static_cast<std::size_t>(k)];
+      if (!rows.empty()) near.push_back({rows.first - margin, rows.last + margin});
     }
-    row[0] = row[0] ? row[0] : above[0];
+    std::sort(near.begin(), near.end(), [](Rows a, Rows b) { return a.first < b.first; });
+    int free_from = 0;
+    for (const Rows& rows : near) {
+      const Rows rest = common(rows, {free_from, size.height() - 1});
+      if (rest.empty()) continue;
+      band.add(x, rest, colour);
+      free_from = rest.last + 1;
+    }
+  }
+  return band;
+}
+
+// A row of the grid between its lines across, and one of those lines.
+struct GridRows {
+  GridRows(const PictureSize& size, QRgb background)
+      : between(static_cast<std::size_t>(size.pixels.width()), background),
+        line(between.size(), grid_colour),
+        is_line(static_cast<std::size_t>(size.pixels.height())) {
+    for (const int first : grid_lines(size.pixels.width(), size.width, size.line)) {
+      std::fill_n(between.begin() + first, size.line, grid_colour);
+    }
+    for (const int first : grid_lines(size.pixels.height(), size.height, size.line)) {
+      std::fill_n(is_line.begin() + first, size.line, true);
+    }
+  }
+  std::vector<QRgb> between;
+  std::vector<QRgb> line;
+  std::vector<bool> is_line;
+};
+
+// The layers over each other and over the grid, the lowest first.
+void compose(QImage& image, const PictureSize& size, QRgb background, std::span<PixelRuns> layers) {
+  const GridRows grid(size, background);
+  for (int y = 0; y < image.height(); ++y) {
+    const std::span row(reinterpret_cast<QRgb*>(image.scanLine(y)),
+                        static_cast<std::size_t>(image.width()));
+    std::span<const QRgb> below =
+        grid.is_line[static_cast<std::size_t>(y)] ? grid.line : grid.between;
+    for (PixelRuns& layer : layers) {
+      lay_over(row, layer.next_row(), below);
+      below = row;
+    }
   }
 }
 
@@ -53,17 +102,17 @@ void GraphCurves::take(const Recording& recording, std::int32_t start, std::int3
   }
 }
 
-PictureSize picture_size(QSize logical, double device_pixel_ratio) {
-  return {.pixels = (QSizeF(logical) * device_pixel_ratio).toSize(),
+PictureSize picture_size(QSize logical, QSize device, double device_pixel_ratio) {
+  return {.pixels = device,
           .width = static_cast<float>(logical.width() * twips_per_pixel),
           .height = static_cast<float>(logical.height() * twips_per_pixel),
-          .ratio = device_pixel_ratio};
+          .line = std::max(1, static_cast<int>(device_pixel_ratio))};
 }
 
 std::vector<int> sample_columns(int samples, const PictureSize& size, int span) {
   std::vector<int> columns(static_cast<std::size_t>(samples));
   const double last = std::max(samples, span) - 1.0;
-  const float across = pixels_per_twip(size.pixels.width(), size.width);
+  const float across = pixels_per_twip(size.pixels.width(), size.width, size.line);
   for (int i = 0; i < samples; ++i) {
     columns[static_cast<std::size_t>(i)] = whole_pixel(sample_x(i, last, size.width), across);
   }
@@ -75,22 +124,15 @@ ValueRows::ValueRows(const GraphCurves::Channel& channel, int slot, const Pictur
       range_(channel.high - channel.low),
       height_(size.height),
       offset_(channel_step_twips * static_cast<float>(slot)),
-      pixels_per_twip_(pixels_per_twip(size.pixels.height(), size.height)) {}
+      pixels_per_twip_(pixels_per_twip(size.pixels.height(), size.height, size.line)) {}
 
-void draw_grid(QImage& image, const PictureSize& size, QRgb background) {
-  std::vector<QRgb> row(static_cast<std::size_t>(image.width()), background);
-  const auto line = [](int k, int pixels, float twips) {
+std::vector<int> grid_lines(int pixels, float twips, int line) {
+  std::vector<int> first;
+  for (int k = 0; k <= grid_cells; ++k) {
     const float place = static_cast<float>(k) / grid_cells * twips;
-    return whole_pixel(place, pixels_per_twip(pixels, twips));
-  };
-  for (int k = 0; k <= grid_cells; ++k) {
-    row[static_cast<std::size_t>(line(k, image.width(), size.width))] = grid_colour;
+    first.push_back(whole_pixel(place, pixels_per_twip(pixels, twips, line)));
   }
-  const auto pixels = [&image](int y) { return reinterpret_cast<QRgb*>(image.scanLine(y)); };
-  for (int y = 0; y < image.height(); ++y) std::copy(row.begin(), row.end(), pixels(y));
-  for (int k = 0; k <= grid_cells; ++k) {
-    std::fill_n(pixels(line(k, image.height(), size.height)), image.width(), grid_colour);
-  }
+  return first;
 }
 
 GraphCurves& GraphPicture::new_curves() {
@@ -98,39 +140,36 @@ GraphCurves& GraphPicture::new_curves() {
   return curves_;
 }
 
-void GraphPicture::draw(QImage& image, const PictureSize& size, QRgb background) {
-  if (!has_curves_) {
-    image.fill(background);
+void GraphPicture::draw(QImage& image, const PictureSize& size,
+                        const PictureColours& colours) const {
+  if (!has_curves_ || image.width() < size.line || image.height() < size.line) {
+    image.fill(colours.background);
     return;
   }
-  const bool same_columns = size_ == size &&
-                            columns_.size() == static_cast<std::size_t>(curves_.samples()) &&
-                            columns_span_ == curves_.span;
-  if (!same_columns) columns_ = sample_columns(curves_.samples(), size, curves_.span);
-  columns_span_ = curves_.span;
-  if (size_ != size || background_ != background || grid_.isNull()) {
-    grid_ = QImage(size.pixels, QImage::Format_RGB32);
-    draw_grid(grid_, size, background);
+  const bool one_forward = forward_ && *forward_ < static_cast<int>(curves_.channels.size());
+  if (one_forward) {
+    draw_one_forward(image, size, colours);
+    return;
   }
-  size_ = size;
-  background_ = background;
-  if (size.ratio < 2) {
-    std::copy_n(grid_.constBits(), grid_.sizeInBytes(), image.bits());
-    draw_curves(image, curves_, columns_, size);
-  } else {
-    draw_thick_curves(image);
-  }
+  std::array layers = {PixelRuns(size.pixels, size.line)};
+  CurveColumns columns(curves_, curve_colours, size);
+  for (int x = 0; x < image.width(); ++x) columns.draw_next(layers[0]);
+  compose(image, size, colours.background, layers);
 }
 
-// On a screen whose pixels are twice as small or smaller, a line of one of them could hardly be
-// seen: the curves are drawn on a layer of their own and made as many pixels wide as make up one
-// pixel of the window.
-void GraphPicture::draw_thick_curves(QImage& image) const {
-  std::fill_n(image.bits(), image.sizeInBytes(), uchar{0});
-  draw_curves(image, curves_, columns_, size_);
-  for (int width = 1; width < static_cast<int>(size_.ratio); ++width) thicken(image);
-  const auto* grid = reinterpret_cast<const QRgb*>(grid_.constBits());
-  auto* pixel = reinterpret_cast<QRgb*>(image.bits());
-  const qsizetype count = image.sizeInBytes() / qsizetype{sizeof(QRgb)};
-  for (qsizetype i = 0; i < count; ++i) pixel[i] = pixel[i] ? pixel[i] : grid[i];
+// The others one device pixel wide, and the chosen one over them.
+void GraphPicture::draw_one_forward(QImage& image, const PictureSize& size,
+                                    const PictureColours& colours) const {
+  const auto slot = static_cast<std::size_t>(*forward_);
+  SlotColours others;
+  std::transform(curve_colours.begin(), curve_colours.end(), others.begin(),
+                 [&](QRgb colour) { return pale(colour, colours.background); });
+  others[slot] = 0;
+  const std::vector<Rows> chosen = rows_of(curves_, *forward_, size);
+  std::array layers = {PixelRuns(size.pixels, 1),
+                       band_around(chosen, 2 * size.line, colours.edge, size.pixels),
+                       band_around(chosen, size.line, curve_colours[slot], size.pixels)};
+  CurveColumns columns(curves_, others, size);
+  for (int x = 0; x < image.width(); ++x) columns.draw_next(layers[0]);
+  compose(image, size, colours.background, layers);
 }

@@ -1,5 +1,5 @@
-// The picture of the historical graph: grid and curves, drawn from the values that the last redraw
-// took, whatever has become of the Recording since.
+// The picture of the graph: grid and curves, drawn from the values that the last redraw took,
+// whatever has become of the Recording since.
 #pragma once
 
 #include <QImage>
@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <vector>
 
 #include "app/recording.h"
@@ -18,7 +19,7 @@ inline constexpr std::array<QRgb, Recording::max_channels> curve_colours = {
 inline constexpr QRgb grid_colour = qRgb(200, 200, 200);
 
 // What a redraw shows: the values of the view's samples, channel by channel, and the values at the
-// top and the bottom edge of the graph.
+// top and the bottom edge of the graph. Without channels the grid alone is drawn.
 struct GraphCurves {
   struct Channel {
     std::vector<float> values;
@@ -37,17 +38,23 @@ struct GraphCurves {
   void take(const Recording& recording, std::int32_t start, std::int32_t count);
 };
 
-// A picture's size in whole device pixels, and in twips.
+// A picture's size in device pixels and in twips.
 struct PictureSize {
   QSize pixels;
   float width = 0;
   float height = 0;
-  // Device pixels in a pixel of the window.
-  double ratio = 1;
-
-  bool operator==(const PictureSize&) const = default;
+  // Width in device pixels of the grid's and the curves' lines: a pixel of the window, but at least
+  // one of the device.
+  int line = 1;
 };
-PictureSize picture_size(QSize logical, double device_pixel_ratio);
+// `logical` is the size in pixels of the window.
+PictureSize picture_size(QSize logical, QSize device, double device_pixel_ratio);
+
+// Device pixels to the twip along a side of the picture. The lines of the first and the last place
+// fill the picture's edges.
+inline float pixels_per_twip(int pixels, float twips, int line) {
+  return static_cast<float>(pixels - line) / twips;
+}
 
 // Twips to the nearest whole pixel, ties to the right and downwards. A place more than a million
 // pixels away is put there: whole numbers stay exact in single precision, and the slope of a line
@@ -82,33 +89,36 @@ class ValueRows {
   float pixels_per_twip_;
 };
 
-// Background and grid over the whole image.
-void draw_grid(QImage& image, const PictureSize& size, QRgb background);
+// The first pixel of each line of the grid along a side of the picture.
+std::vector<int> grid_lines(int pixels, float twips, int line);
 
-// The same pixels as a line from each sample to the next, one pixel wide, sample after sample and
-// within it channel after channel; but where samples share a column only what remains visible in
-// the end is written. `columns` is sample_columns() of the view; the image is one of 32 bits a
-// pixel and of this size.
-void draw_curves(QImage& image, const GraphCurves& curves, const std::vector<int>& columns,
-                 const PictureSize& size);
+struct PictureColours {
+  QRgb background;
+  // Edge of the curve that is brought forward.
+  QRgb edge;
+};
 
-// Draws the picture; what does not change from one time to the next is kept.
+// Keeps the curves and draws them as often as they are wanted.
 class GraphPicture {
  public:
-  // The curves to show from now on, to be filled by the caller. Without any the picture is empty,
-  // without a grid.
+  // The curves to show from now on, to be filled by the caller. Before the first call the picture
+  // is empty, without a grid.
   GraphCurves& new_curves();
+  const GraphCurves& curves() const { return curves_; }
+
+  // The channel slot whose curve is drawn wide, with an edge, over the others, which are drawn
+  // thin and pale; none: all alike.
+  void bring_forward(std::optional<int> slot) { forward_ = slot; }
+  std::optional<int> forward() const { return forward_; }
+
   // Fills an image of 32 bits a pixel that has this size.
-  void draw(QImage& image, const PictureSize& size, QRgb background);
+  void draw(QImage& image, const PictureSize& size, const PictureColours& colours) const;
 
  private:
-  void draw_thick_curves(QImage& image) const;
+  void draw_one_forward(QImage& image, const PictureSize& size,
+                        const PictureColours& colours) const;
 
   GraphCurves curves_;
   bool has_curves_ = false;
-  std::vector<int> columns_;
-  int columns_span_ = 0;
-  QImage grid_;
-  PictureSize size_;
-  QRgb background_ = 0;
+  std::optional<int> forward_;
 };

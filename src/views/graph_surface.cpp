@@ -1,10 +1,14 @@
 #include "views/graph_surface.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QWheelEvent>
 
 #include <optional>
+
+#include "views/graph_accessible.h"
 
 namespace {
 
@@ -29,15 +33,34 @@ std::optional<CursorStep> step_of(int key) {
   }
 }
 
+// Stands around the graph and not in it, where it would hide the first and the last samples.
+class GraphFocus final : public QFocusFrame {
+ public:
+  using QFocusFrame::QFocusFrame;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    constexpr int width = 2;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), width, Qt::SolidLine, Qt::SquareCap,
+                        Qt::MiterJoin));
+    painter.drawRect(rect().adjusted(width / 2, width / 2, -width / 2, -width / 2));
+  }
+};
+
 }  // namespace
 
 GraphSurface::GraphSurface(QWidget* parent)
     : PictureBox(
           [this](QImage& image) {
-            picture_.draw(image, picture_size(size(), devicePixelRatioF()),
-                          palette().color(QPalette::Base).rgb());
+            const PictureColours colours = {palette().color(QPalette::Base).rgb(),
+                                            palette().color(QPalette::Text).rgb()};
+            picture_.draw(image, picture_size(size(), image.size(), devicePixelRatioF()), colours);
           },
-          parent) {
+          parent),
+      focus_frame_(new GraphFocus(this)) {
+  focus_frame_->hide();
+  make_graph_accessible();
   setFocusPolicy(Qt::StrongFocus);
   connect(this, &PictureBox::mouse_down, this, [this](double x) { Q_EMIT MouseDown(place_of(x)); });
 }
@@ -53,18 +76,39 @@ int GraphSurface::pixel(float x_twips) const {
 
 // The counterpart of where samples are drawn: the picture's edges are its first and last column.
 float GraphSurface::place_of(double x_pixel) const {
-  const double column = x_pixel * devicePixelRatioF();
-  const int last = picture_size(size(), devicePixelRatioF()).pixels.width() - 1;
-  const double part = std::clamp(column / std::max(1, last), 0.0, 1.0);
-  return static_cast<float>(part) * twips_width();
+  const double ratio = devicePixelRatioF();
+  const PictureSize drawn = picture_size(size(), (QSizeF(size()) * ratio).toSize(), ratio);
+  const double last = std::max(1, drawn.pixels.width() - drawn.line);
+  return static_cast<float>(std::clamp(x_pixel * ratio / last, 0.0, 1.0)) * twips_width();
 }
 
-void GraphSurface::paintEvent(QPaintEvent* event) {
-  PictureBox::paintEvent(event);
-  if (!hasFocus()) return;
-  QPainter painter(this);
-  painter.setPen(palette().color(QPalette::Highlight));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+void GraphSurface::show_value(const GraphValue& value) {
+  const bool moved = value.sample != value_.sample;
+  value_ = value;
+  if (!moved) return;
+  QAccessibleValueChangeEvent event(this, value.sample);
+  QAccessible::updateAccessibility(&event);
+}
+
+void GraphSurface::choose(int slot) {
+  if (slot >= static_cast<int>(channels())) return;
+  bring_forward(chosen() == slot ? std::nullopt : std::optional(slot));
+}
+
+void GraphSurface::bring_forward(std::optional<int> slot) {
+  picture_.bring_forward(slot);
+  redraw();
+  Q_EMIT chosen_changed();
+}
+
+void GraphSurface::focusInEvent(QFocusEvent* event) {
+  focus_frame_->setWidget(this);
+  PictureBox::focusInEvent(event);
+}
+
+void GraphSurface::focusOutEvent(QFocusEvent* event) {
+  focus_frame_->setWidget(nullptr);
+  PictureBox::focusOutEvent(event);
 }
 
 void GraphSurface::changeEvent(QEvent* event) {
@@ -82,9 +126,32 @@ void GraphSurface::wheelEvent(QWheelEvent* event) {
 }
 
 void GraphSurface::keyPressEvent(QKeyEvent* event) {
-  if (const auto step = step_of(event->key())) {
+  if (!press(*event)) PictureBox::keyPressEvent(event);
+}
+
+// False for a key that means nothing here.
+bool GraphSurface::press(const QKeyEvent& key) {
+  if (key.matches(QKeySequence::Copy)) {
+    Q_EMIT copy_wanted();
+  } else if (const auto step = step_of(key.key())) {
     Q_EMIT cursor_step(*step);
+  } else if (key.key() == Qt::Key_Plus || key.key() == Qt::Key_Minus) {
+    Q_EMIT zoom_step(key.key() == Qt::Key_Plus);
+  } else if (key.key() >= Qt::Key_1 && key.key() <= Qt::Key_4) {
+    choose(key.key() - Qt::Key_1);
+  } else if (key.key() == Qt::Key_Escape && chosen()) {
+    bring_forward(std::nullopt);
   } else {
-    QWidget::keyPressEvent(event);
+    return false;
   }
+  return true;
+}
+
+void GraphSurface::contextMenuEvent(QContextMenuEvent* event) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  QAction* copy = menu->addAction(QStringLiteral("Copy"));
+  copy->setShortcut(QKeySequence::Copy);
+  connect(copy, &QAction::triggered, this, &GraphSurface::copy_wanted);
+  menu->popup(event->globalPos());
 }

@@ -1,6 +1,7 @@
 #include "views/graph_view.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/errors.h"
 #include "base/numbers.h"
@@ -46,9 +47,12 @@ float cursor_x(std::int32_t sample, float width, std::int32_t view_count) {
   return sample_x(sample, view_count - 1.0, width);
 }
 
-std::int32_t stepped(CursorStep step, std::int32_t sample, std::int32_t view_count) {
-  const std::int32_t page = std::max(1, to_int32(view_count / 10.0));
-  const std::int32_t last = std::max(0, view_count - 1);
+std::int32_t page_of(std::int32_t view_count) {
+  return std::max(1, to_int32(view_count / 10.0));
+}
+
+std::int32_t stepped(CursorStep step, std::int32_t sample, std::int32_t page, std::int32_t count) {
+  const std::int32_t last = std::max(0, count - 1);
   switch (step) {
     case CursorStep::sample_back:
       return std::clamp(sample - 1, 0, last);
@@ -74,6 +78,16 @@ QString scale_label(float high, float low, int row) {
   return fixed2(low + (high - low) * static_cast<float>(scale_steps - row) / scale_steps);
 }
 
+namespace {
+
+// Single precision has an end, and a scale beyond it cannot be drawn.
+float finite(float value) {
+  if (!std::isfinite(value)) throw RunTimeError("overflow");
+  return value;
+}
+
+}  // namespace
+
 ChannelScale channel_scale(std::span<const float> values,
                            const std::optional<ScaleLimits>& limits) {
   auto [bottom, top] = extremes_of(values);
@@ -85,7 +99,10 @@ ChannelScale channel_scale(std::span<const float> values,
     bottom -= automatic_margin;
   }
   ChannelScale scale;
-  if (top - bottom >= narrow_range) {
+  // The last step is the largest number on the way to a label.
+  const float range = finite(top - bottom);
+  if (range >= narrow_range) {
+    static_cast<void>(finite(range * scale_steps));
     for (int row = 0; row <= scale_steps; ++row) {
       scale.labels[static_cast<std::size_t>(row)] = scale_label(top, bottom, row);
     }

@@ -36,8 +36,11 @@ float cursor_x(std::int32_t sample, float width, std::int32_t view_count);
 // How the keys move the cursor.
 enum class CursorStep { sample_back, sample_on, page_back, page_on, start, end };
 
-// The sample of the view that a step from `sample` leads to; a page is a tenth of the view.
-std::int32_t stepped(CursorStep step, std::int32_t sample, std::int32_t view_count);
+// What Page Up and Page Down move by: a tenth of the view, at least a sample.
+std::int32_t page_of(std::int32_t view_count);
+
+// The sample of 0..`count` - 1 that a step from `sample` leads to.
+std::int32_t stepped(CursorStep step, std::int32_t sample, std::int32_t page, std::int32_t count);
 
 // The left edge of the time shown at the cursor, in twips: at the cursor, or a fixed width to the
 // left of it where it would run out of the graph.
@@ -64,5 +67,6 @@ struct ScaleLimits {
 };
 
 // The scale of one channel whose samples in view have these `values`, at least one: from their
-// extremes with a margin, or as `limits` say.
+// extremes with a margin, or as `limits` say. Throws RunTimeError where single precision is too
+// short for it.
 ChannelScale channel_scale(std::span<const float> values, const std::optional<ScaleLimits>& limits);

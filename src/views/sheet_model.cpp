@@ -52,7 +52,7 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
   return QString(name[slot] + u'(' + unit[slot] + u')');
 }
 
-QString selection_text(const QItemSelection& selection) {
+QString selection_text(const QItemSelection& selection, Headings headings) {
   std::set<int> rows;
   std::set<int> columns;
   const QAbstractItemModel* model = nullptr;
@@ -62,19 +62,25 @@ QString selection_text(const QItemSelection& selection) {
     for (int column = range.left(); column <= range.right(); ++column) columns.insert(column);
   }
   if (!model) return {};
-  std::erase_if(columns, [model](int column) {
-    return model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty();
-  });
+  const auto heading = [model](int column) {
+    return model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+  };
+  std::erase_if(columns, [&](int column) { return heading(column).isEmpty(); });
   QString text;
-  for (const int row : rows) {
+  const auto add_line = [&](const auto& cell) {
     QString separator;
     for (const int column : columns) {
-      const QModelIndex index = model->index(row, column);
-      text += separator;
-      if (selection.contains(index)) text += index.data(Qt::DisplayRole).toString();
+      text += separator + cell(column);
       separator = QStringLiteral("\t");
     }
     text += u'\n';
+  };
+  if (headings == Headings::first) add_line(heading);
+  for (const int row : rows) {
+    add_line([&](int column) {
+      const QModelIndex index = model->index(row, column);
+      return selection.contains(index) ? index.data(Qt::DisplayRole).toString() : QString();
+    });
   }
   text.chop(1);
   return text;

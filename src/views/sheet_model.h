@@ -27,6 +27,9 @@ class SheetModel final : public QAbstractTableModel {
   int channels_;
 };
 
-// The selected cells as text: tabs between columns, a line a row. Cells of a selected row and
-// column that are not selected themselves stay empty; columns without a heading are left out.
-QString selection_text(const QItemSelection& selection);
+enum class Headings { left_out, first };
+
+// The selected cells as text: tabs between columns, a line a row, the headings in the first one
+// where they are wanted. Cells of a selected row and column that are not selected themselves stay
+// empty; columns without a heading are left out.
+QString selection_text(const QItemSelection& selection, Headings headings);

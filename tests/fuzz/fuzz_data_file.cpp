@@ -14,7 +14,7 @@ namespace {
 void show(Recording& recording) {
   holds([&] { compute_statistics(recording); });
   information_rows(recording);
-  const PictureSize size = picture_size({64, 48}, 1);
+  const PictureSize size = picture_size({64, 48}, {64, 48}, 1);
   GraphPicture picture;
   GraphCurves& curves = picture.new_curves();
   curves.span = recording.held_samples();
@@ -28,7 +28,7 @@ void show(Recording& recording) {
     }
   });
   QImage image(size.pixels, QImage::Format_RGB32);
-  picture.draw(image, size, 0xFFFFFFFF);
+  picture.draw(image, size, {0xFFFFFFFF, 0xFF000000});
 }
 
 // A name of our own: several fuzzers may run at a time.

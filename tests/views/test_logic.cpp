@@ -13,6 +13,7 @@
 namespace {
 
 constexpr QRgb white = qRgb(255, 255, 255);
+constexpr QRgb black = qRgb(0, 0, 0);
 
 // By `kind`: noise, smooth, steps, spikes far outside, the same in all channels.
 GraphCurves curves(std::size_t kind, int samples, int channels, unsigned seed) {
@@ -31,10 +32,8 @@ GraphCurves curves(std::size_t kind, int samples, int channels, unsigned seed) {
   return result;
 }
 
-QImage blank(const PictureSize& size) {
-  QImage image(size.pixels, QImage::Format_RGB32);
-  image.fill(white);
-  return image;
+PictureSize sized(QSize logical, double ratio) {
+  return picture_size(logical, (QSizeF(logical) * ratio).toSize(), ratio);
 }
 
 }  // namespace
@@ -42,27 +41,51 @@ QImage blank(const PictureSize& size) {
 class TestViewsLogic : public QObject {
   Q_OBJECT
  private Q_SLOTS:
+  // Also with limits turned over, curves that leave the picture, and screens of all kinds.
   void same_pixels_as_the_plain_drawing() {
     unsigned seed = 0;
-    for (const QSize size : {QSize(513, 510), {97, 300}, {7, 5}, {1, 9}, {9, 1}}) {
+    for (const QSize size : {QSize(113, 110), {97, 50}, {7, 5}, {1, 9}, {9, 1}}) {
       for (const int samples : {2, 5, size.width() + 1, 2 * size.width() + 1, 9 * size.width()}) {
         for (std::size_t kind = 0; kind < 5; ++kind) {
-          const int channels = 1 + static_cast<int>(++seed % 4);
-          const GraphCurves all = curves(kind, std::max(2, samples), channels, seed);
-          const PictureSize picture = picture_size(size, seed % 3 == 0 ? 1.25 : 1);
-          QImage plain = blank(picture);
-          draw_curves_plainly(plain, all, picture);
-          QVERIFY(kind > 0 || plain != blank(picture));
-          QImage ours = blank(picture);
-          draw_curves(ours, all, sample_columns(all.samples(), picture), picture);
-          QVERIFY2(ours == plain, qPrintable(QStringLiteral("seed %1").arg(seed)));
+          for (const auto& [high, low] : {std::pair{120.0F, -40.0F}, {-40, 120}, {30, 60}}) {
+            GraphPicture picture;
+            GraphCurves& all = picture.new_curves();
+            ++seed;
+            all = curves(kind, std::max(2, samples), 1 + static_cast<int>(seed % 4), seed);
+            for (GraphCurves::Channel& channel : all.channels)
+              channel = {channel.values, high, low};
+            const PictureSize picture_size = sized(size, std::array{1.0, 1.25, 2.0, 3.0}[seed % 4]);
+            if (picture_size.pixels.width() < 4 || picture_size.pixels.height() < 4) continue;
+            QImage ours(picture_size.pixels, QImage::Format_RGB32);
+            picture.draw(ours, picture_size, {white, black});
+            QVERIFY2(ours == plain_picture(all, picture_size, white),
+                     qPrintable(QStringLiteral("seed %1").arg(seed)));
+          }
         }
       }
     }
   }
 
+  // A line of its own of three pixels, with an edge of one; the others thin and pale below it.
+  void curve_brought_forward() {
+    GraphPicture picture;
+    picture.new_curves().channels = {{{5, 5}, 10, 0}, {{5, 5}, 10, 0}};
+    picture.bring_forward(0);
+    QImage image(100, 101, QImage::Format_RGB32);
+    picture.draw(image, sized(image.size(), 1), {white, black});
+    QString column;
+    for (int y = 46; y < 55; ++y) {
+      const QRgb colour = image.pixel(33, y);
+      column += colour == white             ? u'.'
+                : colour == black           ? u'e'
+                : colour == qRgb(255, 0, 0) ? u'r'
+                                            : u'?';
+    }
+    QCOMPARE(column, "..errre..");
+  }
+
   void points_of_the_picture() {
-    const PictureSize size = picture_size({513, 510}, 1);
+    const PictureSize size = sized({513, 510}, 1);
     QCOMPARE(sample_columns(3, size), std::vector<int>({0, 256, 512}));
     const ValueRows row_of({{}, 120, -40}, 0, size);
     QCOMPARE(row_of(120), 0);
@@ -70,8 +93,11 @@ class TestViewsLogic : public QObject {
     for (const float above : {121.0F, 3e38F, std::nanf("")}) QVERIFY(row_of(above) < 0);
     // Where a device pixel is a twip, channels lie three of them apart.
     const GraphCurves::Channel channel{{}, 10, 0};
-    const PictureSize fine = picture_size({100, 100}, 15);
+    PictureSize fine = sized({100, 100}, 15);
+    fine.line = 1;
     QCOMPARE(ValueRows(channel, 3, fine)(3.3F), ValueRows(channel, 0, fine)(3.3F) + 9);
+    // Lines of two device pixels end at the picture's edge.
+    QCOMPARE(sample_columns(3, sized({513, 510}, 2)), std::vector<int>({0, 512, 1024}));
   }
 
   // Ties go to even.
@@ -102,6 +128,9 @@ class TestViewsLogic : public QObject {
     QCOMPARE(scale({{10, 30}}), "29.5 to 10.5: 10.50,,,,,,,,29.50");
     QCOMPARE(scale({{0.08F, 0}}), "0 to 0.08: 0.08,0.07,0.06,0.05,0.04,0.03,0.02,0.01,0.00");
     QCOMPARE(scale({{0.0799F, 0}}), "-0.5 to 0.5799: 0.58,,,,,,,,-0.50");
+    for (const ScaleLimits& beyond : {ScaleLimits{3e38F, -3e38F}, {-3e38F, 3e38F}, {1e38F, 0}}) {
+      QVERIFY_THROWS_EXCEPTION(RunTimeError, scale(beyond));
+    }
   }
 
   void statistics() {

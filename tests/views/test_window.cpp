@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QClipboard>
 #include <QTest>
 
@@ -61,6 +62,8 @@ class TestDisplay : public QObject {
     sheet.selectRow(2);
     sheet.selectionModel()->select(sheet.model()->index(0, 2), QItemSelectionModel::Select);
     QCOMPARE(copied(&sheet), "\t\t0.00\n3\t2026-03-01 08:02:00\t2.00");
+    sheet.actions().last()->trigger();
+    QVERIFY(QGuiApplication::clipboard()->text().startsWith("Number\tTime\tAir(C)\n\t\t0.00\n"));
     // The Tab key leads on, not from cell to cell.
     QTest::keyClick(&sheet, Qt::Key_Tab);
     QVERIFY(!sheet.hasFocus());
@@ -88,8 +91,7 @@ class TestDisplay : public QObject {
     open(101, 2);
     const int last = window_->Pic1->width() - 1;
     click_graph(last / 2);
-    QCOMPARE(window_->Pic1->accessibleDescription(),
-             "2026-03-01 08:50:00; Air C 50; Humidity %RH 150");
+    QCOMPARE(window_->Pic1->value().text, "2026-03-01 08:50:00; Air C 50; Humidity %RH 150");
     // It stays where it is when the view changes.
     window_->cmd_Click(1);
     window_->Slider1->setValue(10);
@@ -107,6 +109,100 @@ class TestDisplay : public QObject {
       at += window_->Label3[9]->text() + u' ';
     }
     QCOMPARE(at, "100 101 100 110 109 200 200 190 ");
+  }
+
+  // The view follows the cursor to any sample of the Recording, and the sheet's row is the same.
+  void cursor_leads_the_view() {
+    open(101, 1);
+    QVERIFY(!window_->MSFlG1->selectionModel()->hasSelection());
+    for (int k = 0; k < 7; ++k) QTest::keyClick(window_->Pic1, Qt::Key_Plus);
+    QCOMPARE(User::recording.ViewCount, 22);
+    QString seen;
+    for (const Qt::Key key : {Qt::Key_End, Qt::Key_Home, Qt::Key_PageUp, Qt::Key_PageDown}) {
+      QTest::keyClick(window_->Pic1, key);
+      seen += QString::number(window_->ViewStart) + u'/' + window_->Label3[8]->text() + u' ';
+    }
+    for (int k = 0; k < 20; ++k) QTest::keyClick(window_->Pic1, Qt::Key_Right);
+    seen += QString::number(window_->ViewStart) + u'/' + window_->Label3[8]->text();
+    QCOMPARE(seen, "79/100 0/0 0/0 0/2 1/22");
+    QCOMPARE(window_->MSFlG1->currentIndex().row(), 22);
+    window_->MSFlG1->selectRow(90);
+    QCOMPARE(window_->Label3[8]->text(), "90");
+    QCOMPARE(window_->ViewEnd, 90);
+    for (const Qt::Key key : {Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageUp}) {
+      QTest::keyClick(window_->Slider1, key);
+    }
+    QCOMPARE(window_->ViewStart, 71);
+    QTest::keyClick(window_->Pic1, Qt::Key_Minus);
+    QCOMPARE(User::recording.ViewCount, 28);
+  }
+
+  // A stamp can be empty; the cursor stands there all the same.
+  void cursor_without_a_time() {
+    open(3, 1);
+    User::recording.SampleTimes(1).clear();
+    click_graph(window_->Pic1->width() / 2);
+    QVERIFY(window_->Line2->isVisible() && !window_->Label5->isVisible());
+    QFont large = window_->font();
+    large.setPointSizeF(large.pointSizeF() * 2);
+    window_->Label5->setFont(large);
+    click_graph(window_->Pic1->width() - 1);
+    QVERIFY(window_->Label5->width() >= window_->Label5->minimumSizeHint().width());
+    QVERIFY(window_->Pic1->rect().contains(window_->Label5->geometry()));
+  }
+
+  // By the keys and by the legend, until it is ended; the copy is the graph with its scales.
+  void channel_brought_forward() {
+    open(50, 2);
+    const QImage before = window_->Pic1->grab().toImage();
+    const auto forward = [&] { return window_->Pic1->chosen().value_or(-1); };
+    QTest::keyClick(window_->Pic1, Qt::Key_3);
+    QCOMPARE(forward(), -1);
+    QTest::keyClick(window_->Pic1, Qt::Key_2);
+    QCOMPARE(forward(), 1);
+    QVERIFY(window_->Pic1->grab().toImage() != before);
+    QTest::keyClick(window_->Pic1, Qt::Key_Escape);
+    QTest::mouseClick(window_->Label3[4], Qt::LeftButton);
+    QCOMPARE(forward(), 0);
+    QTest::keyClick(window_->Pic1, Qt::Key_1);
+    QCOMPARE(window_->Pic1->grab().toImage(), before);
+    QTest::keyClick(window_->Pic1, Qt::Key_C, Qt::ControlModifier);
+    const QSize copied = QGuiApplication::clipboard()->image().size();
+    QVERIFY(copied.width() > before.width() && copied.height() > before.height());
+  }
+
+  void read_to_those_who_do_not_see() {
+    open(30, 2);
+    QAccessibleInterface* graph = QAccessible::queryAccessibleInterface(window_->Pic1);
+    QCOMPARE(graph->role(), QAccessible::SpinBox);
+    QCOMPARE(graph->text(QAccessible::Name), "Graph");
+    graph->valueInterface()->setCurrentValue(8);
+    QCOMPARE(graph->valueInterface()->currentValue().toInt(), 8);
+    QCOMPARE(graph->textInterface()->text(0, 99), "2026-03-01 08:07:00; Air C 7; Humidity %RH 107");
+  }
+
+  // The commands are there before the window is: they load it.
+  void commands_load_the_window() {
+    for (const auto command : {"in", "out", "limit", "setdisplaytime"}) {
+      open(20, 1);
+      shell_.unload_display();
+      const auto leave = when_shown<QDialog>([](QDialog& dialog) { dialog.reject(); });
+      world_.main.run(command);
+      QVERIFY(shell_.loaded_display());
+      QCOMPARE(User::recording.ViewCount, command == QByteArray("in") ? 16 : 20);
+    }
+  }
+
+  // Where a scale is beyond single precision the grid is empty and no number stands beside it.
+  void scale_without_end() {
+    open(20, 2);
+    User::DisplayLimitAuto[1] = 0;
+    User::DisplayLimit[2] = 3e38F;
+    User::DisplayLimit[3] = -3e38F;
+    window_->RedrawGraph();
+    QCOMPARE(window_->Label4[0]->text(), "24.00");
+    for (const std::size_t label : {9, 13, 17}) QCOMPARE(window_->Label4[label]->text(), "");
+    QVERIFY(!window_->Line2->isVisible());
   }
 
   void limits() {
@@ -190,7 +286,7 @@ class TestDisplay : public QObject {
       QCOMPARE(window_->lv1->topLevelItemCount(), samples ? 7 + 6 * std::clamp(channels, 0, 4) : 0);
       const QAbstractItemModel* sheet = window_->MSFlG1->model();
       QCOMPARE(sheet ? sheet->rowCount() : 0, std::clamp(samples, 0, 30001));
-      QCOMPARE(window_->Pic1->accessibleDescription().isEmpty(), samples != 2 && samples != 40);
+      QCOMPARE(window_->Pic1->value().text.isEmpty(), samples != 2 && samples != 40);
     }
   }
 };
