@@ -40,7 +40,7 @@ void copy_picture(const QList<QWidget*>& parts) {
   }
   const QWidget& first = *parts.constFirst();
   const double ratio = first.devicePixelRatioF();
-  QPixmap picture((QSizeF(area.size()) * ratio).toSize());
+  QImage picture((QSizeF(area.size()) * ratio).toSize(), QImage::Format_RGB32);
   picture.setDevicePixelRatio(ratio);
   picture.fill(first.palette().color(QPalette::Window));
   QPainter painter(&picture);
@@ -49,5 +49,5 @@ void copy_picture(const QList<QWidget*>& parts) {
     part->render(&painter, part->pos() - area.topLeft(), {}, QWidget::DrawChildren);
   }
   painter.end();
-  QGuiApplication::clipboard()->setPixmap(picture);
+  QGuiApplication::clipboard()->setImage(picture);
 }

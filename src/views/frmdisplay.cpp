@@ -177,8 +177,10 @@ void frmdisplay::Pic1_KeyDown(CursorStep step) {
   });
 }
 
-// To any sample of the Recording; the view follows as far as it must.
+// To any sample of the Recording; the view follows as far as it must. Where nothing is drawn there
+// is nothing to move.
 void frmdisplay::move_cursor(std::int32_t sample) {
+  if (!cursor_shown_) return;
   if (sample < ViewStart) show_from(sample);
   if (sample > ViewEnd) show_from(sample - User::recording.ViewCount + 1);
   const Cursor moved = {sample - ViewStart, User::recording.ViewCount};

@@ -198,7 +198,7 @@ void frmdisplay::build_sheet() {
   MSFlG1->setModel(model);
   connect(MSFlG1->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& row) {
-            if (selecting_ || !cursor_shown_ || !row.isValid()) return;
+            if (selecting_ || !row.isValid()) return;
             stop_at_first_failure([&] { move_cursor(row.row()); });
           });
   // The widths of the design, unless the font makes a time or a heading wider.
