@@ -11,11 +11,14 @@
 #include "base/mnemonics.h"
 #include "base/ok_cancel.h"
 #include "base/read_only.h"
+#include "base/spoken.h"
 
 frmhistorytime::frmhistorytime(const QString& message, MessageBox& messages, QWidget* parent)
     : QDialog(parent), messages_(messages) {
   build();
   Text1->setPlainText(message);
+  // The focus stands elsewhere, so the text is said as the dialog's own.
+  setAccessibleDescription(message);
   Form_Load();
 }
 
@@ -36,6 +39,7 @@ void frmhistorytime::build() {
     auto* list = new QComboBox(this);
     list->setObjectName(name);
     list->setAccessibleName(caption);
+    speak_choice(*list);
     auto* label = new QLabel(caption, this);
     label->setBuddy(list);
     give_letter(*label, caption.front());

@@ -16,6 +16,7 @@
 #include "base/program_folder.h"
 #include "base/read_only.h"
 #include "base/serial_port.h"
+#include "base/spoken.h"
 #include "base/times.h"
 #include "base/tool_tip.h"
 #include "device/packet.h"
@@ -24,6 +25,9 @@
 namespace {
 
 constexpr int clock_interval_ms = 1000;
+constexpr int clock_panel = 3;
+// Progress is said in steps of so many percent.
+constexpr int spoken_step = 25;
 constexpr QSize design_size(1180, 820);
 const QString device_file = QStringLiteral("/device.txt");
 
@@ -201,7 +205,7 @@ void frmmdi::closeEvent(QCloseEvent* event) {
 }
 
 void frmmdi::Timer1_Timer() {
-  set_panel(3, general_date_time_text(clock().now()));
+  set_panel(clock_panel, general_date_time_text(clock().now()));
 }
 
 void frmmdi::Tool1_ButtonClick(const QString& key) {
@@ -214,11 +218,18 @@ void frmmdi::Quit_Click() {
 }
 
 void frmmdi::set_panel(int panel, const QString& text) {
-  Sts1.at(static_cast<std::size_t>(panel - 1))->setText(text);
+  QLabel& label = *Sts1.at(static_cast<std::size_t>(panel - 1));
+  if (panel == clock_panel) {
+    label.setText(text);
+  } else {
+    show_spoken(label, text);
+  }
 }
 
 void frmmdi::set_progress(int value, const QString& text) {
+  const bool step_done = value / spoken_step > PrgB1->value() / spoken_step;
   PrgB1->setValue(value);
+  if (step_done) announce(*Sts1[0], text);
   Text1->setText(text);
   const QString style = value == 0 && text.isEmpty() ? empty_progress : QString();
   if (PrgB1->styleSheet() != style) PrgB1->setStyleSheet(style);

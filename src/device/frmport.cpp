@@ -12,6 +12,7 @@
 #include "base/mnemonics.h"
 #include "base/ok_cancel.h"
 #include "base/program_folder.h"
+#include "base/spoken.h"
 #include "base/tool_tip.h"
 #include "device/port_names.h"
 #include "device/port_state.h"
@@ -59,6 +60,7 @@ void frmport::build() {
   Combo1 = new QComboBox(this);
   Combo1->setObjectName(QStringLiteral("Combo1"));
   Combo1->setAccessibleName(Label1->text());
+  speak_choice(*Combo1);
   // A long name is cut in the field and whole in the list and the tool tip.
   Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   Combo1->setMinimumContentsLength(22);

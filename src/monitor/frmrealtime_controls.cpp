@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "base/spoken.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/time_picker.h"
 
@@ -114,6 +115,7 @@ QGroupBox* frmrealtime::build_pattern() {
   Combo3->setObjectName(QStringLiteral("Combo3"));
   Combo3->addItems({QStringLiteral("When buffer is full,Stop record"),
                     QStringLiteral("When buffer is full,Wrap buffer!")});
+  for (QComboBox* list : {Combo2, Combo3}) speak_choice(*list);
   Text11 = text_box(QStringLiteral("Text11"), box, true);
   Text14 = text_box(QStringLiteral("Text14"), box);
   add_row(*grid, 0, 0, QStringLiteral("Startup Type"), Combo2);
@@ -155,6 +157,8 @@ QTabWidget* frmrealtime::build_channels() {
       const int index = 2 * c + which;
       QLineEdit* limit = text_box(QStringLiteral("Text1(%1)").arg(index), page);
       add_row(*grid, which, 0, captions[static_cast<std::size_t>(which)], limit);
+      limit->setAccessibleName(
+          QStringLiteral("%1, channel %2").arg(limit->accessibleName()).arg(c + 1));
       Text1[static_cast<std::size_t>(index)] = limit;
     }
     auto* check = new QCheckBox(QStringLiteral("Startup"), page);

@@ -72,12 +72,19 @@ void frmrealtime::place_cursor() {
   for (QWidget* part : std::initializer_list<QWidget*>{Line2, Label5, Label7}) {
     part->setVisible(slot.has_value());
   }
-  if (!slot) return;
+  if (!slot) {
+    Pic1->show_value({});
+    return;
+  }
   const double x = view_.place_of(*slot - view_.FirstShown, Pic1->twips_width());
   Line2->setGeometry(Pic1->pixel(static_cast<float>(x)), 0, 1, Pic1->height());
   Label5->setText(live_.buffer.LiveTimes(*slot));
   Label7->setText(reading_text(live_.buffer.reading(*slot), live_.channels()));
-  Pic1->setAccessibleDescription(Label5->text() + u'\n' + Label7->text());
+  // Numbered from the first reading on: while new ones come the one at the cursor stays the same.
+  Pic1->show_value(
+      {.text = Label5->text() + u'\n' + Label7->text(),
+       .sample = static_cast<int>(*cursor_) + 1,
+       .samples = static_cast<int>(live_.buffer.dropped()) + live_.buffer.LiveCount()});
   place_cursor_label(*Label7, x);
   place_cursor_label(*Label5, x);
   Label5->move(Label5->x(), Pic1->height() - Label5->height() - Label7->y());

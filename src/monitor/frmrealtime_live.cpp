@@ -2,8 +2,10 @@
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/clock.h"
+#include "base/contrast.h"
 #include "base/errors.h"
 #include "base/program_folder.h"
+#include "base/spoken.h"
 #include "base/times.h"
 #include "device/status.h"
 #include "monitor/automatic_save.h"
@@ -70,7 +72,7 @@ void frmrealtime::save_automatically() {
 }
 
 void frmrealtime::tell_saved(const QString& text, bool failed) {
-  saved_label->setText(text);
+  show_spoken(*saved_label, text);
   saved_label->setVisible(true);
   show_alarm(*saved_label, failed);
 }
@@ -110,7 +112,12 @@ void frmrealtime::show_readings() {
     for (std::size_t which = 0; which < texts.size(); ++which) {
       Label4[labels_per_channel * channel + which]->setText(texts[which]);
     }
-    show_alarm(*Label4[labels_per_channel * channel + value_label], status.alarmed());
+    QLabel& value = *Label4[labels_per_channel * channel + value_label];
+    if (status.alarmed() && !value.font().bold()) {
+      announce(value,
+               live_.channels().names[channel] + QStringLiteral(" Out Of Range ") + value.text());
+    }
+    show_alarm(value, status.alarmed());
   }
 }
 
@@ -121,6 +128,10 @@ void frmrealtime::show_alarm(QLabel& label, bool alarmed) {
   font.setBold(alarmed);
   label.setFont(font);
   QPalette palette;
-  if (alarmed) palette.setColor(QPalette::WindowText, QColor(216, 0, 0));
+  if (alarmed) {
+    const std::array behind = {palette.color(QPalette::Window)};
+    const QColor text = palette.color(QPalette::WindowText);
+    palette.setColor(QPalette::WindowText, readable_colour(QColor(216, 0, 0), text, behind));
+  }
   label.setPalette(palette);
 }

@@ -91,6 +91,18 @@ QWidget* frmrealtime::build_graph_page() {
   connect(Pic1, &GraphSurface::MouseDown, this, &frmrealtime::Pic1_MouseDown);
   connect(Pic1, &GraphSurface::cursor_step, this, &frmrealtime::Pic1_KeyDown);
   connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
+  connect(Pic1, &GraphSurface::copy_wanted, page, [page] {
+    QList<QWidget*> parts = page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    parts.removeIf([](const QWidget* part) {
+      return part->inherits("QAbstractButton") || part->inherits("QAbstractSlider") ||
+             part->inherits("QFocusFrame");
+    });
+    copy_picture(parts);
+  });
+  for (int c = 0; c < channel_count; ++c) {
+    Pic1->add_legend(*Line1[static_cast<std::size_t>(c)], c);
+    Pic1->add_legend(*Label3[static_cast<std::size_t>(c)], c);
+  }
   build_cursor();
 
   Label1 = text_label(QStringLiteral("Label1"), page);

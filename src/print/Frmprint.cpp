@@ -13,6 +13,7 @@
 #include "base/mnemonics.h"
 #include "base/numbers.h"
 #include "base/ok_cancel.h"
+#include "base/spoken.h"
 #include "base/tool_tip.h"
 #include "print/printer.h"
 
@@ -82,6 +83,7 @@ void Frmprint::build_pages() {
   Combo1 = new QComboBox(this);
   Combo1->setObjectName(QStringLiteral("Combo1"));
   Combo1->setAccessibleName(Label1->text());
+  speak_choice(*Combo1);
   Combo1->setEditable(true);
   Combo1->setInsertPolicy(QComboBox::NoInsert);
   Combo1->setCompleter(nullptr);

@@ -6,6 +6,7 @@
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/mnemonics.h"
+#include "base/spoken.h"
 #include "print/print_commands.h"
 #include "print/sheet_page.h"
 #include "print/sheet_pages.h"
@@ -67,6 +68,7 @@ void frmDataView::show_page(int page) {
   cmdLast->setEnabled(page_ < last);
   Label1->setText(QStringLiteral("Page %1 / %2").arg(page_ + 1).arg(last + 1));
   Label2->setText(pages_note(last + 1));
+  show_spoken(*Label1, QStringLiteral("Page %1 / %2").arg(page_ + 1).arg(last + 1));
   area->redraw();
 }
 

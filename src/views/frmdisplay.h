@@ -71,7 +71,6 @@ class frmdisplay final : public ChildWindow {
   void build_sheet();
   void set_colours();
   void show_chosen();
-  std::array<QWidget*, 3> legend_of(std::size_t slot) const;
   void arrange();
   GraphTexts measure() const;
 

@@ -41,6 +41,23 @@ QLabel* label(const QString& name, QWidget* parent, Qt::Alignment alignment) {
   return result;
 }
 
+// The sheet's row follows the graph's cursor. A screen reader is told of it only where the sheet
+// has the focus: it would take the sheet for what is being used.
+class SheetView final : public QTableView {
+ public:
+  using QTableView::QTableView;
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
+    if (hasFocus()) return QTableView::currentChanged(current, previous);
+    QAbstractItemView::currentChanged(current, previous);
+  }
+  void selectionChanged(const QItemSelection& now, const QItemSelection& before) override {
+    if (hasFocus()) return QTableView::selectionChanged(now, before);
+    QAbstractItemView::selectionChanged(now, before);
+  }
+};
+
 void set_colours_of(QWidget* widget, const QColor& text, const QColor& behind) {
   QPalette palette = widget->palette();
   palette.setColor(QPalette::WindowText, text);
@@ -70,7 +87,7 @@ void frmdisplay::build() {
   SSTab1 = new QTabWidget(this);
   SSTab1->setObjectName(QStringLiteral("SSTab1"));
   SSTab1->setAccessibleName(QStringLiteral("Views"));
-  MSFlG1 = new QTableView(SSTab1);
+  MSFlG1 = new SheetView(SSTab1);
   MSFlG1->setObjectName(QStringLiteral("MSFlG1"));
   MSFlG1->setAccessibleName(QStringLiteral("Data Sheet"));
   // The Tab key leads out of the sheet again.
@@ -143,9 +160,8 @@ void frmdisplay::build_graph_labels(QWidget& page) {
     Line1[c]->setFrameShape(QFrame::Box);
     Line1[c]->setAutoFillBackground(true);
     Line1[c]->hide();
-    for (QWidget* part : legend_of(c)) {
-      part->installEventFilter(this);
-      part->setCursor(Qt::PointingHandCursor);
+    for (QWidget* part : std::initializer_list<QWidget*>{Line1[c], Label3[c + 4], Label3[c + 8]}) {
+      Pic1->add_legend(*part, static_cast<int>(c));
     }
     QFont font = Label3[c + 8]->font();
     font.setBold(true);
@@ -307,22 +323,8 @@ bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {
     return event->type() == QEvent::KeyPress &&
            Slider1_KeyDown(static_cast<QKeyEvent*>(event)->key());
   }
-  if (event->type() == QEvent::MouseButtonPress) {
-    for (std::size_t c = 0; c < Line1.size(); ++c) {
-      const auto parts = legend_of(c);
-      if (std::find(parts.begin(), parts.end(), watched) != parts.end()) {
-        Pic1->choose(static_cast<int>(c));
-      }
-    }
-  } else if (event->type() == QEvent::Resize && watched == Pic1->parentWidget()) {
-    arrange();
-  }
+  if (event->type() == QEvent::Resize) arrange();
   return ChildWindow::eventFilter(watched, event);
-}
-
-// The swatch, the legend and the value of a channel slot.
-std::array<QWidget*, 3> frmdisplay::legend_of(std::size_t slot) const {
-  return {Line1[slot], Label3[slot + 4], Label3[slot + 8]};
 }
 
 // Underlined: a bold text would be wider, and the graph would move.

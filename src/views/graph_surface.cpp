@@ -95,6 +95,19 @@ void GraphSurface::choose(int slot) {
   bring_forward(chosen() == slot ? std::nullopt : std::optional(slot));
 }
 
+void GraphSurface::add_legend(QWidget& part, int slot) {
+  legend_.insert(&part, slot);
+  part.installEventFilter(this);
+  part.setCursor(Qt::PointingHandCursor);
+}
+
+bool GraphSurface::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress && legend_.contains(watched)) {
+    choose(legend_.value(watched));
+  }
+  return PictureBox::eventFilter(watched, event);
+}
+
 void GraphSurface::bring_forward(std::optional<int> slot) {
   picture_.bring_forward(slot);
   redraw();

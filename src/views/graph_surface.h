@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFocusFrame>
+#include <QHash>
 
 #include "base/picture_box.h"
 #include "views/graph_picture.h"
@@ -37,6 +38,8 @@ class GraphSurface final : public PictureBox {
   // The channel slot that is brought forward (GraphPicture); choosing it again ends it.
   void choose(int slot);
   std::optional<int> chosen() const { return picture_.forward(); }
+  // A click on this part of the legend chooses the slot.
+  void add_legend(QWidget& part, int slot);
 
  Q_SIGNALS:
   // A button was pressed at this x in twips.
@@ -54,6 +57,7 @@ class GraphSurface final : public PictureBox {
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
@@ -64,6 +68,7 @@ class GraphSurface final : public PictureBox {
 
   GraphPicture picture_;
   GraphValue value_;
+  QHash<QObject*, int> legend_;
   std::size_t channels() const { return picture_.curves().channels.size(); }
   QFocusFrame* focus_frame_;
   int wheel_ = 0;
