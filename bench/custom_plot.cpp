@@ -24,7 +24,8 @@ void set_axis(QCPAxis& axis, double low, double high) {
 
 }  // namespace
 
-CustomPlot::CustomPlot(bool noise) : plot_(std::make_unique<QCustomPlot>()) {
+CustomPlot::CustomPlot(bool noise, QSize size)
+    : plot_(std::make_unique<QCustomPlot>()), size_(size) {
   plot_->setNotAntialiasedElements(QCP::aeAll);
   plot_->setPlottingHints(QCP::phFastPolylines);
   plot_->axisRect()->setAutoMargins(QCP::msNone);
@@ -46,9 +47,9 @@ CustomPlot::CustomPlot(bool noise) : plot_(std::make_unique<QCustomPlot>()) {
 }
 
 std::optional<double> CustomPlot::draw() {
-  QImage image(graph_width, graph_height, QImage::Format_RGB32);
+  QImage image(size_, QImage::Format_RGB32);
   QCPPainter painter(&image);
-  return milliseconds([&] { plot_->toPainter(&painter, graph_width, graph_height); });
+  return milliseconds([&] { plot_->toPainter(&painter, size_.width(), size_.height()); });
 }
 
 CustomPlot::~CustomPlot() = default;

@@ -3,7 +3,7 @@
 
 class QCustomPlot {};
 
-CustomPlot::CustomPlot(bool) {}
+CustomPlot::CustomPlot(bool, QSize) {}
 CustomPlot::~CustomPlot() = default;
 
 std::optional<double> CustomPlot::draw() {

@@ -22,6 +22,7 @@
 namespace {
 
 constexpr QRgb white = qRgb(255, 255, 255);
+constexpr PictureColours colours = {white, qRgb(0, 0, 0)};
 
 void fill_recording(Recording& recording, bool noise) {
   recording.Title = QStringLiteral("Cold store");
@@ -49,46 +50,82 @@ Side always(double value) {
   return [value] { return value; };
 }
 
-void take_curves(GraphCurves& curves) {
-  curves.take(User::recording, 0, graph_samples);
+void take_curves(GraphCurves& curves, int samples = graph_samples) {
+  curves.take(User::recording, 0, samples);
   for (GraphCurves::Channel& channel : curves.channels) {
     channel.high = graph_high;
     channel.low = graph_low;
   }
 }
 
-void picture_benchmarks(Suite& suite, bool noise) {
-  fill_recording(User::recording, noise);
-  const PictureSize size = picture_size({graph_width, graph_height}, 1);
-  QImage ours(size.pixels, QImage::Format_RGB32);
-  QImage plain(size.pixels, QImage::Format_RGB32);
+// A screen of this size in device pixels.
+struct Screen {
+  QSize pixels;
+  double ratio = 1;
+  PictureSize picture() const {
+    return picture_size((QSizeF(pixels) / ratio).toSize(), pixels, ratio);
+  }
+};
+constexpr Screen design = {{513, 510}};
+constexpr Screen large = {{3200, 2000}};
+constexpr Screen large_and_fine = {{3200, 2000}, 2};
+
+// A redraw as the window does it: with the values taken from the Recording each time.
+Side redraw(const Screen& screen, int samples = graph_samples) {
+  const auto picture = std::make_shared<GraphPicture>();
+  const auto image = std::make_shared<QImage>(screen.pixels, QImage::Format_RGB32);
+  return timed([=] {
+    take_curves(picture->new_curves(), samples);
+    picture->draw(*image, screen.picture(), colours);
+  });
+}
+
+void require_same_picture(const Screen& screen) {
   GraphPicture picture;
   take_curves(picture.new_curves());
+  QImage ours(screen.pixels, QImage::Format_RGB32);
+  picture.draw(ours, screen.picture(), colours);
+  if (ours == plain_picture(picture.curves(), screen.picture(), white)) return;
+  std::puts("the graph's picture differs from the plain drawing");
+  std::exit(2);
+}
+
+void picture_benchmarks(Suite& suite, const std::string& kind, bool noise, const Screen& screen) {
+  require_same_picture(screen);
+  const std::string name = "graph" + kind + (noise ? ": noise" : ": smooth");
   GraphCurves curves;
   take_curves(curves);
-  // With the values taken from the Recording each time, as a redraw does it.
-  const auto draw = timed([&] {
-    take_curves(picture.new_curves());
-    picture.draw(ours, size, white);
-  });
+  QImage plain(screen.pixels, QImage::Format_RGB32);
   const auto draw_plainly = timed([&] {
-    draw_grid(plain, size, white);
-    draw_curves_plainly(plain, curves, size);
+    draw_grid_plainly(plain, screen.picture(), white);
+    draw_curves_plainly(plain, curves, screen.picture());
   });
-  draw();
-  draw_plainly();
-  if (ours != plain) {
-    std::puts("the graph's picture differs from the plain drawing");
-    std::exit(2);
-  }
-  const std::string name = noise ? "graph: noise" : "graph: smooth";
-  suite.compare(name, draw, "a clipped line a pair of samples", draw_plainly, 1.0 / 15);
-  CustomPlot custom_plot(noise);
+  suite.compare(name, redraw(screen), "a clipped line a pair of samples", draw_plainly, 1.0 / 5);
+  CustomPlot custom_plot(noise, screen.pixels);
   suite.compare(
-      name, draw, "QCustomPlot, fast polylines", [&] { return custom_plot.draw(); }, 0.5);
+      name, redraw(screen), "QCustomPlot, fast polylines", [&] { return custom_plot.draw(); },
+      0.75);
+  if (screen.pixels != design.pixels) return;
   QwtProcess qwt(noise);
   suite.compare(
-      name, draw, "Qwt 6.1 (Qt 5), filtered points", [&] { return qwt.draw(); }, 0.1);
+      name, redraw(screen), "Qwt 6.1 (Qt 5), filtered points", [&] { return qwt.draw(); }, 0.1);
+}
+
+// How the time grows with the samples in view and with the picture's width.
+void growth_benchmarks(Suite& suite, bool noise) {
+  const std::string kind = noise ? ", noise, " : ", smooth, ";
+  const std::string frame = "a frame at 120 Hz";
+  for (const int samples : {1000, 3000, 10000, graph_samples}) {
+    for (const Screen& screen : {large, large_and_fine}) {
+      suite.compare("graph" + kind + std::to_string(samples) + " samples, 3200 px, " +
+                        std::to_string(static_cast<int>(screen.ratio * 100)) + " %",
+                    redraw(screen, samples), frame, always(8), screen.ratio < 2 ? 1 : 1.5);
+    }
+  }
+  for (const int width : {400, 800, 1600}) {
+    suite.compare("graph" + kind + "30001 samples, " + std::to_string(width) + " px",
+                  redraw({{width, 2000}}), frame, always(8), 1);
+  }
 }
 
 void fill_cell_by_cell(QTableWidget& table) {
@@ -200,7 +237,12 @@ void scroll_benchmarks(Suite& suite, bool noise) {
 
 void graph_benchmarks(Suite& suite) {
   User::reset_display_limits();
-  for (const bool noise : {false, true}) picture_benchmarks(suite, noise);
+  for (const bool noise : {false, true}) {
+    fill_recording(User::recording, noise);
+    picture_benchmarks(suite, "", noise, design);
+    picture_benchmarks(suite, " 3200 x 2000", noise, large);
+    growth_benchmarks(suite, noise);
+  }
   for (const bool noise : {false, true}) scroll_benchmarks(suite, noise);
   load_benchmarks(suite);
   memory_benchmarks(suite);

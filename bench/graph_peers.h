@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QSize>
 
 #include <memory>
 #include <optional>
@@ -11,7 +12,7 @@ class QCustomPlot;
 // Adaptive sampling, fast polylines, no antialiasing.
 class CustomPlot {
  public:
-  explicit CustomPlot(bool noise);
+  CustomPlot(bool noise, QSize size);
   ~CustomPlot();
   CustomPlot(const CustomPlot&) = delete;
   CustomPlot& operator=(const CustomPlot&) = delete;
@@ -21,6 +22,7 @@ class CustomPlot {
 
  private:
   std::unique_ptr<QCustomPlot> plot_;
+  QSize size_;
 };
 
 // Qwt, which Debian has for Qt 5 only, in a process of its own.

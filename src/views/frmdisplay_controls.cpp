@@ -240,14 +240,15 @@ void frmdisplay::set_colours() {
   const auto behind = [&base](int opacity) {
     return QColor(base.red(), base.green(), base.blue(), opacity);
   };
+  // The tab's page is painted somewhat lighter than other windows.
+  const std::array around = {window, window.lighter(140)};
   std::vector<QColor> backgrounds = {window, base};
   for (const QRgb curve : curve_colours) {
     backgrounds.push_back(seen_through(base, scale_opacity / 255.0, QColor(curve)));
   }
   for (std::size_t c = 0; c < 4; ++c) {
     const QColor most_coloured = seen_through(window_text, text_share, QColor(curve_colours[c]));
-    const QColor outside =
-        readable_colour(most_coloured, window_text, std::span(backgrounds).first(1));
+    const QColor outside = readable_colour(most_coloured, window_text, around);
     const QColor inside = readable_colour(most_coloured, window_text, backgrounds);
     for (std::size_t k = 0; k < 9; ++k) {
       set_colours_of(Label4[9 * c + k], c < 2 ? outside : inside, behind(scale_opacity));
