@@ -100,11 +100,12 @@ void picture_benchmarks(Suite& suite, const std::string& kind, bool noise, const
     draw_grid_plainly(plain, screen.picture(), white);
     draw_curves_plainly(plain, curves, screen.picture());
   });
-  suite.compare(name, redraw(screen), "a clipped line a pair of samples", draw_plainly, 1.0 / 5);
+  suite.compare(name, redraw(screen), "a clipped line a pair of samples", draw_plainly,
+                screen.pixels == design.pixels ? 1.0 / 15 : 0.5);
   CustomPlot custom_plot(noise, screen.pixels);
   suite.compare(
       name, redraw(screen), "QCustomPlot, fast polylines", [&] { return custom_plot.draw(); },
-      0.75);
+      screen.pixels == design.pixels ? 0.5 : 1);
   if (screen.pixels != design.pixels) return;
   QwtProcess qwt(noise);
   suite.compare(
