@@ -22,6 +22,7 @@ std::vector<Rows> rows_of(const GraphCurves& curves, int slot, const PictureSize
   only[static_cast<std::size_t>(slot)] = curve_colours[static_cast<std::size_t>(slot)];
   CurveColumns columns(curves, only, size);
   std::vector<Rows> rows;
+  rows.reserve(static_cast<std::size_t>(size.pixels.width()));
   for (int x = 0; x < size.pixels.width(); ++x) rows.push_back(columns.pass_next());
   return rows;
 }
