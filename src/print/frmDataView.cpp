@@ -66,7 +66,6 @@ void frmDataView::show_page(int page) {
   cmdPrevious->setEnabled(page_ > 0);
   cmdNext->setEnabled(page_ < last);
   cmdLast->setEnabled(page_ < last);
-  Label1->setText(QStringLiteral("Page %1 / %2").arg(page_ + 1).arg(last + 1));
   Label2->setText(pages_note(last + 1));
   show_spoken(*Label1, QStringLiteral("Page %1 / %2").arg(page_ + 1).arg(last + 1));
   area->redraw();
