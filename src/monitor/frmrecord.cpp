@@ -59,13 +59,7 @@ void frmrecord::Command1_Click() {
   if (shell_.shutting_down()) return reject();
   User::OnlineRefresh = Check1[1]->isChecked();
   User::OnlineRecord = Check1[2]->isChecked();
-  const auto seconds = static_cast<int>(picked_seconds(*DTP1));
-  User::OnlineInterval = QTime(0, 0).addSecs(seconds);
-  if (window) {
-    const bool polls = User::OnlineRefresh || User::OnlineRecord;
-    if (polls) window->Timer1->set_interval(seconds * 1000);
-    window->Timer1->set_enabled(polls);
-    window->clear_live_sheet();
-  }
+  User::OnlineInterval = QTime(0, 0).addSecs(static_cast<int>(picked_seconds(*DTP1)));
+  if (window) window->apply_online_settings();
   accept();
 }

@@ -3,6 +3,8 @@
 #include "device/frmport.h"
 #include "device/port_names.h"
 #include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
@@ -100,7 +102,7 @@ class TestLink : public QObject {
     w_->clock.after(900, [&] { w_->main.run("realtime"); });
     link(0);
     QCOMPARE(state(), linked);
-    QCOMPARE(w_->realtime()->Text11->text(), "500");
+    QCOMPARE(w_->realtime()->setup().Text11->text(), "500");
     // Unlinked before the window has read the recorder: nothing is left to work on.
     w_->plug_in(two_channels, "silent:command=08");
     w_->clock.after(700, [&] {

@@ -1,4 +1,5 @@
-// Live monitoring: the polling cycle, the sheets and the channels' labels.
+#include "monitor/live_pane.h"
+
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/clock.h"
@@ -8,6 +9,7 @@
 #include "device/status.h"
 #include "monitor/automatic_save.h"
 #include "monitor/recorder_session.h"
+#include "monitor/setup_pane.h"
 
 namespace {
 
@@ -22,71 +24,81 @@ int time_column_width(const QTableView& sheet, const QString& time) {
 
 }  // namespace
 
+LivePane::LivePane(Shell& shell, ChildWindow& window, const SetupPane& setup)
+    : QWidget(&window), shell_(shell), window_(window), setup_(setup) {
+  constexpr int design_interval_ms = 5000;
+  Timer1 = new IntervalTimer(design_interval_ms, this);
+  build();
+  connect(Timer1, &IntervalTimer::tick, this, &LivePane::Timer1_Timer);
+}
+
 // A tick while another task has the recorder is left out: cycles do not pile up.
-void frmrealtime::Timer1_Timer() {
-  const Session session(*this, RecorderTask::poll);
+void LivePane::Timer1_Timer() {
+  const RecorderSession session(window_, shell_, RecorderTask::poll);
   if (!session.granted()) return;
   const auto answer = session.request(Packet::BuildStatusRequest, live_retries);
   if (session.ended()) return;
   if (answer) {
     take_reading(decode_status(*answer).readings);
   } else {
-    live_.count_missed();
+    monitor_.count_missed();
   }
-  shell_.set_panel(2, live_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
+  shell_.set_panel(2,
+                   monitor_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
 }
 
-void frmrealtime::take_reading(const LiveReading& reading) {
+void LivePane::take_reading(const LiveReading& reading) {
   // Another recorder type can have been chosen since the window opened.
-  if (live_channels(User::DeviceTable, User::RecorderType) != live_.channels()) lay_out_live();
+  if (live_channels(User::DeviceTable, User::RecorderType) != monitor_.channels()) lay_out();
   const QString time = general_date_time_text(shell_.clock().now());
-  if (live_.add(time, reading, typed_limits())) save_automatically();
+  if (monitor_.add(time, reading, typed_limits())) save_automatically();
   RedrawGraph();
   show_readings();
-  live_.count_answered();
+  monitor_.count_answered();
 }
 
-std::array<AlarmLimits, 4> frmrealtime::typed_limits() const {
+std::array<AlarmLimits, 4> LivePane::typed_limits() const {
   std::array<AlarmLimits, 4> limits;
   for (std::size_t c = 0; c < limits.size(); ++c) {
-    limits[c] = alarm_limits(Text1[2 * c]->text(), Text1[2 * c + 1]->text());
+    const LimitTexts texts = setup_.limits(c);
+    limits[c] = alarm_limits(texts.up, texts.down);
   }
   return limits;
 }
 
 // Where the program's own folder cannot be written (installed for all users, say, or full) the
 // readings go among the user's documents. The window says where they are, and where they are not.
-void frmrealtime::save_automatically() {
+void LivePane::save_automatically() {
   const QString name = automatic_save_name(shell_.clock().now());
   const QString& recorder_name = User::DeviceTable.text(0, User::RecorderType);
-  const AutomaticSaveHeader header = {Text6->text(), recorder_name, live_.channels()};
+  const AutomaticSaveHeader header = {setup_.title(), recorder_name, monitor_.channels()};
   for (QString (*const folder)() : {program_folder, documents_folder}) {
     const QString path = folder() + u'/' + name;
-    if (stop_at_first_failure([&] { save_live_buffer(path, header, live_.buffer); })) {
+    if (stop_at_first_failure([&] { save_live_buffer(path, header, monitor_.buffer); })) {
       return tell_saved(QStringLiteral("Saved automatically: ") + path, false);
     }
   }
   tell_saved(QStringLiteral("Not saved automatically: %1 cannot be written").arg(name), true);
 }
 
-void frmrealtime::tell_saved(const QString& text, bool failed) {
+void LivePane::tell_saved(const QString& text, bool failed) {
   saved_label->setText(text);
   saved_label->setVisible(true);
   show_alarm(*saved_label, failed);
 }
 
-void frmrealtime::lay_out_live() {
-  live_.set_channels(live_channels(User::DeviceTable, User::RecorderType));
+void LivePane::lay_out() {
+  monitor_.set_channels(live_channels(User::DeviceTable, User::RecorderType));
   for (int c = 0; c < 4; ++c) {
     const auto channel = static_cast<std::size_t>(c);
-    const bool present = c < live_.channels().count;
+    const bool present = c < monitor_.channels().count;
     for (int which = 0; which < labels_per_channel; ++which) {
       Label4[static_cast<std::size_t>(labels_per_channel * c + which)]->setVisible(present);
     }
     Line1[channel]->setVisible(present);
     Label3[channel]->setVisible(present);
-    Label3[channel]->setText(live_.channels().names[channel] + u' ' +
-                             live_.channels().units[channel]);
+    Label3[channel]->setText(monitor_.channels().names[channel] + u' ' +
+                             monitor_.channels().units[channel]);
   }
   const QString time = general_date_time_text(shell_.clock().now());
   for (QTableView* sheet : {MSFlG1, MSFlG2}) {
@@ -96,17 +108,18 @@ void frmrealtime::lay_out_live() {
   RedrawGraph();
 }
 
-void frmrealtime::clear_live_sheet() {
-  live_.live_sheet.clear();
-  lay_out_live();
+void LivePane::clear_sheet() {
+  monitor_.live_sheet.clear();
+  lay_out();
 }
 
-void frmrealtime::show_readings() {
-  for (int c = 0; c < live_.channels().count; ++c) {
+void LivePane::show_readings() {
+  for (int c = 0; c < monitor_.channels().count; ++c) {
     const auto channel = static_cast<std::size_t>(c);
-    const ChannelStatus& status = live_.status[channel];
-    const ChannelLabels texts = channel_labels(
-        c, live_.channels(), status, Text1[2 * channel]->text(), Text1[2 * channel + 1]->text());
+    const ChannelStatus& status = monitor_.status[channel];
+    const LimitTexts limits = setup_.limits(channel);
+    const ChannelLabels texts =
+        channel_labels(c, monitor_.channels(), status, limits.up, limits.down);
     for (std::size_t which = 0; which < texts.size(); ++which) {
       Label4[labels_per_channel * channel + which]->setText(texts[which]);
     }
@@ -115,7 +128,7 @@ void frmrealtime::show_readings() {
 }
 
 // Red, and bold for those who do not see red.
-void frmrealtime::show_alarm(QLabel& label, bool alarmed) {
+void LivePane::show_alarm(QLabel& label, bool alarmed) {
   QFont font = label.font();
   if (font.bold() == alarmed) return;
   font.setBold(alarmed);
