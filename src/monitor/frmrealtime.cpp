@@ -4,6 +4,7 @@
 
 #include "app/shell.h"
 #include "app/user.h"
+#include "app/waiting.h"
 #include "base/clock.h"
 #include "base/message_box.h"
 #include "device/pattern.h"
@@ -62,8 +63,10 @@ std::vector<int> frmrealtime::recorded_channels() const {
   return setup_->recorded_channels();
 }
 
-void frmrealtime::pause_polling() {
+bool frmrealtime::pause_polling() {
+  const bool polled = live_->Timer1->enabled();
   live_->Timer1->set_enabled(false);
+  return polled;
 }
 
 void frmrealtime::resume_polling() {
@@ -103,7 +106,17 @@ void frmrealtime::RefreshFromRecorder() {
 }
 
 void frmrealtime::read_recorder(const RecorderSession& session) {
+  const Waiting waiting(shell_, QStringLiteral("Reading the recorder's properties."));
   if (setup_->read_recorder(session)) live_->lay_out();
+}
+
+bool frmrealtime::write_recorder(const RecorderSession& session, const PatternSettings& settings) {
+  const Waiting waiting(shell_, QStringLiteral("Setting the recorder's properties."));
+  if (setup_->write_recorder(session, settings)) return true;
+  if (session.ended()) return false;
+  shell_.set_panel(2, {});
+  shell_.messages().show(QStringLiteral("Setting is Failed"));
+  return false;
 }
 
 // "Properties Set". The question is asked without the recorder: another task can take it while the
@@ -118,6 +131,7 @@ void frmrealtime::Command4_Click() {
 }
 
 // After a failed request polling stays off, until the online-record dialog switches it on again.
+// The panel then says nothing of the link, since nobody polls.
 void frmrealtime::set_properties(const RecorderSession& session) {
   pause_polling();
   const auto settings = setup_->take_typed(shell_.clock().now());
@@ -126,7 +140,7 @@ void frmrealtime::set_properties(const RecorderSession& session) {
     if (!session.ended()) restart_polling();
     return;
   }
-  if (!setup_->write_recorder(session, *settings)) return;
+  if (!write_recorder(session, *settings)) return;
   shell_.clock().sleep(pause_before_reading_back_ms);
   read_recorder(session);
   if (!session.ended()) restart_polling();

@@ -10,6 +10,7 @@ class LivePane;
 class RecorderSession;
 class SetupPane;
 class Shell;
+struct PatternSettings;
 
 class frmrealtime final : public ChildWindow {
   Q_OBJECT
@@ -29,8 +30,8 @@ class frmrealtime final : public ChildWindow {
   // take part in the recording, in ascending order.
   QString recorder_title() const;
   std::vector<int> recorded_channels() const;
-  // Stops the polling timer; switches it on again.
-  void pause_polling();
+  // Stops the polling timer and says whether it was on; switches it on again.
+  bool pause_polling();
   void resume_polling();
 
   // Draws the live graph afresh, at the place where the slider stands.
@@ -53,6 +54,7 @@ class frmrealtime final : public ChildWindow {
  private:
   void Command4_Click();
   void set_properties(const RecorderSession& session);
+  bool write_recorder(const RecorderSession& session, const PatternSettings& settings);
   void read_recorder(const RecorderSession& session);
   void refresh_if_due();
   void restart_polling();

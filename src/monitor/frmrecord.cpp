@@ -56,6 +56,8 @@ void frmrecord::Form_Load() {
 void frmrecord::Command1_Click() {
   setEnabled(false);
   frmrealtime* window = shell_.realtime();
+  // Its load does not touch the settings any more.
+  if (!window) window = shell_.loading_realtime();
   if (shell_.shutting_down()) return reject();
   User::OnlineRefresh = Check1[1]->isChecked();
   User::OnlineRecord = Check1[2]->isChecked();

@@ -1,5 +1,9 @@
 #include "monitor/live_pane.h"
 
+#include <QApplication>
+#include <QEvent>
+#include <QStyle>
+
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/clock.h"
@@ -43,6 +47,7 @@ void LivePane::Timer1_Timer() {
   } else {
     monitor_.count_missed();
   }
+  show_stale();
   shell_.set_panel(2,
                    monitor_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
 }
@@ -55,6 +60,48 @@ void LivePane::take_reading(const LiveReading& reading) {
   RedrawGraph();
   show_readings();
   monitor_.count_answered();
+}
+
+// The last values are not the present ones while the panel says "Link Error".
+void LivePane::show_stale() {
+  const int count = monitor_.buffer.LiveCount();
+  const bool stale = !monitor_.link_ok() && count > 0;
+  if (stale) {
+    stale_label->setText(QStringLiteral("The recorder does not answer. The values are those of %1.")
+                             .arg(monitor_.buffer.LiveTimes(count - 1)));
+  }
+  stale_label->setVisible(stale);
+  for (std::size_t c = 0; c < 4; ++c) {
+    Label4[labels_per_channel * c + value_label]->setEnabled(!stale);
+  }
+}
+
+void LivePane::tell_alarm() {
+  QApplication::alert(window());
+  if (!alarms_in_sight()) mark_alarms(true);
+}
+
+// Nothing covers the sheet, and somebody works at the program.
+bool LivePane::alarms_in_sight() const {
+  return isActiveWindow() && !MSFlG2->visibleRegion().isEmpty();
+}
+
+void LivePane::mark_alarms(bool unseen) {
+  const int tab = SSTab3->indexOf(MSFlG2);
+  if (SSTab3->tabIcon(tab).isNull() != unseen) return;
+  SSTab3->setTabIcon(tab, unseen ? style()->standardIcon(QStyle::SP_MessageBoxWarning) : QIcon());
+  SSTab3->setTabToolTip(tab, unseen ? QStringLiteral("New alarms") : QString());
+  SSTab3->setAccessibleDescription(SSTab3->tabToolTip(tab));
+}
+
+bool LivePane::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Paint && alarms_in_sight()) mark_alarms(false);
+  return QWidget::eventFilter(watched, event);
+}
+
+void LivePane::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && alarms_in_sight()) mark_alarms(false);
 }
 
 std::array<AlarmLimits, 4> LivePane::typed_limits() const {
@@ -123,7 +170,12 @@ void LivePane::show_readings() {
     for (std::size_t which = 0; which < texts.size(); ++which) {
       Label4[labels_per_channel * channel + which]->setText(texts[which]);
     }
-    show_alarm(*Label4[labels_per_channel * channel + value_label], status.alarmed());
+    const auto label = [&](ChannelLabel which) -> QLabel& {
+      return *Label4[labels_per_channel * channel + which];
+    };
+    show_alarm(label(value_label), status.alarmed());
+    show_alarm(label(up_limit_label), !alarm_limit(limits.up));
+    show_alarm(label(down_limit_label), !alarm_limit(limits.down));
   }
 }
 
@@ -134,6 +186,10 @@ void LivePane::show_alarm(QLabel& label, bool alarmed) {
   font.setBold(alarmed);
   label.setFont(font);
   QPalette palette;
-  if (alarmed) palette.setColor(QPalette::WindowText, QColor(216, 0, 0));
+  if (alarmed) {
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+      palette.setColor(group, QPalette::WindowText, QColor(216, 0, 0));
+    }
+  }
   label.setPalette(palette);
 }

@@ -36,6 +36,7 @@ class LivePane final : public QWidget {
   GraphSurface* Pic1;
   std::array<QFrame*, 4> Line1{};  // legend, a line a channel
   std::array<QLabel*, 4> Label3{};
+  QLabel* stale_label;  // since when nobody answers; hidden while somebody does
   QLabel* saved_label;  // where the last automatic save went; hidden before the first
   QFrame* Line2;        // cursor
   QLabel* Label5;       // time at the cursor
@@ -62,6 +63,10 @@ class LivePane final : public QWidget {
   // Draws the graph afresh, at the place where the slider stands.
   void RedrawGraph();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
  private:
   void build();
   QWidget* build_readings();
@@ -77,6 +82,10 @@ class LivePane final : public QWidget {
   void Pic1_KeyDown(CursorStep step);
 
   void take_reading(const LiveReading& reading);
+  void show_stale();
+  void tell_alarm();
+  bool alarms_in_sight() const;
+  void mark_alarms(bool unseen);
   std::array<AlarmLimits, 4> typed_limits() const;
   void save_automatically();
   void tell_saved(const QString& text, bool failed);

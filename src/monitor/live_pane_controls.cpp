@@ -72,6 +72,10 @@ QWidget* LivePane::build_readings() {
       Label4[static_cast<std::size_t>(index)] = label;
     }
   }
+  stale_label = text_label(QStringLiteral("stale_label"), box);
+  stale_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  stale_label->hide();
+  grid->addWidget(stale_label, channel_count + 1, 0, 1, labels_per_channel);
   return box;
 }
 
@@ -85,6 +89,8 @@ QTabWidget* LivePane::build_tabs() {
   MSFlG2 = sheet("MSFlG2", "Alarms", monitor_.alarm_sheet, SSTab3);
   MSFlG2->horizontalHeader()->setStretchLastSection(true);
   SSTab3->addTab(MSFlG2, QStringLiteral("Warn Sheet"));
+  MSFlG2->viewport()->installEventFilter(this);
+  connect(&monitor_.alarm_sheet, &QAbstractItemModel::rowsInserted, this, &LivePane::tell_alarm);
   connect(SSTab3, &QTabWidget::currentChanged, this, &LivePane::RedrawGraph);
   return SSTab3;
 }

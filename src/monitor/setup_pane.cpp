@@ -9,6 +9,7 @@
 #include "device/properties.h"
 #include "device/status.h"
 #include "device/texts.h"
+#include "monitor/alarms.h"
 #include "monitor/live_channels.h"
 #include "monitor/recorder_session.h"
 #include "monitor/time_picker.h"
@@ -120,9 +121,23 @@ std::optional<PatternSettings> SetupPane::take_typed(const QDateTime& now) {
   return taken ? std::optional(settings) : std::nullopt;
 }
 
+// A limit that is no number guards nothing; the box says so while it stands.
+void SetupPane::mark_limit(std::size_t index) {
+  QLineEdit& box = *Text1[index];
+  const std::size_t channel = index / 2;
+  const bool used =
+      static_cast<int>(channel) < live_channels(User::DeviceTable, User::RecorderType).count;
+  const bool marked = used && !alarm_limit(box.text());
+  const QString reason =
+      marked ? QStringLiteral("This is not a number: the limit guards nothing.") : QString();
+  box.setToolTip(reason);
+  box.setAccessibleDescription(reason);
+  limit_marks_[index]->setVisible(marked);
+}
+
 bool SetupPane::write_recorder(const RecorderSession& session, const PatternSettings& settings) {
-  if (!write(session, Packet::BuildWriteDescription)) return false;
-  if (!write(session, Packet::BuildWriteProperties)) return false;
+  if (!session.request(Packet::BuildWriteDescription)) return false;
+  if (!session.request(Packet::BuildWriteProperties)) return false;
   const int channels = live_channels(User::DeviceTable, User::RecorderType).count;
   for (int channel = 1; channel <= channels; ++channel) {
     if (!write_limits(session, channel)) return false;
@@ -131,28 +146,22 @@ bool SetupPane::write_recorder(const RecorderSession& session, const PatternSett
   // are kept on purpose.
   const bool stop = settings.startup_type == StartupType::stop;
   const bool start_requested = requests_start(User::PatternBytes);
-  if (!start_requested && !stop && !write(session, [] { return Packet::BuildCommand07(1); })) {
+  if (!start_requested && !stop && !session.request([] { return Packet::BuildCommand07(1); })) {
     return false;
   }
-  return !(stop && start_requested) || write(session, [] { return Packet::BuildCommand07(0); });
+  return !(stop && start_requested) || session.request([] { return Packet::BuildCommand07(0); });
 }
 
 // A limit that is not a number is told at each try. The builder then leaves the request before it
 // in place, and that one goes out once more.
 bool SetupPane::write_limits(const RecorderSession& session, int channel) {
   const auto up_box = static_cast<std::size_t>(2 * (channel - 1));
-  return write(session, [&] {
+  const auto request = [&] {
     const QString up = Text1[up_box]->text();
     const QString down = Text1[up_box + 1]->text();
     const QString error = limits_error(channel, up, down);
     if (!error.isEmpty()) messages_.show(error);
     return Packet::BuildWriteLimits(channel, up, down);
-  });
-}
-
-// Sends a request, three times if need be, and tells the user when nobody answers.
-bool SetupPane::write(const RecorderSession& session, const std::function<int()>& build) {
-  if (session.request(build)) return true;
-  if (!session.ended()) messages_.show(QStringLiteral("Setting is Failed"));
-  return false;
+  };
+  return session.request(request).has_value();
 }

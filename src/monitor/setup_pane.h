@@ -2,6 +2,7 @@
 // the user wants it set to.
 #pragma once
 
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -11,7 +12,6 @@
 #include <QTabWidget>
 
 #include <array>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -72,7 +72,7 @@ class SetupPane final : public QWidget {
   // sent.
   std::optional<PatternSettings> take_typed(const QDateTime& now);
   // Writes them and the typed limits into the recorder. False at the first request that fails three
-  // times, which the user is told, or when the session has ended.
+  // times or when the session has ended.
   bool write_recorder(const RecorderSession& session, const PatternSettings& settings);
 
  Q_SIGNALS:
@@ -85,6 +85,7 @@ class SetupPane final : public QWidget {
   QGroupBox* build_pattern();
   QGroupBox* build_description();
   QTabWidget* build_channels();
+  void add_limit_mark(std::size_t index);
 
   bool read_properties(const RecorderSession& session);
   bool read_texts(const RecorderSession& session);
@@ -93,7 +94,9 @@ class SetupPane final : public QWidget {
 
   PatternSettings typed_settings() const;
   bool write_limits(const RecorderSession& session, int channel);
-  bool write(const RecorderSession& session, const std::function<int()>& build);
+  void mark_limit(std::size_t index);
 
   MessageBox& messages_;
+  // The mark in each limit's box that is no number.
+  std::array<QAction*, 8> limit_marks_{};
 };

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "monitor/setup_pane.h"
@@ -134,9 +135,9 @@ QTabWidget* SetupPane::build_channels() {
     for (int which = 0; which < 2; ++which) {
       const int index = 2 * c + which;
       QLineEdit* limit = text_box(QStringLiteral("Text1(%1)").arg(index), page);
-      connect(limit, &QLineEdit::textChanged, this, &SetupPane::limits_changed);
-      add_row(*grid, which, 0, captions[static_cast<std::size_t>(which)], limit);
       Text1[static_cast<std::size_t>(index)] = limit;
+      add_limit_mark(static_cast<std::size_t>(index));
+      add_row(*grid, which, 0, captions[static_cast<std::size_t>(which)], limit);
     }
     auto* check = new QCheckBox(QStringLiteral("Startup"), page);
     check->setObjectName(QStringLiteral("Check1(%1)").arg(c));
@@ -145,4 +146,14 @@ QTabWidget* SetupPane::build_channels() {
     SSTab1->addTab(page, QStringLiteral("Tab %1").arg(c));
   }
   return SSTab1;
+}
+
+void SetupPane::add_limit_mark(std::size_t index) {
+  QLineEdit* box = Text1[index];
+  QAction* mark = box->addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
+                                 QLineEdit::TrailingPosition);
+  mark->setVisible(false);
+  limit_marks_[index] = mark;
+  connect(box, &QLineEdit::textChanged, this, [this, index] { mark_limit(index); });
+  connect(box, &QLineEdit::textChanged, this, &SetupPane::limits_changed);
 }

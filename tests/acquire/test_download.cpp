@@ -121,7 +121,7 @@ class TestDownload : public QObject {
   // In the middle of the wait for a block.
   void survives_what_the_user_does() {
     for (const QString command :
-         {"unlink", "close", "read", "link", "Quit", "Properties Set", "polling"}) {
+         {"unlink", "close", "read", "link", "Quit", "Properties Set", "polling", "Escape"}) {
       open(memory(1000));
       w_->main.messages.answers = {true};
       bool done = false;
@@ -129,13 +129,20 @@ class TestDownload : public QObject {
         if (command == "read") read();
         if (command == "Properties Set") w_->realtime()->setup().Command4->click();
         if (command == "polling") Q_EMIT w_->realtime()->live().Timer1->tick();
+        QVERIFY(QGuiApplication::overrideCursor());
+        if (command == "Escape") QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
         if (w_->main.window->menu_entry(command) && command != "read") w_->main.run(command);
         done = User::recording.SampleCount == 0;
       };
       QCOMPARE(read([&](frmhistorytime&) { w_->clock.after(450, act); }), "");
       QVERIFY(done);
       if (auto* window = w_->realtime()) QCOMPARE(window->live().monitor().buffer.LiveCount(), 0);
-      const bool ends = command == "Quit";
+      const bool ends = command == "Quit" || command == "Escape";
+      QVERIFY(!QGuiApplication::overrideCursor());
+      if (command == "Escape") {
+        QCOMPARE(w_->main.window->Sts1[0]->text() + w_->main.window->Text1->text(), "");
+        QVERIFY(w_->realtime()->live().Timer1->enabled());
+      }
       QCOMPARE(command + difference(0x03, ends ? 0 : 500), command);
       QCOMPARE(User::recording.Title, ends ? "" : "Cold");
     }

@@ -114,6 +114,45 @@ class TestLink : public QObject {
     QCOMPARE(state() + w_->main.window->Sts1[0]->text(), "not linked, open");
   }
 
+  // Escape ends the search at once and says nothing; a dialog keeps its own.
+  void escape_ends_a_link() {
+    QStringList shown;
+    connect(w_->main.window->Text1, &QLineEdit::textChanged, this,
+            [&](const QString& text) { shown << text; });
+    w_->port.recorders = {{1, nullptr}, {2, nullptr}, {3, w_->recorder.get()}};
+    for (const int option : {0, 4}) {
+      w_->clock.after(500, [&] {
+        QVERIFY(QGuiApplication::overrideCursor() &&
+                !w_->main.window->Sts1[1]->toolTip().isEmpty());
+        QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
+      });
+      const qint64 before = w_->clock.elapsed();
+      link(option);
+      QVERIFY(w_->clock.elapsed() - before < 1100);
+      QCOMPARE(state(), untouched);
+      QVERIFY(!QGuiApplication::overrideCursor() && w_->main.window->Sts1[1]->toolTip().isEmpty());
+    }
+    QCOMPARE(shown.join('|'), "COM1 ...||COM1 ...|");
+    link(4);
+    QCOMPARE(state(), linked);
+    QVERIFY(!QGuiApplication::overrideCursor());
+  }
+
+  // A window that could not be loaded leaves nothing behind.
+  void a_failing_load_can_be_tried_again() {
+    w_->plug_in(two_channels, "silent:command=02");
+    w_->clock.each_pause = [this] {
+      if (w_->main.window->loading_realtime()) throw RunTimeError("a failing load");
+    };
+    link(0);
+    QCOMPARE(state(), "not linked, open");
+    QVERIFY(w_->main.window->menu_entry("link")->isEnabled() && !QGuiApplication::overrideCursor());
+    w_->clock.each_pause = {};
+    w_->plug_in(two_channels);
+    link(0);
+    QCOMPARE(state() + w_->realtime()->setup().Text11->text(), linked + "500");
+  }
+
   // The links in the folder come first; the system's ports keep their own numbers beside them.
   void port_devices() {
     const QTemporaryDir& folder = w_->main.folder;

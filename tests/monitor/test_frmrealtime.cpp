@@ -1,9 +1,13 @@
 #include <QAbstractItemModelTester>
 #include <QScrollBar>
+#include <QToolButton>
 
 #include "base/times.h"
 #include "monitor/channel_status.h"
 #include "monitor/monitor_window.h"
+#include "views/frmdate.h"
+#include "views/frmdisplay.h"
+#include "views/statistics.h"
 
 namespace {
 
@@ -74,6 +78,7 @@ class TestRealTimeWindow : public QObject {
     set_picked_seconds(*window_->setup().DTP2, 3723);
     set_picked_seconds(*window_->setup().DTP1, 300);
     window_->setup().Text14->setText("1000");
+    monitor_->main.window->set_panel(2, "Link Ok");
     window_->live().Timer1->set_enabled(true);
     window_->setup().Combo2->setCurrentIndex(row.startup_type);
     window_->setup().Combo3->setCurrentIndex(row.stop_type);
@@ -84,6 +89,8 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(monitor_->requests(), row.requests);
     QCOMPARE(monitor_->messages().mid(1).join('|'), row.messages);
     QCOMPARE(polled.count(true), 1);  // while the question stands
+    // After a failure nobody polls, and the panel says nothing of the link.
+    QCOMPARE(monitor_->link_state(), row.polls ? "Link Ok" : "");
     QVERIFY(window_->setup().Command4->isEnabled());
     QCOMPARE(window_->live().Timer1->enabled(), row.polls);
     QCOMPARE(window_->setup().Combo2->currentIndex(), row.startup_type);
@@ -124,7 +131,12 @@ class TestRealTimeWindow : public QObject {
       const QColor colour = window_->live().Label4[9 + value_label]->palette().windowText().color();
       return texts.join('|') + (colour.red() > 180 ? " red" : "");
     };
-    window_->setup().Text1[0]->setText("-");
+    QLineEdit& limit = *window_->setup().Text1[0];
+    for (const auto& [text, marked] : {std::pair("-", true), {"1", false}, {"", true}}) {
+      limit.setText(text);
+      QCOMPARE(!limit.accessibleDescription().isEmpty(), marked);
+      QCOMPARE(limit.findChild<QToolButton*>()->isVisible(), marked);
+    }
     monitor_->poll();
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|85.00|-40.00|21.00|21.00");
     window_->setup().Text1[2]->setText("20.99");
@@ -148,13 +160,40 @@ class TestRealTimeWindow : public QObject {
   // One missed cycle is tolerated, the second in a row is told, the next answer takes it back.
   void silence_and_return() {
     QStringList states;
+    QStringList stale;
     for (const char* fault : {"", "silent", "", "silent", "check", "", "silent:first=2"}) {
       monitor_->plug_in(steady(), fault);
       monitor_->poll();
       states << monitor_->link_state() + QString::number(monitor_->buffer().LiveCount());
+      const bool grey = !window_->live().Label4[value_label]->isEnabled();
+      QCOMPARE(window_->live().stale_label->isVisible(), grey);
+      if (grey) stale << states.last() + window_->live().stale_label->text();
     }
     QCOMPARE(states, QStringList({"Link Ok1", "Link Ok1", "Link Ok2", "Link Ok2", "Link Error2",
                                   "Link Ok3", "Link Ok4"}));
+    QCOMPARE(stale.size(), 1);
+    QVERIFY(stale[0].endsWith(monitor_->buffer().LiveTimes(1) + '.'));
+  }
+
+  // The tab has its mark until somebody has looked.
+  void unseen_alarms() {
+    const QTabWidget& tabs = *window_->live().SSTab3;
+    QString marks;
+    const auto look = [&] { marks += tabs.tabIcon(2).isNull() ? "-" : "!"; };
+    window_->setup().Text1[0]->setText("-100");
+    monitor_->poll();
+    look();
+    window_->live().SSTab3->setCurrentIndex(2);
+    QTRY_VERIFY(tabs.tabIcon(2).isNull());
+    monitor_->poll();
+    look();
+    monitor_->main.window->show_display();  // covers it
+    QCoreApplication::processEvents();
+    monitor_->poll();
+    look();
+    monitor_->main.window->show_realtime();
+    QTRY_VERIFY(tabs.tabIcon(2).isNull());
+    QCOMPARE(marks, "!-!");
   }
 
   void in_the_middle_data() {
@@ -212,8 +251,10 @@ class TestRealTimeWindow : public QObject {
     const QLabel& saved_label = *window_->live().saved_label;
     // The name of the file that the next reading leads to.
     const auto until_due = [this] {
-      while (window_->live().monitor().SaveCounter < 14999)
-        window_->live().monitor().add("then", {}, {});
+      const QString time = general_date_time_text(monitor_->clock.now());
+      LiveMonitor& live = window_->live().monitor();
+      while (live.SaveCounter < 14999) live.add(time, {}, {});
+      monitor_->clock.sleep(1000);
       return monitor_->clock.now().addMSecs(25).toString("yyyy-MM-dd HH-mm-ss") + ".qlx";
     };
     window_->setup().Text6->setText("Cold");
@@ -246,6 +287,16 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(saved.Title + saved.RecorderName + channels, "ColdTwo1 2 Air Damp C %RH   ");
     QCOMPARE(saved.SampleCount, 15000);
     QCOMPARE(saved.SampleValues(14999, 1), 21.0F);
+    // Its stamps, though of the system's form, are times.
+    QCOMPARE(information_rows(saved).at(6).value, "00-00-00");
+    const auto choose = when_shown<frmdate>([&](frmdate& dialog) {
+      QCOMPARE(dialog.DTP2[0]->text(), "2026-03-01");
+      dialog.DTP2[1]->setTime(date_time_of(saved.SampleTimes(14999)).time());
+      dialog.DTP2[3]->setTime(QTime(23, 0));
+      press(dialog.Command1);
+    });
+    monitor_->main.run("setdisplaytime");
+    QCOMPARE(monitor_->main.window->loaded_display()->ViewStart, 14995);
   }
 
   // With the slider at its end the graph follows the newest reading. The cursor stays on its own,
@@ -302,6 +353,13 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(interval(false, true, 86'399), 86'399'000);
     window_->close();
     QCOMPARE(interval(false, true, 30), 30'000);
+    monitor_->realtime()->close();
+    // Accepted while the window loads, it takes effect all the same.
+    monitor_->clock.after(100, [this] { monitor_->record(true, false, 20); });
+    monitor_->plug_in(steady(), "silent:first=1");
+    monitor_->main.window->show_realtime();
+    QCOMPARE(monitor_->realtime()->live().Timer1->interval(), 20'000);
+    QVERIFY(monitor_->realtime()->live().Timer1->enabled());
     monitor_->realtime()->close();
     monitor_->main.window->show_realtime();
     QCOMPARE(monitor_->record(true, true, 0), "1 1 00:00:05");
