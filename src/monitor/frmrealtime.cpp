@@ -1,5 +1,6 @@
 #include "monitor/frmrealtime.h"
 
+#include <QPointer>
 #include <QVBoxLayout>
 
 #include "app/shell.h"
@@ -16,6 +17,20 @@
 namespace {
 
 constexpr int pause_before_reading_back_ms = 500;
+
+// Says in the pane what goes on while it lives.
+class WorkShown {
+ public:
+  WorkShown(QLabel& label, const QString& work) : label_(&label) { label.setText(work); }
+  ~WorkShown() {
+    if (label_) label_->clear();
+  }
+  WorkShown(const WorkShown&) = delete;
+  WorkShown& operator=(const WorkShown&) = delete;
+
+ private:
+  QPointer<QLabel> label_;
+};
 
 }  // namespace
 
@@ -107,11 +122,13 @@ void frmrealtime::RefreshFromRecorder() {
 
 void frmrealtime::read_recorder(const RecorderSession& session) {
   const Waiting waiting(shell_, QStringLiteral("Reading the recorder's properties."));
+  const WorkShown work(*setup_->work_label, QStringLiteral("Reading ..."));
   if (setup_->read_recorder(session)) live_->lay_out();
 }
 
 bool frmrealtime::write_recorder(const RecorderSession& session, const PatternSettings& settings) {
   const Waiting waiting(shell_, QStringLiteral("Setting the recorder's properties."));
+  const WorkShown work(*setup_->work_label, QStringLiteral("Setting ..."));
   if (setup_->write_recorder(session, settings)) return true;
   if (session.ended()) return false;
   shell_.set_panel(2, {});

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -55,6 +56,7 @@ class SetupPane final : public QWidget {
   std::array<QLineEdit*, 8> Text1{};
   std::array<QCheckBox*, 4> Check1{};
   QPushButton* Command4;  // "Properties Set"
+  QLabel* work_label;     // what goes on between the pane and the recorder; empty for nothing
 
   QString title() const { return Text6->text(); }
   // The channels 0..3 that are marked to take part in the recording, in ascending order.

@@ -51,7 +51,12 @@ void SetupPane::build() {
   right->addWidget(build_channels());
   Command4 = new QPushButton(QStringLiteral("Properties Set"), this);
   Command4->setObjectName(QStringLiteral("Command4"));
+  work_label = new QLabel(this);
+  work_label->setObjectName(QStringLiteral("work_label"));
+  work_label->setTextFormat(Qt::PlainText);
+  work_label->setAlignment(Qt::AlignCenter);
   right->addStretch();
+  right->addWidget(work_label);
   right->addWidget(Command4);
   auto* all = new QHBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);

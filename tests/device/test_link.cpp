@@ -142,7 +142,10 @@ class TestLink : public QObject {
   void a_failing_load_can_be_tried_again() {
     w_->plug_in(two_channels, "silent:command=02");
     w_->clock.each_pause = [this] {
-      if (w_->main.window->loading_realtime()) throw RunTimeError("a failing load");
+      frmrealtime* window = w_->main.window->loading_realtime();
+      if (!window) return;
+      QCOMPARE(window->setup().work_label->text(), "Reading ...");
+      throw RunTimeError("a failing load");
     };
     link(0);
     QCOMPARE(state(), "not linked, open");
@@ -150,7 +153,8 @@ class TestLink : public QObject {
     w_->clock.each_pause = {};
     w_->plug_in(two_channels);
     link(0);
-    QCOMPARE(state() + w_->realtime()->setup().Text11->text(), linked + "500");
+    const SetupPane& setup = w_->realtime()->setup();
+    QCOMPARE(state() + setup.Text11->text() + setup.work_label->text(), linked + "500");
   }
 
   // The links in the folder come first; the system's ports keep their own numbers beside them.
