@@ -16,6 +16,8 @@
 #include "device/qt_serial_port.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "monitor/time_picker.h"
 #include "suite.h"
 #include "support/dialogs.h"
@@ -55,7 +57,7 @@ class Live {
     window_.main.window->resize(1024, 700);
     window_.main.run(QStringLiteral("realtime"));
     window().showMaximized();
-    window().Text1[0]->setText(QStringLiteral("-100"));
+    window().setup().Text1[0]->setText(QStringLiteral("-100"));
     QCoreApplication::processEvents();
   }
   ~Live() { window_.clock.stop(); }
@@ -70,7 +72,7 @@ class Live {
   // Each with all that it shows painted.
   void cycle(int times) {
     for (int i = 0; i < times; ++i) {
-      Q_EMIT window().Timer1->tick();
+      Q_EMIT window().live().Timer1->tick();
       QCoreApplication::processEvents();
       window_.clock.sleep(1000);
       window_.port.log.clear();
@@ -116,7 +118,7 @@ class ItemTable {
 void cycle_benchmarks(Suite& suite) {
   Live live;
   frmrealtime& window = live.window();
-  fill(window.live());
+  fill(window.live().monitor());
   const int cycles = suite.short_run() ? 20 : 100;
   const auto cycle = [&]() -> std::optional<double> {
     return milliseconds([&] { live.cycle(cycles); }) / cycles;
@@ -127,8 +129,8 @@ void cycle_benchmarks(Suite& suite) {
   suite.compare("live cycle beside a table of items", cycle, "QStandardItemModel, the sheet alone",
                 peer, 0.25);
   table.reset();
-  for (QTableView* sheet : {window.MSFlG1, window.MSFlG2}) {
-    window.SSTab3->setCurrentWidget(sheet);
+  for (QTableView* sheet : {window.live().MSFlG1, window.live().MSFlG2}) {
+    window.live().SSTab3->setCurrentWidget(sheet);
     live.cycle(1);
     const auto paint = [&] {
       return std::optional(milliseconds([&] { sheet->viewport()->repaint(); }));
@@ -136,8 +138,8 @@ void cycle_benchmarks(Suite& suite) {
     const std::string name = sheet->accessibleName().toLower().toStdString();
     suite.compare("live cycle, sheet of " + name, cycle, "painting its rows once", paint, 2);
   }
-  window.SSTab3->setCurrentIndex(0);
-  while (window.view().Span < capacity) window.cmd[0]->click();
+  window.live().SSTab3->setCurrentIndex(0);
+  while (window.live().view().Span < capacity) window.live().cmd[0]->click();
   suite.compare("live cycle, graph of all readings", cycle, "2 ms", always(2), 1);
 }
 
@@ -155,7 +157,7 @@ void soak_benchmarks(Suite& suite) {
       for (int part = 0; part < 50; ++part) {
         cycles += milliseconds([&] { live.cycle(thousand / 50); });
         paintings += milliseconds([&] {
-          for (int i = 0; i < 10; ++i) live.window().Pic1->repaint();
+          for (int i = 0; i < 10; ++i) live.window().live().Pic1->repaint();
         });
       }
       times.push_back(cycles / paintings);
@@ -195,7 +197,7 @@ std::optional<double> polling_share(int seconds) {
   Q_EMIT main.window->menu_entry(QStringLiteral("link"))->triggered();
   frmrealtime* window = main.window->loaded_realtime();
   if (!window) return std::nullopt;
-  fill(window->live());
+  fill(window->live().monitor());
   const auto record = when_shown<frmrecord>([](frmrecord& dialog) {
     set_picked_seconds(*dialog.DTP1, 1);
     dialog.Command1->click();
@@ -207,9 +209,9 @@ std::optional<double> polling_share(int seconds) {
     loop.exec();
   };
   run(1500);
-  const int readings = window->live().SaveCounter;
+  const int readings = window->live().monitor().SaveCounter;
   const double worked = milliseconds([&] { run(1000 * seconds); });
-  const bool polled = window->live().SaveCounter - readings >= seconds - 1;
+  const bool polled = window->live().monitor().SaveCounter - readings >= seconds - 1;
   return polled ? std::optional(worked / 1000 / seconds) : std::nullopt;
 }
 

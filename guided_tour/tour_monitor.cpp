@@ -5,6 +5,8 @@
 #include "guided_tour/tour.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 
 namespace {
 
@@ -28,7 +30,7 @@ void choose_polling(Tour& tour, bool on) {
 }
 
 void wait_for_reading(Tour& tour, const frmrealtime& window, int row) {
-  tour.wait_for([&] { return window.MSFlG1->model()->rowCount() >= row; },
+  tour.wait_for([&] { return window.live().MSFlG1->model()->rowCount() >= row; },
                 QStringLiteral("the recorder answers"));
 }
 
@@ -37,31 +39,32 @@ void wait_for_reading(Tour& tour, const frmrealtime& window, int row) {
 void set_properties(Tour& tour) {
   tour.click_toolbar(realtime_button);
   frmrealtime& window = *tour.window().loaded_realtime();
-  tour.type_over(*window.Text6, QStringLiteral("冷库 2"));
-  tour.type_over(*window.Text15, QStringLiteral("North wall, upper shelf"));
-  tour.type_over(*window.Text1[0], QStringLiteral("12.5"));
-  tour.type_over(*window.Text1[1], QStringLiteral("-2.25"));
-  tour.click_tab(*window.SSTab1, 3);
-  QTest::keyClick(window.Check1[3], Qt::Key_Space);
-  tour.type_time(*window.DTP1, QStringLiteral("00:01:30"));
+  tour.type_over(*window.setup().Text6, QStringLiteral("冷库 2"));
+  tour.type_over(*window.setup().Text15, QStringLiteral("North wall, upper shelf"));
+  tour.type_over(*window.setup().Text1[0], QStringLiteral("12.5"));
+  tour.type_over(*window.setup().Text1[1], QStringLiteral("-2.25"));
+  tour.click_tab(*window.setup().SSTab1, 3);
+  QTest::keyClick(window.setup().Check1[3], Qt::Key_Space);
+  tour.type_time(*window.setup().DTP1, QStringLiteral("00:01:30"));
   tour.in_dialog<QMessageBox>([&tour](QMessageBox& question) {
     tour.step(QStringLiteral("set-question"),
               QStringLiteral("Title, description, limits, interval and channels are typed; "
                              "Properties Set asks first."));
     tour.click(question.button(QMessageBox::Yes));
   });
-  tour.click(window.Command4);
+  tour.click(window.setup().Command4);
   tour.finish_command();
-  tour.click_tab(*window.SSTab1, 0);
+  tour.click_tab(*window.setup().SSTab1, 0);
   tour.step(QStringLiteral("set"), QStringLiteral("Yes writes them and shows what the recorder now "
                                                   "holds; its readings are gone."));
-  tour.require(window.Text6->text() == QStringLiteral("冷库 2") &&
-                   window.Text15->text() == QStringLiteral("North wall, upper shelf") &&
-                   window.Text1[0]->text() == QStringLiteral("12.50") &&
-                   window.Text1[1]->text() == QStringLiteral("-2.25") &&
-                   window.DTP1->text() == QStringLiteral("00:01:30") &&
-                   window.Check1[2]->isChecked() && !window.Check1[3]->isChecked() &&
-                   window.Text11->text() == QStringLiteral("0"),
+  tour.require(window.setup().Text6->text() == QStringLiteral("冷库 2") &&
+                   window.setup().Text15->text() == QStringLiteral("North wall, upper shelf") &&
+                   window.setup().Text1[0]->text() == QStringLiteral("12.50") &&
+                   window.setup().Text1[1]->text() == QStringLiteral("-2.25") &&
+                   window.setup().DTP1->text() == QStringLiteral("00:01:30") &&
+                   window.setup().Check1[2]->isChecked() &&
+                   !window.setup().Check1[3]->isChecked() &&
+                   window.setup().Text11->text() == QStringLiteral("0"),
                QStringLiteral("the recorder holds what was typed"));
 }
 
@@ -69,9 +72,9 @@ void poll_readings(Tour& tour) {
   frmrealtime& window = *tour.window().loaded_realtime();
   choose_polling(tour, true);
   wait_for_reading(tour, window, 5);
-  tour.type_over(*window.Text1[0], QStringLiteral("1"));
+  tour.type_over(*window.setup().Text1[0], QStringLiteral("1"));
   wait_for_reading(tour, window, 10);
-  QTest::mouseClick(window.Pic1, Qt::LeftButton, {}, {window.Pic1->width() / 32, 40});
+  QTest::mouseClick(window.live().Pic1, Qt::LeftButton, {}, {window.live().Pic1->width() / 32, 40});
   const QString graph = QStringLiteral(
       "Ten readings. Since channel 1's upper limit was lowered it is out of range, and red.");
   const std::array pages = {
@@ -79,21 +82,21 @@ void poll_readings(Tour& tour) {
       std::pair(QStringLiteral("live-sheet"), QStringLiteral("The same readings in the sheet.")),
       std::pair(QStringLiteral("alarms"), QStringLiteral("Those that were out of range."))};
   for (std::size_t page = 0; page < pages.size(); ++page) {
-    tour.click_tab(*window.SSTab3, static_cast<int>(page));
+    tour.click_tab(*window.live().SSTab3, static_cast<int>(page));
     tour.step(pages[page].first, pages[page].second);
   }
-  const int alarms = window.MSFlG2->model()->rowCount();
-  tour.require(alarms > 0 && alarms < window.MSFlG1->model()->rowCount(),
+  const int alarms = window.live().MSFlG2->model()->rowCount();
+  tour.require(alarms > 0 && alarms < window.live().MSFlG1->model()->rowCount(),
                QStringLiteral("some readings are out of range"));
 }
 
 void stop_polling(Tour& tour) {
   frmrealtime& window = *tour.window().loaded_realtime();
   choose_polling(tour, false);
-  const int readings = window.live().buffer.LiveCount();
+  const int readings = window.live().monitor().buffer.LiveCount();
   QTest::qWait(2500);
-  tour.require(window.live().buffer.LiveCount() == readings,
+  tour.require(window.live().monitor().buffer.LiveCount() == readings,
                QStringLiteral("no further reading comes"));
-  tour.click_tab(*window.SSTab3, 0);
+  tour.click_tab(*window.live().SSTab3, 0);
   tour.step(QStringLiteral("stopped"), QStringLiteral("Polling has stopped; the graph stays."));
 }

@@ -9,7 +9,9 @@
 #include "acquire/frmhistorytime.h"
 #include "app/shell.h"
 #include "app/user.h"
+#include "app/waiting.h"
 #include "base/errors.h"
+#include "base/escape_key.h"
 #include "base/message_box.h"
 #include "base/times.h"
 #include "device/packet.h"
@@ -26,15 +28,24 @@ class Download {
       : shell_(shell),
         window_(&window),
         turn_(Packet::recorder().use, RecorderTask::download),
+        escape_([this] { cancelled_ = true; }),
         engine_(Packet::recorder(), [this] { return abandoned(); }) {}
   void run();
 
  private:
-  bool abandoned() const { return shell_.shutting_down() || turn_.overtaken(); }
+  bool abandoned() const { return cancelled_ || lost(); }
+  bool lost() const { return shell_.shutting_down() || turn_.overtaken(); }
   void ask_window();
   bool read_properties();
   bool choose_segments(const MemoryMap& memory);
   bool read_segments();
+  void cancel();
+  // Reads with the signs of a wait.
+  template <class Read>
+  auto waiting(Read&& read) {
+    const Waiting shown(shell_, QStringLiteral("Reading the recorder's data. Esc ends it."));
+    return std::forward<Read>(read)();
+  }
   void show_progress(int position);
   void finish();
   void link_timeout();
@@ -42,16 +53,22 @@ class Download {
   Shell& shell_;
   QPointer<frmrealtime> window_;
   RecorderUse::Turn turn_;
+  bool cancelled_ = false;
+  EscapeKey escape_;
+  bool polled_ = false;  // before the download
   DownloadEngine engine_;
   RecordingHeader header_;
 };
 
 void Download::run() {
   if (!turn_) return;
-  window_->pause_polling();
+  polled_ = window_->pause_polling();
   header_.recorder_type = User::RecorderType;
   ask_window();
-  if (!read_properties() || !read_segments()) return;
+  if (!read_properties() || !read_segments()) {
+    if (cancelled_ && !lost()) cancel();
+    return;
+  }
   ask_window();
   engine_.store(header_, User::DeviceTable, User::recording);
   shell_.unload_display();
@@ -59,6 +76,14 @@ void Download::run() {
   shell_.enable_data_commands(true);
   shell_.set_progress(0, {});
   finish();
+}
+
+// The user has ended the download: all is as it was before it.
+void Download::cancel() {
+  shell_.set_progress(0, {});
+  shell_.set_panel(1, {});
+  frmrealtime* window = shell_.loaded_realtime();
+  if (window && polled_) window->resume_polling();
 }
 
 // Once the window is closed its last answers count.
@@ -69,7 +94,7 @@ void Download::ask_window() {
 }
 
 bool Download::read_properties() {
-  const auto properties = engine_.read_properties();
+  const auto properties = waiting([this] { return engine_.read_properties(); });
   if (abandoned()) return false;
   if (!properties) {
     link_timeout();
@@ -107,7 +132,8 @@ bool Download::choose_segments(const MemoryMap& memory) {
 }
 
 bool Download::read_segments() {
-  const bool complete = engine_.read_blocks([this](int position) { show_progress(position); });
+  const bool complete = waiting(
+      [this] { return engine_.read_blocks([this](int position) { show_progress(position); }); });
   if (complete || abandoned()) return complete;
   link_timeout();
   shell_.set_progress(0, {});

@@ -235,6 +235,14 @@ void frmmdi::set_progress(int value, const QString& text) {
   if (PrgB1->styleSheet() != style) PrgB1->setStyleSheet(style);
 }
 
+QString frmmdi::tell_wait(const QString& what) {
+  const QString before = Sts1[1]->toolTip();
+  for (QWidget* place : std::initializer_list<QWidget*>{Sts1[1], PrgB1, Text1}) {
+    place->setToolTip(what);
+  }
+  return before;
+}
+
 void frmmdi::enable_data_commands(bool enabled) {
   for (const QString& name : data_entries) menu_entry(name)->setEnabled(enabled);
   for (const int index : data_buttons) toolbar_button(index)->setEnabled(enabled);

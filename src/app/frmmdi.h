@@ -45,12 +45,14 @@ class frmmdi final : public QMainWindow, public Shell {
 
   void set_panel(int panel, const QString& text) override;
   void set_progress(int value, const QString& text) override;
+  QString tell_wait(const QString& what) override;
   void enable_data_commands(bool enabled) override;
   void set_recording_file(const QString& path) override;
   void set_linked_commands(bool linked) override;
 
   frmrealtime* loaded_realtime() override;
   frmrealtime* realtime() override;
+  frmrealtime* loading_realtime() override;
   void show_realtime() override;
   void unload_realtime() override;
   frmdisplay* loaded_display() override;

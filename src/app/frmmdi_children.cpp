@@ -76,6 +76,10 @@ frmrealtime* frmmdi::loaded_realtime() {
   return realtime_loading_ ? nullptr : static_cast<frmrealtime*>(realtime_.data());
 }
 
+frmrealtime* frmmdi::loading_realtime() {
+  return realtime_loading_ ? static_cast<frmrealtime*>(realtime_.data()) : nullptr;
+}
+
 // Loading reads the recorder; the window can be gone again when that is done.
 frmrealtime* frmmdi::realtime() {
   if (!realtime_) {

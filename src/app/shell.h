@@ -33,6 +33,9 @@ class Shell {
   virtual void set_panel(int panel, const QString& text) = 0;
   // Progress bar, 0..100, and the percentage text beside it.
   virtual void set_progress(int value, const QString& text) = 0;
+  // Says in a tool tip of the status bar what the program waits for; empty for nothing. Gives what
+  // it said before.
+  virtual QString tell_wait(const QString& what) = 0;
 
   // The commands that act on a Recording: save, outputs, printview, printdata, limit,
   // setdisplaytime, history, and toolbar buttons 3, 4, 5 and 12. The toolbar's save button stays
@@ -49,6 +52,8 @@ class Shell {
   // what the window shows is then not yet the recorder's.
   virtual frmrealtime* loaded_realtime() = 0;
   virtual frmrealtime* realtime() = 0;
+  // The window while its load is under way, else null: for what it is to do when it is loaded.
+  virtual frmrealtime* loading_realtime() = 0;
   virtual void show_realtime() = 0;
   virtual void unload_realtime() = 0;
 

@@ -1,9 +1,10 @@
 #include "base/times.h"
 
-#include <QLocale>
 #include <QRegularExpression>
 
 #include <cstdio>
+
+#include "base/date_time_form.h"
 
 QString stamp_text(const QDateTime& time) {
   const QDate date = time.date();
@@ -25,13 +26,33 @@ QDateTime stamp_time(const QString& text) {
   return stamp_text(time) == text ? time : QDateTime();
 }
 
-QString general_date_time_text(const QDateTime& time) {
-  const QLocale locale = QLocale::system();
-  // The long time form carries the seconds, and a time-zone name that a wall time does not have.
-  static const QRegularExpression zone(QStringLiteral("\\s*,?\\s*[\\(\\[]?t+[\\)\\]]?\\s*"));
-  const QString time_form = locale.timeFormat(QLocale::LongFormat).remove(zone);
-  return locale.toString(time.date(), QLocale::ShortFormat) + u' ' +
-         locale.toString(time.time(), time_form);
+namespace {
+
+// The long time form carries the seconds, and a time-zone name that a wall time does not have. Qt
+// does not know "B", a part of the day in words, and would write the letter.
+QString general_form(const QLocale& locale) {
+  static const QRegularExpression left_out(QStringLiteral("\\s*,?\\s*[\\(\\[]?t+[\\)\\]]?\\s*|B"));
+  return locale.dateFormat(QLocale::ShortFormat) + u' ' +
+         locale.timeFormat(QLocale::LongFormat).remove(left_out);
+}
+
+}  // namespace
+
+QString general_date_time_text(const QDateTime& time, const QLocale& locale) {
+  const QString form = general_form(locale);
+  const QString text = locale.toString(time, form);
+  const QString stamp = stamp_text(time);
+  return stamp_text(read_date_time(text, form, locale)) == stamp ? text : stamp;
+}
+
+QDateTime date_time_of(const QString& text, const QLocale& locale) {
+  const QDateTime time = stamp_time(text);
+  return time.isValid() ? time : read_date_time(text, general_form(locale), locale);
+}
+
+QString as_stamp(const QString& text) {
+  const QDateTime time = date_time_of(text);
+  return time.isValid() ? stamp_text(time) : text;
 }
 
 QDateTime wall_time(int year, int month, int day, int hour, int minute, int second) {

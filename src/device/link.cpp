@@ -2,7 +2,9 @@
 
 #include "app/shell.h"
 #include "app/user.h"
+#include "app/waiting.h"
 #include "base/errors.h"
+#include "base/escape_key.h"
 #include "base/message_box.h"
 #include "base/serial_port.h"
 #include "device/frmport.h"
@@ -14,15 +16,38 @@ constexpr std::int16_t no_port = -1;
 constexpr std::int16_t automatic = 4;
 constexpr std::int16_t searched_ports = 8;
 
-// A link must be broken off when the program ends, and when another link has begun inside its
-// endless wait: the port is then the other's.
+// A link must be broken off when the user or the program ends it, and when another link has begun
+// inside its endless wait: the port is then the other's.
 struct LinkCommand {
   explicit LinkCommand(Shell& the_shell)
-      : shell(the_shell), turn(Packet::recorder().use, RecorderTask::link) {}
-  bool abandoned() const { return shell.shutting_down() || turn.overtaken(); }
+      : shell(the_shell),
+        turn(Packet::recorder().use, RecorderTask::link),
+        escape([this] { cancelled = true; }) {}
+  bool abandoned() const { return cancelled || lost(); }
+  bool lost() const { return shell.shutting_down() || turn.overtaken(); }
 
   Shell& shell;
   RecorderUse::Turn turn;
+  bool cancelled = false;
+  EscapeKey escape;
+};
+
+// Shows on which port the recorder is looked for.
+class PortShown {
+ public:
+  PortShown(Shell& shell, int number)
+      : shell_(shell),
+        waiting_(shell,
+                 QStringLiteral("Looking for a recorder on COM%1. Esc ends it.").arg(number)) {
+    shell_.set_progress(0, QStringLiteral("COM%1 ...").arg(number));
+  }
+  ~PortShown() { shell_.set_progress(0, {}); }
+  PortShown(const PortShown&) = delete;
+  PortShown& operator=(const PortShown&) = delete;
+
+ private:
+  Shell& shell_;
+  Waiting waiting_;
 };
 
 // Whether a recorder answers on port `number`. A port left open by Unlink takes neither the
@@ -32,10 +57,16 @@ bool probe(const LinkCommand& command, int number) {
   SerialPort& port = command.shell.MSComm1();
   skip_on_error([&] { port.set_port_number(number); });
   skip_on_error([&] { port.open(); });
+  const PortShown shown(command.shell, port.port_number());
   if (!User::DeviceTable.has_channels(User::RecorderType)) return false;
   return Packet::request(Packet::BuildStatusRequest, {}, [&] { return command.abandoned(); })
              .has_value() &&
          !command.abandoned();
+}
+
+// The user's end leaves the port as a failed probe does, but says nothing.
+void close_if_cancelled(const LinkCommand& command) {
+  if (command.cancelled && !command.lost()) command.shell.MSComm1().close();
 }
 
 void tell_timeout(Shell& shell) {
@@ -44,7 +75,10 @@ void tell_timeout(Shell& shell) {
 
 bool find_on_fixed_port(const LinkCommand& command) {
   if (probe(command, User::PortChoice + 1)) return true;
-  if (command.abandoned()) return false;
+  if (command.abandoned()) {
+    close_if_cancelled(command);
+    return false;
+  }
   tell_timeout(command.shell);
   command.shell.MSComm1().close();
   return false;
@@ -55,7 +89,10 @@ bool search(const LinkCommand& command) {
   for (std::int16_t k = 0; k < searched_ports; ++k) {
     User::PortChoice = k;
     if (probe(command, k + 1)) return true;
-    if (command.abandoned()) return false;
+    if (command.abandoned()) {
+      close_if_cancelled(command);
+      return false;
+    }
     if (k + 1 < searched_ports) command.shell.MSComm1().close();
   }
   tell_timeout(command.shell);

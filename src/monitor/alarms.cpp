@@ -3,11 +3,14 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 
+std::optional<float> alarm_limit(QStringView text) {
+  std::optional<float> limit;
+  skip_on_error([&] { limit = to_float(text); });
+  return limit;
+}
+
 AlarmLimits alarm_limits(QStringView up, QStringView down) {
-  AlarmLimits limits;
-  skip_on_error([&] { limits.up = to_float(up); });
-  skip_on_error([&] { limits.down = to_float(down); });
-  return limits;
+  return {.up = alarm_limit(up), .down = alarm_limit(down)};
 }
 
 bool out_of_range(float value, const AlarmLimits& limits) {

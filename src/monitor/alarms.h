@@ -16,7 +16,8 @@ struct AlarmLimits {
   std::optional<float> down;
 };
 
-// The limits that two texts are. A text that is not a number gives no limit.
+// The limit that a text is; none where it is not a number.
+std::optional<float> alarm_limit(QStringView text);
 AlarmLimits alarm_limits(QStringView up, QStringView down);
 
 // Above the upper or below the lower limit; a value equal to a limit is in range.

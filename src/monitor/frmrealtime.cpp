@@ -1,24 +1,54 @@
 #include "monitor/frmrealtime.h"
 
+#include <QPointer>
+#include <QVBoxLayout>
+
 #include "app/shell.h"
 #include "app/user.h"
-#include "base/errors.h"
-#include "base/numbers.h"
-#include "device/limits.h"
-#include "device/properties.h"
-#include "device/status.h"
-#include "device/texts.h"
+#include "app/waiting.h"
+#include "base/clock.h"
+#include "base/message_box.h"
+#include "device/pattern.h"
+#include "monitor/Frmwarn.h"
+#include "monitor/live_pane.h"
 #include "monitor/recorder_session.h"
-#include "monitor/time_picker.h"
+#include "monitor/setup_pane.h"
+
+namespace {
+
+constexpr int pause_before_reading_back_ms = 500;
+
+// Says in the pane what goes on while it lives.
+class WorkShown {
+ public:
+  WorkShown(QLabel& label, const QString& work) : label_(&label) { label.setText(work); }
+  ~WorkShown() {
+    if (label_) label_->clear();
+  }
+  WorkShown(const WorkShown&) = delete;
+  WorkShown& operator=(const WorkShown&) = delete;
+
+ private:
+  QPointer<QLabel> label_;
+};
+
+}  // namespace
 
 frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), shell_(shell) {
-  constexpr int design_interval_ms = 5000;
-  Timer1 = new IntervalTimer(design_interval_ms, this);
-  build();
-  connect(Timer1, &IntervalTimer::tick, this, &frmrealtime::Timer1_Timer);
+  setObjectName(QStringLiteral("frmrealtime"));
+  setWindowTitle(QStringLiteral("Real-time Data"));
+  setup_ = new SetupPane(shell.messages(), this);
+  live_ = new LivePane(shell, *this, *setup_);
+  auto* panes = new QVBoxLayout(this);
+  panes->setContentsMargins(6, 2, 6, 4);
+  panes->setSpacing(4);
+  panes->addWidget(setup_);
+  panes->addWidget(live_, 1);
+  connect(setup_->Command4, &QPushButton::clicked, this, &frmrealtime::Command4_Click);
+  connect(setup_, &SetupPane::limits_changed, live_, &LivePane::show_readings);
   const RecorderUse& use = Packet::recorder().use;
   connect(&use, &RecorderUse::changed, this,
-          [this, &use] { Command4->setEnabled(use.free_for(RecorderTask::set_up)); });
+          [this, &use] { setup_->Command4->setEnabled(use.free_for(RecorderTask::set_up)); });
   // Later, when the task that has ended has left its handler.
   connect(&use, &RecorderUse::changed, this, &frmrealtime::refresh_if_due, Qt::QueuedConnection);
 }
@@ -28,24 +58,55 @@ void frmrealtime::Form_Load() {
   User::OnlineRefresh = true;
   User::OnlineRecord = true;
   User::OnlineInterval = QTime(0, 0, 5);
-  Text5->setText(User::DeviceTable.text(0, User::RecorderType));
-  lay_out_live();
+  setup_->show_type();
+  live_->lay_out();
   RefreshFromRecorder();
-  Slider1->setValue(Slider1->maximum());
+  live_->Slider1->setValue(live_->Slider1->maximum());
 }
 
 void frmrealtime::Form_Unload() {
-  Timer1->set_enabled(false);
+  pause_polling();
   // Nobody polls any more: what the panel says would only grow older.
   shell_.set_panel(2, {});
 }
 
+QString frmrealtime::recorder_title() const {
+  return setup_->title();
+}
+
 std::vector<int> frmrealtime::recorded_channels() const {
-  std::vector<int> channels;
-  for (std::size_t c = 0; c < Check1.size(); ++c) {
-    if (Check1[c]->isChecked()) channels.push_back(static_cast<int>(c));
-  }
-  return channels;
+  return setup_->recorded_channels();
+}
+
+bool frmrealtime::pause_polling() {
+  const bool polled = live_->Timer1->enabled();
+  live_->Timer1->set_enabled(false);
+  return polled;
+}
+
+void frmrealtime::resume_polling() {
+  live_->Timer1->set_enabled(true);
+}
+
+void frmrealtime::restart_polling() {
+  if (live_->Timer1->interval() > 0) resume_polling();
+}
+
+void frmrealtime::RedrawGraph() {
+  live_->RedrawGraph();
+}
+
+void frmrealtime::ShowDisplayLimits() {
+  const Handler running(*this);
+  Frmwarn(shell_.messages(), shell_.window()).exec();
+  if (!running.unloaded() && !shell_.shutting_down()) RedrawGraph();
+}
+
+void frmrealtime::apply_online_settings() {
+  const bool polls = User::OnlineRefresh || User::OnlineRecord;
+  if (polls) live_->Timer1->set_interval(QTime(0, 0).msecsTo(User::OnlineInterval));
+  live_->Timer1->set_enabled(polls);
+  live_->clear_sheet();
 }
 
 void frmrealtime::refresh_if_due() {
@@ -54,64 +115,50 @@ void frmrealtime::refresh_if_due() {
 }
 
 void frmrealtime::RefreshFromRecorder() {
-  const Session session(*this, RecorderTask::refresh);
+  const RecorderSession session(*this, shell_, RecorderTask::refresh);
   refresh_due_ = !session.granted();
   if (session.granted()) read_recorder(session);
 }
 
-void frmrealtime::read_recorder(const Session& session) {
-  if (!read_properties(session)) return;
-  if (!read_texts(session)) return;
-  if (!read_battery(session)) return;
-  if (!read_limits(session)) return;
-  lay_out_live();
+void frmrealtime::read_recorder(const RecorderSession& session) {
+  const Waiting waiting(shell_, QStringLiteral("Reading the recorder's properties."));
+  const WorkShown work(*setup_->work_label, QStringLiteral("Reading ..."));
+  if (setup_->read_recorder(session)) live_->lay_out();
 }
 
-bool frmrealtime::read_properties(const Session& session) {
-  const auto answer = session.request(Packet::BuildReadProperties);
-  if (!answer) return false;
-  const RecorderProperties properties = decode_properties(*answer);
-  Text3->setText(properties.start_text);
-  Combo2->setCurrentIndex(static_cast<int>(properties.startup_type));
-  Text2->setText(properties.recording ? QStringLiteral("Recording") : QStringLiteral("Stop"));
-  Combo3->setCurrentIndex(properties.wrap ? 1 : 0);
-  for (std::size_t c = 0; c < Check1.size(); ++c) Check1[c]->setChecked(properties.channels[c]);
-  set_picked_seconds(*DTP2, properties.startup_delay);
-  set_picked_seconds(*DTP1, properties.record_interval);
-  Text14->setText(QString::number(properties.all_data));
-  Text11->setText(QString::number(properties.readings_held));
-  return true;
+bool frmrealtime::write_recorder(const RecorderSession& session, const PatternSettings& settings) {
+  const Waiting waiting(shell_, QStringLiteral("Setting the recorder's properties."));
+  const WorkShown work(*setup_->work_label, QStringLiteral("Setting ..."));
+  if (setup_->write_recorder(session, settings)) return true;
+  if (session.ended()) return false;
+  shell_.set_panel(2, {});
+  shell_.messages().show(QStringLiteral("Setting is Failed"));
+  return false;
 }
 
-bool frmrealtime::read_texts(const Session& session) {
-  const auto answer = session.request(Packet::BuildReadDescription);
-  if (!answer) return false;
-  const RecorderTexts texts = decode_texts(*answer);
-  User::TitleBytes = texts.title;
-  User::DescriptionBytes.fill(0);
-  std::copy(texts.description.begin(), texts.description.end(), User::DescriptionBytes.begin());
-  Text15->setText(text_of_units(User::DescriptionBytes.data(), 2 * description_units));
-  Text6->setText(text_of_units(User::TitleBytes.data(), 2 * title_units));
-  return true;
+// "Properties Set". The question is asked without the recorder: another task can take it while the
+// box is open.
+void frmrealtime::Command4_Click() {
+  const Handler running(*this);
+  const bool confirmed = shell_.messages().ask(
+      QStringLiteral("Setting Recorder's Properties will Lose Historical Sampling，Continue?"));
+  if (!confirmed || running.unloaded() || shell_.shutting_down()) return;
+  const RecorderSession session(*this, shell_, RecorderTask::set_up);
+  if (session.granted()) set_properties(session);
 }
 
-bool frmrealtime::read_battery(const Session& session) {
-  const auto answer = session.request(Packet::BuildStatusRequest);
-  if (!answer) return false;
-  const bool enough = decode_status(*answer).battery_ok();
-  Text4->setText(enough ? QStringLiteral("Ok") : QStringLiteral("Error"));
-  return true;
-}
-
-bool frmrealtime::read_limits(const Session& session) {
-  const int channels = live_channels(User::DeviceTable, User::RecorderType).count;
-  for (int channel = 1; channel <= channels; ++channel) {
-    const auto answer = session.request([channel] { return Packet::BuildReadLimits(channel); });
-    if (!answer) return false;
-    const ChannelLimits limits = decode_limits(*answer);
-    const auto up = static_cast<std::size_t>(2 * (channel - 1));
-    Text1[up]->setText(fixed2(limits.up));
-    Text1[up + 1]->setText(fixed2(limits.down));
+// After a failed request polling stays off, until the online-record dialog switches it on again.
+// The panel then says nothing of the link, since nobody polls.
+void frmrealtime::set_properties(const RecorderSession& session) {
+  pause_polling();
+  const auto settings = setup_->take_typed(shell_.clock().now());
+  if (!settings) {
+    shell_.messages().show(QStringLiteral("Input Error ，Please Retry"));
+    if (!session.ended()) restart_polling();
+    return;
   }
-  return true;
+  if (!write_recorder(session, *settings)) return;
+  shell_.clock().sleep(pause_before_reading_back_ms);
+  read_recorder(session);
+  if (!session.ended()) restart_polling();
 }

@@ -56,16 +56,12 @@ void frmrecord::Form_Load() {
 void frmrecord::Command1_Click() {
   setEnabled(false);
   frmrealtime* window = shell_.realtime();
+  // Its load does not touch the settings any more.
+  if (!window) window = shell_.loading_realtime();
   if (shell_.shutting_down()) return reject();
   User::OnlineRefresh = Check1[1]->isChecked();
   User::OnlineRecord = Check1[2]->isChecked();
-  const auto seconds = static_cast<int>(picked_seconds(*DTP1));
-  User::OnlineInterval = QTime(0, 0).addSecs(seconds);
-  if (window) {
-    const bool polls = User::OnlineRefresh || User::OnlineRecord;
-    if (polls) window->Timer1->set_interval(seconds * 1000);
-    window->Timer1->set_enabled(polls);
-    window->clear_live_sheet();
-  }
+  User::OnlineInterval = QTime(0, 0).addSecs(static_cast<int>(picked_seconds(*DTP1)));
+  if (window) window->apply_online_settings();
   accept();
 }

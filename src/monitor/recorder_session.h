@@ -1,15 +1,15 @@
-// One use of the recorder by a handler of the Real-time Data window: its turn with the recorder,
-// and whether it must leave when it comes back from a wait.
+// One use of the recorder by a handler of a child window: its turn with the recorder, and whether
+// it must leave when it comes back from a wait.
 #pragma once
 
 #include "app/shell.h"
+#include "base/child_window.h"
 #include "device/packet.h"
-#include "monitor/frmrealtime.h"
 
-class frmrealtime::Session {
+class RecorderSession {
  public:
-  Session(frmrealtime& window, RecorderTask task)
-      : running_(window), shell_(window.shell_), turn_(Packet::recorder().use, task) {}
+  RecorderSession(ChildWindow& window, Shell& shell, RecorderTask task)
+      : running_(window), shell_(shell), turn_(Packet::recorder().use, task) {}
 
   // The handler has the recorder; else it must leave it alone.
   bool granted() const { return static_cast<bool>(turn_); }
@@ -24,7 +24,7 @@ class frmrealtime::Session {
   }
 
  private:
-  Handler running_;
+  ChildWindow::Handler running_;
   Shell& shell_;
   RecorderUse::Turn turn_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/recording.h"
+#include "base/times.h"
 
 namespace {
 
@@ -10,7 +11,7 @@ constexpr std::int32_t least_view = 5;
 
 std::int32_t first_at_or_after(const Recording& recording, const QString& time) {
   for (std::int32_t n = 0; n < recording.SampleCount; ++n) {
-    if (recording.SampleTimes(n) >= time) return n;
+    if (as_stamp(recording.SampleTimes(n)) >= time) return n;
   }
   return recording.SampleCount;
 }

@@ -13,7 +13,8 @@ struct DateSegment {
   std::int32_t count = 0;
 };
 
-// Times are compared as the texts that they are, "YYYY-MM-DD HH:MM:SS"; the sample at the end time
-// itself falls just outside. At least 5 samples; a start after the last sample is the last sample.
-// Throws BoundsError when the search runs out of what the Recording can hold.
+// Times are compared as texts "YYYY-MM-DD HH:MM:SS"; an automatic save's stamps are brought into
+// that form first. The sample at the end time itself falls just outside. At least 5 samples; a
+// start after the last sample is the last sample. Throws BoundsError when the search runs out of
+// what the Recording can hold.
 DateSegment date_segment(const Recording& recording, const QString& start, const QString& end);

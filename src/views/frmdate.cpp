@@ -16,9 +16,9 @@
 
 namespace {
 
-// The time of a sample's stamp. Throws where there is no sample or its stamp has another form.
+// The time of a sample's stamp. Throws where there is no sample or its stamp is no time.
 QDateTime sample_time(std::int64_t sample) {
-  QDateTime time = stamp_time(User::recording.SampleTimes(sample));
+  QDateTime time = date_time_of(User::recording.SampleTimes(sample));
   if (!time.isValid()) throw ConversionError("not a time stamp");
   return time;
 }

@@ -1,6 +1,8 @@
 #include "acquire/frmhistorytime.h"
 #include "app/user.h"
 #include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/recordings.h"
 #include "support/runner.h"
@@ -32,7 +34,7 @@ class TestDownload : public QObject {
     w_->plug_in(settings);
     w_->port.open();
     w_->main.run("realtime");
-    w_->realtime()->Timer1->set_enabled(true);
+    w_->realtime()->live().Timer1->set_enabled(true);
   }
   // Gives the messages that it led to.
   QString read(const std::function<void(frmhistorytime&)>& choose = {}) {
@@ -95,7 +97,7 @@ class TestDownload : public QObject {
       open(settings);
       QCOMPARE(read(), "Corvane: No Data");
       QCOMPARE(w_->main.window->Sts1[0]->text(), "Read Data");
-      QVERIFY(!w_->realtime()->Timer1->enabled());
+      QVERIFY(!w_->realtime()->live().Timer1->enabled());
     }
   }
 
@@ -109,7 +111,7 @@ class TestDownload : public QObject {
       QVERIFY(dialog.isVisible() && dialog.Combo1->count() == 8);
       press(dialog.Command2);
     });
-    QVERIFY(User::recording.SampleCount == 0 && w_->realtime()->Timer1->enabled());
+    QVERIFY(User::recording.SampleCount == 0 && w_->realtime()->live().Timer1->enabled());
     w_->main.window->unload_realtime();
     QCOMPARE(read(), "");
     QCOMPARE(difference(0x03, 500), "");
@@ -119,21 +121,28 @@ class TestDownload : public QObject {
   // In the middle of the wait for a block.
   void survives_what_the_user_does() {
     for (const QString command :
-         {"unlink", "close", "read", "link", "Quit", "Properties Set", "polling"}) {
+         {"unlink", "close", "read", "link", "Quit", "Properties Set", "polling", "Escape"}) {
       open(memory(1000));
       w_->main.messages.answers = {true};
       bool done = false;
       const auto act = [&] {
         if (command == "read") read();
-        if (command == "Properties Set") w_->realtime()->Command4->click();
-        if (command == "polling") Q_EMIT w_->realtime()->Timer1->tick();
+        if (command == "Properties Set") w_->realtime()->setup().Command4->click();
+        if (command == "polling") Q_EMIT w_->realtime()->live().Timer1->tick();
+        QVERIFY(QGuiApplication::overrideCursor());
+        if (command == "Escape") QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
         if (w_->main.window->menu_entry(command) && command != "read") w_->main.run(command);
         done = User::recording.SampleCount == 0;
       };
       QCOMPARE(read([&](frmhistorytime&) { w_->clock.after(450, act); }), "");
       QVERIFY(done);
-      if (auto* window = w_->realtime()) QCOMPARE(window->live().buffer.LiveCount(), 0);
-      const bool ends = command == "Quit";
+      if (auto* window = w_->realtime()) QCOMPARE(window->live().monitor().buffer.LiveCount(), 0);
+      const bool ends = command == "Quit" || command == "Escape";
+      QVERIFY(!QGuiApplication::overrideCursor());
+      if (command == "Escape") {
+        QCOMPARE(w_->main.window->Sts1[0]->text() + w_->main.window->Text1->text(), "");
+        QVERIFY(w_->realtime()->live().Timer1->enabled());
+      }
       QCOMPARE(command + difference(0x03, ends ? 0 : 500), command);
       QCOMPARE(User::recording.Title, ends ? "" : "Cold");
     }

@@ -98,6 +98,24 @@ class TestTexts : public QObject {
     }
   }
 
+  // Whatever the locale, what is written can be read again; no letter of a form stays in it.
+  void general_times() {
+    for (const QLocale& locale : QLocale::matchingLocales({}, {}, {})) {
+      for (const int minutes : {0, 12 * 60, 22 * 60 + 30, 90 * 24 * 60 + 11 * 60}) {
+        const QDateTime time = wall_time(2026, 3, 1, 0, minutes, 5);
+        const QString text = general_date_time_text(time, locale);
+        QVERIFY2(date_time_of(text, locale) == time, qPrintable(locale.name() + ' ' + text));
+        QVERIFY2(locale.language() != QLocale::Chinese || !text.contains('B'), qPrintable(text));
+      }
+    }
+    QCOMPARE(general_date_time_text(wall_time(2026, 3, 1, 22, 0, 5), QLocale("zh_TW")),
+             "2026/3/1 22:00:05");
+    for (const char* text : {"", "1 Feb 2007", "1 Feb 2007 02:01:", "31 Feb 2007 02:01:05",
+                             "1 Feb 2007 02:01:05 x", "1 Feb 2007 24:00:00"}) {
+      QVERIFY2(!date_time_of(text, QLocale::c()).isValid(), text);
+    }
+  }
+
   void fields_are_taken_apart() {
     for (const char* bytes :
          {"\"a\"\r\n\"b\"\r\n\"c\"\r\n", "\"a\",\"b\",\"c\"", "\"a\"\n\"b\"\r\"c\"\n", "a, b \t,c",

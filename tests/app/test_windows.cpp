@@ -5,6 +5,8 @@
 #include "monitor/Frmwarn.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "print/Frmprint.h"
 #include "print/preview.h"
 #include "support/controls.h"
@@ -48,9 +50,9 @@ class TestWindows : public QObject {
       dialog.Combo1->setCurrentIndex(3);
       press(dialog.Command1);
     });
-    Q_EMIT w_->realtime()->Timer1->tick();
-    w_->realtime()->Pic1->setFocus();
-    QTest::keyClick(w_->realtime()->Pic1, Qt::Key_Home);
+    Q_EMIT w_->realtime()->live().Timer1->tick();
+    w_->realtime()->live().Pic1->setFocus();
+    QTest::keyClick(w_->realtime()->live().Pic1, Qt::Key_Home);
     check(*w_->main.window);
     const auto cancel = [](auto& dialog) { dialog.reject(); };
     look_at<frmrecord>("record", cancel);

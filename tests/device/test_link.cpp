@@ -3,6 +3,8 @@
 #include "device/frmport.h"
 #include "device/port_names.h"
 #include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
 #include "support/simulated_window.h"
@@ -100,7 +102,7 @@ class TestLink : public QObject {
     w_->clock.after(900, [&] { w_->main.run("realtime"); });
     link(0);
     QCOMPARE(state(), linked);
-    QCOMPARE(w_->realtime()->Text11->text(), "500");
+    QCOMPARE(w_->realtime()->setup().Text11->text(), "500");
     // Unlinked before the window has read the recorder: nothing is left to work on.
     w_->plug_in(two_channels, "silent:command=08");
     w_->clock.after(700, [&] {
@@ -110,6 +112,49 @@ class TestLink : public QObject {
     });
     link(0);
     QCOMPARE(state() + w_->main.window->Sts1[0]->text(), "not linked, open");
+  }
+
+  // Escape ends the search at once and says nothing; a dialog keeps its own.
+  void escape_ends_a_link() {
+    QStringList shown;
+    connect(w_->main.window->Text1, &QLineEdit::textChanged, this,
+            [&](const QString& text) { shown << text; });
+    w_->port.recorders = {{1, nullptr}, {2, nullptr}, {3, w_->recorder.get()}};
+    for (const int option : {0, 4}) {
+      w_->clock.after(500, [&] {
+        QVERIFY(QGuiApplication::overrideCursor() &&
+                !w_->main.window->Sts1[1]->toolTip().isEmpty());
+        QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
+      });
+      const qint64 before = w_->clock.elapsed();
+      link(option);
+      QVERIFY(w_->clock.elapsed() - before < 1100);
+      QCOMPARE(state(), untouched);
+      QVERIFY(!QGuiApplication::overrideCursor() && w_->main.window->Sts1[1]->toolTip().isEmpty());
+    }
+    QCOMPARE(shown.join('|'), "COM1 ...||COM1 ...|");
+    link(4);
+    QCOMPARE(state(), linked);
+    QVERIFY(!QGuiApplication::overrideCursor());
+  }
+
+  // A window that could not be loaded leaves nothing behind.
+  void a_failing_load_can_be_tried_again() {
+    w_->plug_in(two_channels, "silent:command=02");
+    w_->clock.each_pause = [this] {
+      frmrealtime* window = w_->main.window->loading_realtime();
+      if (!window) return;
+      QCOMPARE(window->setup().work_label->text(), "Reading ...");
+      throw RunTimeError("a failing load");
+    };
+    link(0);
+    QCOMPARE(state(), "not linked, open");
+    QVERIFY(w_->main.window->menu_entry("link")->isEnabled() && !QGuiApplication::overrideCursor());
+    w_->clock.each_pause = {};
+    w_->plug_in(two_channels);
+    link(0);
+    const SetupPane& setup = w_->realtime()->setup();
+    QCOMPARE(state() + setup.Text11->text() + setup.work_label->text(), linked + "500");
   }
 
   // The links in the folder come first; the system's ports keep their own numbers beside them.

@@ -21,6 +21,8 @@
 #include "base/dialogs.h"
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/controls.h"
 #include "support/main_window.h"
 #include "support/simulated_port.h"
@@ -78,7 +80,7 @@ class Monkey : public QObject {
     linked_ += linked;
     with_recording_ += User::recording.held_samples() > 0;
     if (auto* window = window_->loaded_realtime()) {
-      most_live_ = std::max(most_live_, window->live().buffer.LiveCount());
+      most_live_ = std::max(most_live_, window->live().monitor().buffer.LiveCount());
     }
   }
 
@@ -105,7 +107,7 @@ class Monkey : public QObject {
   }
 
   void tick() {
-    if (auto* window = window_->loaded_realtime()) Q_EMIT window->Timer1->tick();
+    if (auto* window = window_->loaded_realtime()) Q_EMIT window->live().Timer1->tick();
   }
 
   // Just before midnight, where a wait for a silent recorder has no end, or back.

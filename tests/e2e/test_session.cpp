@@ -9,6 +9,8 @@
 #include "device/frmport.h"
 #include "device/qt_serial_port.h"
 #include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/main_window.h"
 #include "support/recordings.h"
@@ -72,7 +74,7 @@ class TestSession : public QObject {
     QVERIFY2(start("--readings 700 --interval 3600"), qPrintable(w_->simulator->errors()));
     QCOMPARE(link(4), "");
     QCOMPARE(int{User::PortChoice}, 1);
-    QCOMPARE(w_->main.window->loaded_realtime()->Text11->text(), "700");
+    QCOMPARE(w_->main.window->loaded_realtime()->setup().Text11->text(), "700");
     QCOMPARE(read(), "");
     const Recording downloaded = User::recording;
     const QString name = w_->main.folder.filePath("run");

@@ -4,6 +4,8 @@
 #include "app/user.h"
 #include "device/frmport.h"
 #include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/recordings.h"
 #include "support/runner.h"
@@ -65,7 +67,7 @@ class TestFaultMatrix : public QObject {
   void open_window() {
     w_->port.open();
     w_->main.run("realtime");
-    window().Timer1->set_enabled(true);
+    window().live().Timer1->set_enabled(true);
   }
   void download() {
     const auto script =
@@ -89,30 +91,30 @@ class TestFaultMatrix : public QObject {
     w_->main.run("realtime");
     QCOMPARE(messages(), QStringList());
     const int answered = row.fails() ? row.request - 1 : 7;
-    const QStringList shown = {window().Text3->text(),    window().Text6->text(),
-                               window().Text4->text(),    window().Text1[0]->text(),
-                               window().Text1[2]->text(), window().Text1[4]->text(),
-                               window().Text1[6]->text()};
+    const QStringList shown = {window().setup().Text3->text(),    window().setup().Text6->text(),
+                               window().setup().Text4->text(),    window().setup().Text1[0]->text(),
+                               window().setup().Text1[2]->text(), window().setup().Text1[4]->text(),
+                               window().setup().Text1[6]->text()};
     const QStringList expected = {"2026-2-1  8:0:0", "Cold",  "Ok",   "85.00",
                                   "85.00",           "85.00", "85.00"};
     for (int i = 0; i < 7; ++i) QCOMPARE(shown[i], i < answered ? expected[i] : QString());
   }
   void check_properties_set(const Row& row) {
-    window().Text6->setText("Cellar");
+    window().setup().Text6->setText("Cellar");
     w_->main.messages.answers = {true};
-    window().Command4->click();
+    window().setup().Command4->click();
     const QStringList said = messages().mid(1);
     QCOMPARE(said, row.fails() ? QStringList("Corvane: Setting is Failed") : QStringList());
-    QCOMPARE(window().Timer1->enabled(), !row.fails());
+    QCOMPARE(window().live().Timer1->enabled(), !row.fails());
     if (!row.fails()) QCOMPARE(w_->recorder->readings(w_->clock.now()), 0);
-    if (!row.fails()) QCOMPARE(window().Text6->text(), "Cellar");
+    if (!row.fails()) QCOMPARE(window().setup().Text6->text(), "Cellar");
   }
   void check_polling(const Row& row) {
     int missed = 0;
     for (int n = 1; n <= polls; ++n) {
-      const int before = window().live().buffer.LiveCount();
-      Q_EMIT window().Timer1->tick();
-      const LiveBuffer& buffer = window().live().buffer;
+      const int before = window().live().monitor().buffer.LiveCount();
+      Q_EMIT window().live().Timer1->tick();
+      const LiveBuffer& buffer = window().live().monitor().buffer;
       if (buffer.LiveCount() == before) ++missed;
       // Each reading is one of the last seconds'.
       bool live = buffer.LiveCount() == before;
@@ -136,7 +138,7 @@ class TestFaultMatrix : public QObject {
     QCOMPARE(messages(), row.fails() ? QStringList("Warnning: Link Timeout!") : QStringList());
     QCOMPARE(User::recording.Title, row.fails() ? "Kept" : "Cold");
     if (!row.fails()) QCOMPARE(difference(), QString());
-    QVERIFY(window().Timer1->enabled());
+    QVERIFY(window().live().Timer1->enabled());
     QCOMPARE(w_->main.window->Sts1[0]->text(), QString());
     QCOMPARE(w_->main.window->PrgB1->value(), 0);
   }
@@ -144,10 +146,10 @@ class TestFaultMatrix : public QObject {
   void run(const QString& task) {
     if (task == "link") return link();
     if (task == "read") return download();
-    if (task == "poll") Q_EMIT window().Timer1->tick();
+    if (task == "poll") Q_EMIT window().live().Timer1->tick();
     if (task == "set") {
       w_->main.messages.answers = {true};
-      window().Command4->click();
+      window().setup().Command4->click();
     }
   }
 
@@ -188,9 +190,9 @@ class TestFaultMatrix : public QObject {
       plug_in();
       QTRY_COMPARE(enabled(task == "link" ? "link" : "read"), true);
       if (task == "link") link();
-      const int before = window().live().buffer.LiveCount();
+      const int before = window().live().monitor().buffer.LiveCount();
       run("poll");
-      QCOMPARE(window().live().buffer.LiveCount(), before + 1);
+      QCOMPARE(window().live().monitor().buffer.LiveCount(), before + 1);
       if (task != "poll") run("set");
       if (task != "set") download();
       inside = true;
@@ -224,12 +226,12 @@ class TestFaultMatrix : public QObject {
       world.clock.after(300, [&] {
         const auto script = when_shown<QDialog>([&](QDialog& about) {
           run("poll");  // the cycle that waits is too young
-          QCOMPARE(window().live().buffer.LiveCount(), 0);
+          QCOMPARE(window().live().monitor().buffer.LiveCount(), 0);
           for (int n = 0; n < 3; ++n) {
             world.clock.sleep(5000);
             run("poll");
           }
-          QCOMPARE(window().live().buffer.LiveCount(), readings);
+          QCOMPARE(window().live().monitor().buffer.LiveCount(), readings);
           QCOMPARE(world.main.window->Sts1[1]->text(), state);
           shown = true;
           about.close();
@@ -268,15 +270,15 @@ class TestFaultMatrix : public QObject {
     world.clock.after(700, [&] {
       world.main.run("unlink");
       world.main.run("realtime");
-      QCOMPARE(window().Text6->text(), "");
+      QCOMPARE(window().setup().Text6->text(), "");
       QVERIFY(!enabled("link"));
     });
     download();
     QCOMPARE(messages(), QStringList());
     QCOMPARE(User::recording.Title, "Cold");
     QCOMPARE(difference(), QString());
-    QTRY_COMPARE(window().Text6->text(), "Cold");
-    QCOMPARE(window().Text1[6]->text(), "85.00");
+    QTRY_COMPARE(window().setup().Text6->text(), "Cold");
+    QCOMPARE(window().setup().Text1[6]->text(), "85.00");
     QVERIFY(enabled("link"));
   }
 

@@ -4,6 +4,8 @@
 #include "app/user.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "monitor/time_picker.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
@@ -40,10 +42,10 @@ struct MonitorWindow : SimulatedWindow {
   }
   ~MonitorWindow() { clock.stop(); }
 
-  LiveBuffer& buffer() { return realtime()->live().buffer; }
+  LiveBuffer& buffer() { return realtime()->live().monitor().buffer; }
   void poll(int times = 1) {
     for (int i = 0; i < times; ++i) {
-      Q_EMIT realtime()->Timer1->tick();
+      Q_EMIT realtime()->live().Timer1->tick();
       clock.sleep(1000);
     }
   }
@@ -51,7 +53,7 @@ struct MonitorWindow : SimulatedWindow {
   // "Properties Set" with the question answered.
   void set(bool yes = true) {
     main.messages.answers = {yes};
-    realtime()->Command4->click();
+    realtime()->setup().Command4->click();
   }
   // Record Set with these settings and "Ok" or "Cancel"; gives what it showed, as "1 0 00:00:05".
   QString record(bool refresh, bool record, int seconds, bool ok = true) {

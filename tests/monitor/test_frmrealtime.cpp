@@ -1,9 +1,13 @@
 #include <QAbstractItemModelTester>
 #include <QScrollBar>
+#include <QToolButton>
 
 #include "base/times.h"
 #include "monitor/channel_status.h"
 #include "monitor/monitor_window.h"
+#include "views/frmdate.h"
+#include "views/frmdisplay.h"
+#include "views/statistics.h"
 
 namespace {
 
@@ -71,88 +75,125 @@ class TestRealTimeWindow : public QObject {
   // Everything that goes over the line, in order; no separate start or stop is among it.
   void properties_set() {
     QFETCH(Setting, row);
-    set_picked_seconds(*window_->DTP2, 3723);
-    set_picked_seconds(*window_->DTP1, 300);
-    window_->Text14->setText("1000");
-    window_->Timer1->set_enabled(true);
-    window_->Combo2->setCurrentIndex(row.startup_type);
-    window_->Combo3->setCurrentIndex(row.stop_type);
+    set_picked_seconds(*window_->setup().DTP2, 3723);
+    set_picked_seconds(*window_->setup().DTP1, 300);
+    window_->setup().Text14->setText("1000");
+    monitor_->main.window->set_panel(2, "Link Ok");
+    window_->live().Timer1->set_enabled(true);
+    window_->setup().Combo2->setCurrentIndex(row.startup_type);
+    window_->setup().Combo3->setCurrentIndex(row.stop_type);
     window_->findChild<QLineEdit*>(row.box)->setText(row.text);
     QList<bool> polled;
-    monitor_->main.messages.meanwhile = [&] { polled << window_->Timer1->enabled(); };
+    monitor_->main.messages.meanwhile = [&] { polled << window_->live().Timer1->enabled(); };
     monitor_->set(row.name != QString("No"));
     QCOMPARE(monitor_->requests(), row.requests);
     QCOMPARE(monitor_->messages().mid(1).join('|'), row.messages);
     QCOMPARE(polled.count(true), 1);  // while the question stands
-    QVERIFY(window_->Command4->isEnabled());
-    QCOMPARE(window_->Timer1->enabled(), row.polls);
-    QCOMPARE(window_->Combo2->currentIndex(), row.startup_type);
-    QCOMPARE(window_->Combo3->currentIndex(), row.stop_type);
+    // After a failure nobody polls, and the panel says nothing of the link.
+    QCOMPARE(monitor_->link_state(), row.polls ? "Link Ok" : "");
+    QVERIFY(window_->setup().Command4->isEnabled());
+    QCOMPARE(window_->live().Timer1->enabled(), row.polls);
+    QCOMPARE(window_->setup().Combo2->currentIndex(), row.startup_type);
+    QCOMPARE(window_->setup().Combo3->currentIndex(), row.stop_type);
     QCOMPARE(std::ranges::count(monitor_->clock.sleeps, 500), row.requests.endsWith(read_back[4]));
   }
 
   void reads_back_what_the_recorder_holds() {
-    const QList<QLineEdit*> boxes = {window_->Text6,    window_->Text15, window_->Text1[0],
-                                     window_->Text1[3], window_->Text14, window_->Text11,
-                                     window_->Text3,    window_->Text4};
+    const QList<QLineEdit*> boxes = {window_->setup().Text6,    window_->setup().Text15,
+                                     window_->setup().Text1[0], window_->setup().Text1[3],
+                                     window_->setup().Text14,   window_->setup().Text11,
+                                     window_->setup().Text3,    window_->setup().Text4};
     const QStringList typed = {"冷库七字标题一二", "二十四个字的说明", "25.501", " 1e1 ", "65535"};
     for (int i = 0; i < typed.size(); ++i) boxes[i]->setText(typed[i]);
-    window_->Check1[0]->setChecked(false);
-    set_picked_seconds(*window_->DTP1, 0);
-    set_picked_seconds(*window_->DTP2, 3723);
-    window_->Timer1->set_interval(0);
+    window_->setup().Check1[0]->setChecked(false);
+    set_picked_seconds(*window_->setup().DTP1, 0);
+    set_picked_seconds(*window_->setup().DTP2, 3723);
+    window_->live().Timer1->set_interval(0);
     monitor_->set();
     for (QLineEdit* box : boxes) box->clear();
-    set_picked_seconds(*window_->DTP2, 0);
+    set_picked_seconds(*window_->setup().DTP2, 0);
     window_->RefreshFromRecorder();
     // An interval of nothing goes out as 255 and comes back as 256 seconds. The timer, with none
     // either, stays off.
-    QStringList shown = {window_->DTP2->text(), window_->DTP1->text()};
+    QStringList shown = {window_->setup().DTP2->text(), window_->setup().DTP1->text()};
     for (const QLineEdit* box : boxes) shown << box->text();
     QCOMPARE(shown, QStringList({"01:02:03", "00:04:16", typed[0], typed[1], "25.50", "10.00",
                                  "65535", "0", "2026-3-1  10:0:0", "Error"}));
-    QVERIFY(!window_->Check1[0]->isChecked() && window_->Check1[1]->isChecked());
-    QVERIFY(!window_->Timer1->enabled());
+    QVERIFY(!window_->setup().Check1[0]->isChecked() && window_->setup().Check1[1]->isChecked());
+    QVERIFY(!window_->live().Timer1->enabled());
   }
 
   void readings_and_alarms() {
     const auto values_shown = [this] {
       QStringList texts;
-      for (std::size_t which = 9; which < 17; ++which) texts << window_->Label4[which]->text();
-      const QColor colour = window_->Label4[9 + value_label]->palette().windowText().color();
+      for (std::size_t which = 9; which < 17; ++which)
+        texts << window_->live().Label4[which]->text();
+      const QColor colour = window_->live().Label4[9 + value_label]->palette().windowText().color();
       return texts.join('|') + (colour.red() > 180 ? " red" : "");
     };
-    window_->Text1[0]->setText("-");
+    QLineEdit& limit = *window_->setup().Text1[0];
+    for (const auto& [text, marked] : {std::pair("-", true), {"1", false}, {"", true}}) {
+      limit.setText(text);
+      QCOMPARE(!limit.accessibleDescription().isEmpty(), marked);
+      QCOMPARE(limit.findChild<QToolButton*>()->isVisible(), marked);
+    }
     monitor_->poll();
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|85.00|-40.00|21.00|21.00");
-    window_->Text1[2]->setText("20.99");
+    window_->setup().Text1[2]->setText("20.99");
     const QString time = general_date_time_text(monitor_->clock.now());
     monitor_->poll();
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|20.99|-40.00|21.00|21.00 red");
-    window_->Text1[2]->setText("21");
+    window_->setup().Text1[2]->setText("21");
     // The window can be open before the recorder type is chosen.
     User::RecorderType = 2;
     monitor_->plug_in(steady(3));
     monitor_->poll();
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|21|-40.00|21.00|21.00");
-    QCOMPARE(window_->Label4[9 + last_alarm_label]->text(), time);
-    QCOMPARE(row_text(window_->MSFlG1->model(), 1), "2|" + time + "|20|21|0");
-    QVERIFY(row_text(window_->MSFlG1->model(), 2).endsWith("|20|21|22"));
-    QCOMPARE(window_->MSFlG2->model()->rowCount(), 1);
-    QCOMPARE(row_text(window_->MSFlG2->model(), 0), "2|" + time + "|DampOut Of Range    ");
-    QVERIFY(window_->Label4[18]->isVisible() && !window_->Label4[27]->isVisible());
+    QCOMPARE(window_->live().Label4[9 + last_alarm_label]->text(), time);
+    QCOMPARE(row_text(window_->live().MSFlG1->model(), 1), "2|" + time + "|20|21|0");
+    QVERIFY(row_text(window_->live().MSFlG1->model(), 2).endsWith("|20|21|22"));
+    QCOMPARE(window_->live().MSFlG2->model()->rowCount(), 1);
+    QCOMPARE(row_text(window_->live().MSFlG2->model(), 0), "2|" + time + "|DampOut Of Range    ");
+    QVERIFY(window_->live().Label4[18]->isVisible() && !window_->live().Label4[27]->isVisible());
   }
 
   // One missed cycle is tolerated, the second in a row is told, the next answer takes it back.
   void silence_and_return() {
     QStringList states;
+    QStringList stale;
     for (const char* fault : {"", "silent", "", "silent", "check", "", "silent:first=2"}) {
       monitor_->plug_in(steady(), fault);
       monitor_->poll();
       states << monitor_->link_state() + QString::number(monitor_->buffer().LiveCount());
+      const bool grey = !window_->live().Label4[value_label]->isEnabled();
+      QCOMPARE(window_->live().stale_label->isVisible(), grey);
+      if (grey) stale << states.last() + window_->live().stale_label->text();
     }
     QCOMPARE(states, QStringList({"Link Ok1", "Link Ok1", "Link Ok2", "Link Ok2", "Link Error2",
                                   "Link Ok3", "Link Ok4"}));
+    QCOMPARE(stale.size(), 1);
+    QVERIFY(stale[0].endsWith(monitor_->buffer().LiveTimes(1) + '.'));
+  }
+
+  // The tab has its mark until somebody has looked.
+  void unseen_alarms() {
+    const QTabWidget& tabs = *window_->live().SSTab3;
+    QString marks;
+    const auto look = [&] { marks += tabs.tabIcon(2).isNull() ? "-" : "!"; };
+    window_->setup().Text1[0]->setText("-100");
+    monitor_->poll();
+    look();
+    window_->live().SSTab3->setCurrentIndex(2);
+    QTRY_VERIFY(tabs.tabIcon(2).isNull());
+    monitor_->poll();
+    look();
+    monitor_->main.window->show_display();  // covers it
+    QCoreApplication::processEvents();
+    monitor_->poll();
+    look();
+    monitor_->main.window->show_realtime();
+    QTRY_VERIFY(tabs.tabIcon(2).isNull());
+    QCOMPARE(marks, "!-!");
   }
 
   void in_the_middle_data() {
@@ -196,7 +237,7 @@ class TestRealTimeWindow : public QObject {
     // Nobody polls any more, so nothing is said of the link.
     if (!first) QCOMPARE(monitor_->link_state(), "");
     window_ = monitor_->realtime();
-    if (row.command == "Quit" && window_) QVERIFY(!window_->Timer1->enabled());
+    if (row.command == "Quit" && window_) QVERIFY(!window_->live().Timer1->enabled());
   }
 
   // The second file finds the disk full and goes among the user's documents; for the third there is
@@ -207,13 +248,16 @@ class TestRealTimeWindow : public QObject {
     qputenv("HOME", home.path().toLocal8Bit());
     const QDir folder(monitor_->main.folder.path());
     const QDir documents(home.path() + "/Documents/Corvane");
-    const QLabel& saved_label = *window_->saved_label;
+    const QLabel& saved_label = *window_->live().saved_label;
     // The name of the file that the next reading leads to.
     const auto until_due = [this] {
-      while (window_->live().SaveCounter < 14999) window_->live().add("then", {}, {});
+      const QString time = general_date_time_text(monitor_->clock.now());
+      LiveMonitor& live = window_->live().monitor();
+      while (live.SaveCounter < 14999) live.add(time, {}, {});
+      monitor_->clock.sleep(1000);
       return monitor_->clock.now().addMSecs(25).toString("yyyy-MM-dd HH-mm-ss") + ".qlx";
     };
-    window_->Text6->setText("Cold");
+    window_->setup().Text6->setText("Cold");
     const QString name = until_due();
     monitor_->poll();
     QCOMPARE(folder.entryList({"*.qlx"}), QStringList(name));
@@ -222,8 +266,8 @@ class TestRealTimeWindow : public QObject {
     const QString second = until_due();
     QVERIFY(QFile::link("/dev/full", folder.filePath(second)));
     // What is being read in a full sheet stays where it is, though rows go at its front.
-    window_->SSTab3->setCurrentWidget(window_->MSFlG1);
-    QScrollBar* bar = window_->MSFlG1->verticalScrollBar();
+    window_->live().SSTab3->setCurrentWidget(window_->live().MSFlG1);
+    QScrollBar* bar = window_->live().MSFlG1->verticalScrollBar();
     QVERIFY(bar->value() > 10000 && bar->value() == bar->maximum());
     bar->setValue(500);
     monitor_->poll();
@@ -243,37 +287,47 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(saved.Title + saved.RecorderName + channels, "ColdTwo1 2 Air Damp C %RH   ");
     QCOMPARE(saved.SampleCount, 15000);
     QCOMPARE(saved.SampleValues(14999, 1), 21.0F);
+    // Its stamps, though of the system's form, are times.
+    QCOMPARE(information_rows(saved).at(6).value, "00-00-00");
+    const auto choose = when_shown<frmdate>([&](frmdate& dialog) {
+      QCOMPARE(dialog.DTP2[0]->text(), "2026-03-01");
+      dialog.DTP2[1]->setTime(date_time_of(saved.SampleTimes(14999)).time());
+      dialog.DTP2[3]->setTime(QTime(23, 0));
+      press(dialog.Command1);
+    });
+    monitor_->main.run("setdisplaytime");
+    QCOMPARE(monitor_->main.window->loaded_display()->ViewStart, 14995);
   }
 
   // With the slider at its end the graph follows the newest reading. The cursor stays on its own,
   // and goes out of sight with it.
   void graph() {
-    GraphSurface& picture = *window_->Pic1;
+    GraphSurface& picture = *window_->live().Pic1;
     const auto line_at = [&](double reading) {
       return int(std::lround(reading / 127 * (picture.width() - 1)));
     };
     monitor_->poll(130);
     for (const int x : {line_at(127), line_at(40.3)}) {
       QTest::mouseClick(&picture, Qt::LeftButton, {}, {x, 10});
-      QVERIFY(picture.rect().contains(window_->Label5->geometry()));
-      QVERIFY(picture.rect().contains(window_->Label7->geometry()));
+      QVERIFY(picture.rect().contains(window_->live().Label5->geometry()));
+      QVERIFY(picture.rect().contains(window_->live().Label7->geometry()));
     }
-    QCOMPARE(window_->Label7->x(), window_->Line2->x() + 2);
-    QCOMPARE(window_->Label7->text(), "Air 20.00 C\nDamp 21.00 %RH");
+    QCOMPARE(window_->live().Label7->x(), window_->live().Line2->x() + 2);
+    QCOMPARE(window_->live().Label7->text(), "Air 20.00 C\nDamp 21.00 %RH");
     monitor_->poll(30);
     window_->resize(window_->width() - 100, window_->height());
-    QCOMPARE(window_->Line2->x(), line_at(10));
-    QCOMPARE(window_->Label5->text(), monitor_->buffer().LiveTimes(42));
-    QCOMPARE(window_->Label1->text(), monitor_->buffer().LiveTimes(32));
-    QCOMPARE(window_->Label2->text(), monitor_->buffer().LiveTimes(159));
+    QCOMPARE(window_->live().Line2->x(), line_at(10));
+    QCOMPARE(window_->live().Label5->text(), monitor_->buffer().LiveTimes(42));
+    QCOMPARE(window_->live().Label1->text(), monitor_->buffer().LiveTimes(32));
+    QCOMPARE(window_->live().Label2->text(), monitor_->buffer().LiveTimes(159));
     QTest::keyClick(&picture, Qt::Key_Home);
-    QCOMPARE(window_->Line2->x(), 0);
+    QCOMPARE(window_->live().Line2->x(), 0);
     monitor_->poll();
-    QVERIFY(!window_->Line2->isVisible() && !window_->Label5->isVisible());
-    window_->Slider1->setValue(0);
-    window_->cmd[1]->click();
+    QVERIFY(!window_->live().Line2->isVisible() && !window_->live().Label5->isVisible());
+    window_->live().Slider1->setValue(0);
+    window_->live().cmd[1]->click();
     monitor_->poll();
-    QCOMPARE(window_->Label2->text(), monitor_->buffer().LiveTimes(101));
+    QCOMPARE(window_->live().Label2->text(), monitor_->buffer().LiveTimes(101));
   }
 
   // Opened again the dialog shows the choice, with the window loaded anew the defaults. Where the
@@ -281,24 +335,31 @@ class TestRealTimeWindow : public QObject {
   void online_record() {
     const auto interval = [&](bool refresh, bool record, int seconds) {
       monitor_->record(refresh, record, seconds);
-      const IntervalTimer& timer = *monitor_->realtime()->Timer1;
+      const IntervalTimer& timer = *monitor_->realtime()->live().Timer1;
       return timer.enabled() ? timer.interval() : -1;
     };
     // Buffer, graph and alarms stay; new rows go on from the buffer's count.
-    const QAbstractItemModelTester live_tester(window_->MSFlG1->model());
-    const QAbstractItemModelTester alarm_tester(window_->MSFlG2->model());
-    window_->Text1[0]->setText("-100");
+    const QAbstractItemModelTester live_tester(window_->live().MSFlG1->model());
+    const QAbstractItemModelTester alarm_tester(window_->live().MSFlG2->model());
+    window_->setup().Text1[0]->setText("-100");
     monitor_->poll(3);
     QCOMPARE(interval(true, false, 10), 10'000);
-    QCOMPARE(window_->MSFlG1->model()->rowCount(), 0);
-    QCOMPARE(window_->MSFlG2->model()->rowCount(), 3);
+    QCOMPARE(window_->live().MSFlG1->model()->rowCount(), 0);
+    QCOMPARE(window_->live().MSFlG2->model()->rowCount(), 3);
     monitor_->poll();
-    QCOMPARE(row_text(window_->MSFlG1->model(), 0, 1), "4");
+    QCOMPARE(row_text(window_->live().MSFlG1->model(), 0, 1), "4");
     QCOMPARE(interval(false, false, 7), -1);
     QCOMPARE(monitor_->record(true, true, 9, false), "0 0 00:00:07");
     QCOMPARE(interval(false, true, 86'399), 86'399'000);
     window_->close();
     QCOMPARE(interval(false, true, 30), 30'000);
+    monitor_->realtime()->close();
+    // Accepted while the window loads, it takes effect all the same.
+    monitor_->clock.after(100, [this] { monitor_->record(true, false, 20); });
+    monitor_->plug_in(steady(), "silent:first=1");
+    monitor_->main.window->show_realtime();
+    QCOMPARE(monitor_->realtime()->live().Timer1->interval(), 20'000);
+    QVERIFY(monitor_->realtime()->live().Timer1->enabled());
     monitor_->realtime()->close();
     monitor_->main.window->show_realtime();
     QCOMPARE(monitor_->record(true, true, 0), "1 1 00:00:05");

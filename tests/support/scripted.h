@@ -31,6 +31,7 @@ class ScriptedClock final : public Clock {
     if (stopped()) return;
     sleeps.push_back(milliseconds);
     advance(milliseconds);
+    if (each_pause) each_pause();
   }
   void wait(int milliseconds) override {
     const qint64 end = elapsed_ + std::max(1, milliseconds);
@@ -58,7 +59,8 @@ class ScriptedClock final : public Clock {
   qint64 elapsed() const { return elapsed_; }
   // Every pause since the start, in milliseconds.
   std::vector<int> sleeps;
-  // What goes on in the world during waits.
+  // What goes on in the world after a pause, and during waits.
+  std::function<void()> each_pause;
   std::function<void()> each_millisecond;
 
  private:

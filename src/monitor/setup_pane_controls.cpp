@@ -1,13 +1,13 @@
-// The controls of the Real-time Data window's upper half, the recorder's properties, and where they
-// stand.
+// The controls of the set-up pane and where they stand.
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "base/spoken.h"
-#include "monitor/frmrealtime.h"
+#include "monitor/setup_pane.h"
 #include "monitor/time_picker.h"
 
 namespace {
@@ -42,26 +42,8 @@ QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false
 
 }  // namespace
 
-void frmrealtime::build() {
-  setObjectName(QStringLiteral("frmrealtime"));
-  setWindowTitle(QStringLiteral("Real-time Data"));
-  auto* all = new QVBoxLayout(this);
-  all->setContentsMargins(6, 2, 6, 4);
-  all->setSpacing(4);
-  all->addLayout(build_properties());
-  all->addWidget(build_readings());
-  all->addWidget(build_live_tabs(), 1);
-  saved_label = new QLabel(this);
-  saved_label->setObjectName(QStringLiteral("saved_label"));
-  saved_label->setTextFormat(Qt::PlainText);
-  saved_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  saved_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  saved_label->hide();
-  all->addWidget(saved_label);
-}
-
-// As low as its tallest part: the graph gets the rest of the window.
-QLayout* frmrealtime::build_properties() {
+// As low as its tallest part: the live pane gets the rest of the window.
+void SetupPane::build() {
   auto* left = new QVBoxLayout;
   left->addWidget(build_status(), 1);
   left->addWidget(build_description());
@@ -70,17 +52,21 @@ QLayout* frmrealtime::build_properties() {
   right->addWidget(build_channels());
   Command4 = new QPushButton(QStringLiteral("Properties Set"), this);
   Command4->setObjectName(QStringLiteral("Command4"));
-  connect(Command4, &QPushButton::clicked, this, &frmrealtime::Command4_Click);
+  work_label = new QLabel(this);
+  work_label->setObjectName(QStringLiteral("work_label"));
+  work_label->setTextFormat(Qt::PlainText);
+  work_label->setAlignment(Qt::AlignCenter);
   right->addStretch();
+  right->addWidget(work_label);
   right->addWidget(Command4);
-  auto* upper = new QHBoxLayout;
-  upper->addLayout(left, 3);
-  upper->addWidget(middle, 5);
-  upper->addLayout(right, 2);
-  return upper;
+  auto* all = new QHBoxLayout(this);
+  all->setContentsMargins(0, 0, 0, 0);
+  all->addLayout(left, 3);
+  all->addWidget(middle, 5);
+  all->addLayout(right, 2);
 }
 
-QGroupBox* frmrealtime::build_status() {
+QGroupBox* SetupPane::build_status() {
   auto* box = new QGroupBox(QStringLiteral("Recorder Status"), this);
   QGridLayout* grid = tight_grid(box);
   Text6 = text_box(QStringLiteral("Text6"), box);
@@ -95,7 +81,7 @@ QGroupBox* frmrealtime::build_status() {
   return box;
 }
 
-QGroupBox* frmrealtime::build_pattern() {
+QGroupBox* SetupPane::build_pattern() {
   auto* box = new QGroupBox(QStringLiteral("Recorder Pattern"), this);
   QGridLayout* grid = tight_grid(box);
   Combo2 = new QComboBox(box);
@@ -134,7 +120,7 @@ QGroupBox* frmrealtime::build_pattern() {
   return box;
 }
 
-QGroupBox* frmrealtime::build_description() {
+QGroupBox* SetupPane::build_description() {
   auto* box = new QGroupBox(QStringLiteral("Recorder Description"), this);
   QGridLayout* grid = tight_grid(box);
   Text15 = text_box(QStringLiteral("Text15"), box);
@@ -144,7 +130,7 @@ QGroupBox* frmrealtime::build_description() {
   return box;
 }
 
-QTabWidget* frmrealtime::build_channels() {
+QTabWidget* SetupPane::build_channels() {
   SSTab1 = new QTabWidget(this);
   SSTab1->setObjectName(QStringLiteral("SSTab1"));
   SSTab1->setAccessibleName(QStringLiteral("Channels"));
@@ -156,10 +142,11 @@ QTabWidget* frmrealtime::build_channels() {
     for (int which = 0; which < 2; ++which) {
       const int index = 2 * c + which;
       QLineEdit* limit = text_box(QStringLiteral("Text1(%1)").arg(index), page);
+      Text1[static_cast<std::size_t>(index)] = limit;
+      add_limit_mark(static_cast<std::size_t>(index));
       add_row(*grid, which, 0, captions[static_cast<std::size_t>(which)], limit);
       limit->setAccessibleName(
           QStringLiteral("%1, channel %2").arg(limit->accessibleName()).arg(c + 1));
-      Text1[static_cast<std::size_t>(index)] = limit;
     }
     auto* check = new QCheckBox(QStringLiteral("Startup"), page);
     check->setObjectName(QStringLiteral("Check1(%1)").arg(c));
@@ -168,4 +155,14 @@ QTabWidget* frmrealtime::build_channels() {
     SSTab1->addTab(page, QStringLiteral("Tab %1").arg(c));
   }
   return SSTab1;
+}
+
+void SetupPane::add_limit_mark(std::size_t index) {
+  QLineEdit* box = Text1[index];
+  QAction* mark = box->addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning),
+                                 QLineEdit::TrailingPosition);
+  mark->setVisible(false);
+  limit_marks_[index] = mark;
+  connect(box, &QLineEdit::textChanged, this, [this, index] { mark_limit(index); });
+  connect(box, &QLineEdit::textChanged, this, &SetupPane::limits_changed);
 }

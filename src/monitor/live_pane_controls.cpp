@@ -1,4 +1,4 @@
-// The controls of the Real-time Data window's lower half, live monitoring, and where they stand.
+// The controls of the live pane and where they stand.
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -7,8 +7,8 @@
 
 #include "monitor/channel_status.h"
 #include "monitor/following_table.h"
-#include "monitor/frmrealtime.h"
 #include "monitor/live_graph.h"
+#include "monitor/live_pane.h"
 #include "views/copy_selection.h"
 
 namespace {
@@ -38,7 +38,20 @@ FollowingTable* sheet(const char* name, const char* caption, QAbstractItemModel&
 
 }  // namespace
 
-QWidget* frmrealtime::build_readings() {
+void LivePane::build() {
+  auto* all = new QVBoxLayout(this);
+  all->setContentsMargins(0, 0, 0, 0);
+  all->setSpacing(4);
+  all->addWidget(build_readings());
+  all->addWidget(build_tabs(), 1);
+  saved_label = text_label(QStringLiteral("saved_label"), this);
+  saved_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  saved_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  saved_label->hide();
+  all->addWidget(saved_label);
+}
+
+QWidget* LivePane::build_readings() {
   auto* box = new QFrame(this);
   box->setFrameShape(QFrame::StyledPanel);
   auto* grid = new QGridLayout(box);
@@ -59,27 +72,30 @@ QWidget* frmrealtime::build_readings() {
       Label4[static_cast<std::size_t>(index)] = label;
     }
   }
-  for (QLineEdit* limit : Text1) {
-    connect(limit, &QLineEdit::textChanged, this, &frmrealtime::show_readings);
-  }
+  stale_label = text_label(QStringLiteral("stale_label"), box);
+  stale_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  stale_label->hide();
+  grid->addWidget(stale_label, channel_count + 1, 0, 1, labels_per_channel);
   return box;
 }
 
-QTabWidget* frmrealtime::build_live_tabs() {
+QTabWidget* LivePane::build_tabs() {
   SSTab3 = new QTabWidget(this);
   SSTab3->setObjectName(QStringLiteral("SSTab3"));
   SSTab3->setAccessibleName(QStringLiteral("Live data"));
   SSTab3->addTab(build_graph_page(), QStringLiteral("Data Graph"));
-  MSFlG1 = sheet("MSFlG1", "Live readings", live_.live_sheet, SSTab3);
+  MSFlG1 = sheet("MSFlG1", "Live readings", monitor_.live_sheet, SSTab3);
   SSTab3->addTab(MSFlG1, QStringLiteral("Data Sheet"));
-  MSFlG2 = sheet("MSFlG2", "Alarms", live_.alarm_sheet, SSTab3);
+  MSFlG2 = sheet("MSFlG2", "Alarms", monitor_.alarm_sheet, SSTab3);
   MSFlG2->horizontalHeader()->setStretchLastSection(true);
   SSTab3->addTab(MSFlG2, QStringLiteral("Warn Sheet"));
-  connect(SSTab3, &QTabWidget::currentChanged, this, &frmrealtime::RedrawGraph);
+  MSFlG2->viewport()->installEventFilter(this);
+  connect(&monitor_.alarm_sheet, &QAbstractItemModel::rowsInserted, this, &LivePane::tell_alarm);
+  connect(SSTab3, &QTabWidget::currentChanged, this, &LivePane::RedrawGraph);
   return SSTab3;
 }
 
-QWidget* frmrealtime::build_graph_page() {
+QWidget* LivePane::build_graph_page() {
   auto* page = new QWidget(SSTab3);
   // First, since it stands above the graph: the Tab key goes as the eye does.
   QLayout* legend = build_legend(page);
@@ -87,9 +103,9 @@ QWidget* frmrealtime::build_graph_page() {
   Pic1->setObjectName(QStringLiteral("Pic1"));
   Pic1->setAccessibleName(QStringLiteral("Live graph"));
   Pic1->setMinimumHeight(80);
-  connect(Pic1, &GraphSurface::resized, this, &frmrealtime::place_cursor);
-  connect(Pic1, &GraphSurface::MouseDown, this, &frmrealtime::Pic1_MouseDown);
-  connect(Pic1, &GraphSurface::cursor_step, this, &frmrealtime::Pic1_KeyDown);
+  connect(Pic1, &GraphSurface::resized, this, &LivePane::place_cursor);
+  connect(Pic1, &GraphSurface::MouseDown, this, &LivePane::Pic1_MouseDown);
+  connect(Pic1, &GraphSurface::cursor_step, this, &LivePane::Pic1_KeyDown);
   connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
   connect(Pic1, &GraphSurface::copy_wanted, page, [page] {
     QList<QWidget*> parts = page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
@@ -112,7 +128,7 @@ QWidget* frmrealtime::build_graph_page() {
   Slider1->setObjectName(QStringLiteral("Slider1"));
   Slider1->setAccessibleName(QStringLiteral("Position of the graph"));
   Slider1->setRange(0, 100);
-  connect(Slider1, &QSlider::valueChanged, this, &frmrealtime::RedrawGraph);
+  connect(Slider1, &QSlider::valueChanged, this, &LivePane::RedrawGraph);
   auto* below = new QHBoxLayout;
   below->setSpacing(8);
   below->addWidget(Label1);
@@ -137,7 +153,7 @@ QWidget* frmrealtime::build_graph_page() {
 }
 
 // Each channel's line and name, and the zoom buttons at the end.
-QLayout* frmrealtime::build_legend(QWidget* page) {
+QLayout* LivePane::build_legend(QWidget* page) {
   auto* legend = new QHBoxLayout;
   legend->setSpacing(4);
   for (int c = 0; c < channel_count; ++c) {
@@ -170,7 +186,7 @@ QLayout* frmrealtime::build_legend(QWidget* page) {
 }
 
 // The fixed scale beside the graph: a value at every fourth line of the grid.
-QWidget* frmrealtime::build_scale(QWidget* page) {
+QWidget* LivePane::build_scale(QWidget* page) {
   auto* scale = new QWidget(page);
   auto* column = new QVBoxLayout(scale);
   column->setContentsMargins(0, 0, 0, 0);
@@ -184,7 +200,7 @@ QWidget* frmrealtime::build_scale(QWidget* page) {
   return scale;
 }
 
-void frmrealtime::build_cursor() {
+void LivePane::build_cursor() {
   Line2 = new QFrame(Pic1);
   Line2->setObjectName(QStringLiteral("Line2"));
   Line2->setAttribute(Qt::WA_TransparentForMouseEvents);
