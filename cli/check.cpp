@@ -41,7 +41,8 @@ class Check {
   void probe_line();
   void exchange(const Probe& probe);
   void collect();
-  void tell_sent(const Probe& probe, const std::vector<TracedBytes>& trace);
+  // Takes what was sent out of the trace, and gives the answer that is left.
+  QByteArray tell_sent(const Probe& probe, std::vector<TracedBytes>& trace);
   void tell(const QString& text);
   int conclude(const QString& sentence, const QString& advice, bool good);
 
@@ -106,49 +107,41 @@ void Check::collect() {
   });
 }
 
-void Check::tell_sent(const Probe& probe, const std::vector<TracedBytes>& trace) {
-  bool address = true;
-  for (const TracedBytes& frame : trace) {
-    if (!frame.sent) continue;
-    tell(frame_text(frame, address ? QStringLiteral("address, sent with mark parity")
-                                   : QStringLiteral("%1, sent with space parity").arg(probe.name)));
-    address = false;
+// What came before the request was out belongs to an earlier one.
+QByteArray Check::tell_sent(const Probe& probe, std::vector<TracedBytes>& trace) {
+  int sent = 0;
+  std::size_t told = 0;
+  for (; told < trace.size() && sent < 2; ++told) {
+    const TracedBytes& frame = trace[told];
+    if (frame.sent) {
+      ++sent;
+      tell(frame_text(frame, sent == 1 ? QStringLiteral("address, sent with mark parity")
+                                       : probe.name + QStringLiteral(", sent with space parity")));
+    } else {
+      ++findings_.late;
+      tell(frame_text(frame,
+                      QStringLiteral("%1 bytes left over from before").arg(frame.bytes.size())));
+    }
   }
+  trace.erase(trace.begin(), trace.begin() + static_cast<std::ptrdiff_t>(told));
+  QByteArray answer;
+  for (const TracedBytes& frame : trace) answer += frame.bytes;
+  return answer;
 }
 
 void Check::exchange(const Probe& probe) {
   link_.exchange(probe.request);
   collect();
-  const std::vector<TracedBytes> trace = port_.take_trace();
-  tell_sent(probe, trace);
-  QByteArray answer;
-  TracedBytes received;
-  int sent = 0;
-  for (const TracedBytes& frame : trace) {
-    if (frame.sent) {
-      ++sent;
-    } else if (sent < 2) {
-      // It stood on the line before the request was out.
-      ++findings_.late;
-      tell(frame_text(frame, QStringLiteral("%1 bytes left over from before").arg(frame.bytes.size())));
-    } else {
-      if (answer.isEmpty()) received = frame;
-      answer += frame.bytes;
-    }
-  }
-  received.bytes = answer;
+  std::vector<TracedBytes> trace = port_.take_trace();
+  const QByteArray answer = tell_sent(probe, trace);
   const Outcome outcome = outcome_of(probe.request, answer);
-  if (answer.isEmpty()) {
-    tell(QStringLiteral("%1 < no answer\n")
-             .arg(interrupts_.clock.now().toString(QStringLiteral("HH:mm:ss.zzz"))));
-  } else {
-    tell(frame_text(received, meaning_of(probe, outcome, answer)));
-  }
+  const QDateTime time = trace.empty() ? interrupts_.clock.now() : trace.front().time;
+  tell(frame_text({false, time, answer}, meaning_of(probe, outcome, answer)));
   ++findings_.requests;
   ++findings_.outcomes[outcome];
-  const int channels = channels_of_status(answer);
-  if (channels > 0 && probe.request.bytes == status_request(type_.channels).bytes) {
-    findings_.answering_channels = channels;
+  const bool status = probe.request.bytes == status_request(type_.channels).bytes;
+  if (status && channels_of_status(answer) > 0) {
+    findings_.answering_channels = channels_of_status(answer);
   }
 }
 
@@ -160,7 +153,8 @@ void Check::probe_line() {
     findings_.refused_settings = port_.refused_settings();
     findings_.lost = findings_.lost || !stop_at_first_failure([this] { port_.bytes_waiting(); });
     if (findings_.lost || !findings_.refused_settings.isEmpty()) return;
-    const bool silent = findings_.count(Outcome::silent) == findings_.requests && findings_.late == 0;
+    const bool silent =
+        findings_.count(Outcome::silent) == findings_.requests && findings_.late == 0;
     if (silent && findings_.requests >= enough_silence) return;
   }
 }
@@ -170,8 +164,8 @@ int Check::run() {
            .arg(port_words(number_), type_.words()));
   const PortState state = look_at_port(number_);
   tell(QStringLiteral("The port: %1%2\n")
-           .arg(state.words, state.parity.isEmpty() ? QString()
-                                                    : QStringLiteral("; ") + state.parity));
+           .arg(state.words,
+                state.parity.isEmpty() ? QString() : QStringLiteral("; ") + state.parity));
   if (state.kind != PortState::Kind::free) {
     return conclude(QStringLiteral("COM%1 cannot be used: %2.").arg(number_).arg(state.words),
                     state.advice, false);
@@ -198,16 +192,17 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
 }  // namespace
 
 Command check_command() {
-  return {"check",
-          "--port N [OPTION]...",
-          "Probes a line and says what is the matter.",
-          "Sends up to 20 requests to the recorder, none of which changes it, and prints each frame\n"
-          "sent and received with its time, as hexadecimal bytes and as what they mean; then the\n"
-          "verdict in a sentence, and what to try next.\n"
-          "Ends with status 0 when every answer was right, else with 2.",
-          {{"port", "N", "Port COM1 to COM8 as 1 to 8."},
-           type_option,
-           {"log", "FILE", "Writes all that into a file too; one that exists is replaced."}},
-          0,
-          run};
+  return {
+      "check",
+      "--port N [OPTION]...",
+      "Probes a line and says what is the matter.",
+      "Sends up to 20 requests to the recorder, none of which changes it, and prints each frame\n"
+      "sent and received with its time, as hexadecimal bytes and as what they mean; then the\n"
+      "verdict in a sentence, and what to try next.\n"
+      "Ends with status 0 when every answer was right, else with 2.",
+      {{"port", "N", "Port COM1 to COM8 as 1 to 8."},
+       type_option,
+       {"log", "FILE", "Writes all that into a file too; one that exists is replaced."}},
+      0,
+      run};
 }

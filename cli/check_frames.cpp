@@ -31,7 +31,8 @@ QString properties_meaning(const QByteArray& answer) {
   for (std::size_t c = 0; c < properties.channels.size(); ++c) {
     if (properties.channels[c]) channels << QString::number(c + 1);
   }
-  return QStringLiteral("%1, %2; channels %3; start %4, delay %5 s, interval %6 s; %7 readings held")
+  return QStringLiteral(
+             "%1, %2; channels %3; start %4, delay %5 s, interval %6 s; %7 readings held")
       .arg(properties.recording ? QStringLiteral("recording") : QStringLiteral("stopped"),
            properties.wrap ? QStringLiteral("wraps") : QStringLiteral("stops when full"),
            channels.isEmpty() ? QStringLiteral("none") : channels.join(u','),
@@ -83,7 +84,8 @@ std::vector<Probe> probes_for(int channels) {
 Outcome outcome_of(const Request& request, const QByteArray& bytes) {
   const int length = request.answer_length;
   if (bytes.isEmpty()) return Outcome::silent;
-  if (bytes.endsWith(request.bytes) && bytes.size() <= request.bytes.size() + 1) return Outcome::echo;
+  if (bytes.endsWith(request.bytes) && bytes.size() <= request.bytes.size() + 1)
+    return Outcome::echo;
   if (bytes.size() < length) return Outcome::short_answer;
   if (check_holds(bytes, length)) return Outcome::right;
   if (bytes.size() == length + 1 && check_holds(bytes.mid(1), length)) return Outcome::extra_byte;

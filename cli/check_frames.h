@@ -21,12 +21,12 @@ std::vector<Probe> probes_for(int channels);
 // What came for one request.
 enum class Outcome {
   right,
-  extra_byte,   // right, with a byte in front that does not belong to it
-  silent,       // nothing
-  short_answer, // too few bytes
+  extra_byte,    // right, with a byte in front that does not belong to it
+  silent,        // nothing
+  short_answer,  // too few bytes
   wrong_check,
-  noise,        // too many bytes, with a wrong check
-  echo,         // the request itself
+  noise,  // too many bytes, with a wrong check
+  echo,   // the request itself
 };
 
 // `bytes`: all that came before the next request.

@@ -72,7 +72,8 @@ Verdict verdict_on(const Findings& findings, const QString& recorder) {
             QStringLiteral("Use another adapter or a built-in port.")};
   }
   if (findings.lost) {
-    return {false, QStringLiteral("The port failed in the middle, as when its adapter is unplugged."),
+    return {false,
+            QStringLiteral("The port failed in the middle, as when its adapter is unplugged."),
             QStringLiteral("Plug the adapter in again, firmly, and run the check again.")};
   }
   if (findings.count(Outcome::echo) == findings.requests) {
@@ -82,8 +83,9 @@ Verdict verdict_on(const Findings& findings, const QString& recorder) {
   if (right == findings.requests && findings.late == 0) {
     const int extra = findings.count(Outcome::extra_byte);
     const QString remark =
-        extra > 0 ? QStringLiteral(", with a byte too many in front of %1, which does no harm").arg(extra)
-                  : QString();
+        extra > 0
+            ? QStringLiteral(", with a byte too many in front of %1, which does no harm").arg(extra)
+            : QString();
     return {true,
             QStringLiteral("A %1 answers all %2 requests%3.")
                 .arg(recorder)

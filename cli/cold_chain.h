@@ -11,8 +11,8 @@
 #include "app/recording.h"
 #include "monitor/alarms.h"
 
-// Readings of one channel, with the time for which each stands: until the next reading, the last one
-// as long as the one before it.
+// Readings of one channel, with the time for which each stands: until the next reading, the last
+// one as long as the one before it.
 struct ChannelReadings {
   struct Reading {
     QDateTime time;
@@ -38,8 +38,8 @@ std::optional<double> mean_kinetic_temperature(const ChannelReadings& channel, c
 
 // Readings in a row above the upper limit, or in a row below the lower one.
 struct Excursion {
-  QDateTime start;   // of its first reading
-  QDateTime end;     // when its last reading no longer stands
+  QDateTime start;  // of its first reading
+  QDateTime end;    // when its last reading no longer stands
   qint64 seconds = 0;
   bool above = false;
   float extreme = 0;

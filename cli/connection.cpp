@@ -45,12 +45,14 @@ RecorderType::RecorderType(const Arguments& arguments) {
   const QString path = program_folder() + QStringLiteral("/device.txt");
   table = read_device_file(path);
   if (table.rows() == 0) {
-    throw Failure(exit_status::file, path + QStringLiteral(" is missing or lists no recorder types"));
+    throw Failure(exit_status::file,
+                  path + QStringLiteral(" is missing or lists no recorder types"));
   }
   row = row_of(arguments, table);
   if (!table.has_channels(row)) {
-    throw Failure(exit_status::file,
-                  QStringLiteral("%1 gives the type \"%2\" no number of channels").arg(path, name()));
+    throw Failure(
+        exit_status::file,
+        QStringLiteral("%1 gives the type \"%2\" no number of channels").arg(path, name()));
   }
   channels = table.channel_count(row);
 }

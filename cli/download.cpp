@@ -71,7 +71,8 @@ void Download::read_properties() {
   header_.recorder_type = recorder_.type().row;
   const auto properties = engine_.read_properties();
   if (!properties) {
-    throw Failure(exit_status::no_recorder, recorder_.where() + QStringLiteral(" does not answer any more"));
+    throw Failure(exit_status::no_recorder,
+                  recorder_.where() + QStringLiteral(" does not answer any more"));
   }
   properties_ = *properties;
   for (int c = 0; c < static_cast<int>(properties_.channels.size()); ++c) {
@@ -130,7 +131,8 @@ void Download::fetch(KeptBlocks& kept) {
 void Download::cut(Recording& recording) const {
   const auto within = [&](int n) {
     const QDateTime time = stamp_time(recording.SampleTimes(n));
-    return time.isValid() && (!span_.from || time >= *span_.from) && (!span_.to || time <= *span_.to);
+    return time.isValid() && (!span_.from || time >= *span_.from) &&
+           (!span_.to || time <= *span_.to);
   };
   if (!span_.from && !span_.to) return;
   int first = 0;
@@ -187,19 +189,20 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
 }  // namespace
 
 Command download_command() {
-  return {"download",
-          "-o FILE.qlx [OPTION]...",
-          "Reads the stored readings into a data file.",
-          "Reads the readings that the recorder has stored and writes them into a data file, the\n"
-          "same as the desktop program's Read Data and Save do. A download that is broken off keeps\n"
-          "the blocks that came in FILE.qlx.part; the same command then fetches only the missing\n"
-          "ones, if the recorder still holds the same recording. FILE.qlx itself appears, or is\n"
-          "replaced, only when it is complete.",
-          {{"o|output", "FILE", "The data file to write; one that exists is replaced."},
-           {"from", "TIME", "Only readings from YYYY-MM-DD [HH:MM[:SS]] on."},
-           {"to", "TIME", "Only readings up to YYYY-MM-DD [HH:MM[:SS]]."},
-           port_option,
-           type_option},
-          0,
-          run};
+  return {
+      "download",
+      "-o FILE.qlx [OPTION]...",
+      "Reads the stored readings into a data file.",
+      "Reads the readings that the recorder has stored and writes them into a data file, the\n"
+      "same as the desktop program's Read Data and Save do. A download that is broken off keeps\n"
+      "the blocks that came in FILE.qlx.part; the same command then fetches only the missing\n"
+      "ones, if the recorder still holds the same recording. FILE.qlx itself appears, or is\n"
+      "replaced, only when it is complete.",
+      {{"o|output", "FILE", "The data file to write; one that exists is replaced."},
+       {"from", "TIME", "Only readings from YYYY-MM-DD [HH:MM[:SS]] on."},
+       {"to", "TIME", "Only readings up to YYYY-MM-DD [HH:MM[:SS]]."},
+       port_option,
+       type_option},
+      0,
+      run};
 }

@@ -32,28 +32,29 @@ void write_text(const Recording& recording, const QString& path, Interrupts&) {
 void write_csv(const Recording& recording, const QString& path, Interrupts&) {
   QFile file(path);
   const QByteArray bytes = csv_of(recording).toUtf8();
-  const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                       file.write(bytes) == bytes.size();
+  const bool written =
+      file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
   if (!written) throw FileError(file.errorString().toStdString());
 }
 
 // An office program takes its time, in which a signal must be heard.
 template <class Export>
 Write by_office(Export export_recording) {
-  return [export_recording](const Recording& recording, const QString& path, Interrupts& interrupts) {
-    constexpr int look_interval_ms = 30;
-    ExportProgress progress;
-    auto work = std::async(std::launch::async, [&] {
-      export_recording(office_automation(), recording, path, progress);
-    });
-    while (work.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-      interrupts.clock.wait(look_interval_ms);
-      if (!interrupts.clock.stopped()) continue;
-      progress.stop();
-      work.wait();
-    }
-    work.get();
-  };
+  return
+      [export_recording](const Recording& recording, const QString& path, Interrupts& interrupts) {
+        constexpr int look_interval_ms = 30;
+        ExportProgress progress;
+        auto work = std::async(std::launch::async, [&] {
+          export_recording(office_automation(), recording, path, progress);
+        });
+        while (work.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+          interrupts.clock.wait(look_interval_ms);
+          if (!interrupts.clock.stopped()) continue;
+          progress.stop();
+          work.wait();
+        }
+        work.get();
+      };
 }
 
 Write form_of(const Arguments& arguments, const QString& path) {

@@ -86,8 +86,9 @@ void write_whole(const QString& path, const std::function<void(const QString& na
   } catch (const RunTimeError& error) {
     fail_to_write(path, QString::fromLocal8Bit(error.what()));
   }
-  const bool placed = sync(made, O_RDONLY) && std::rename(QFile::encodeName(made).constData(),
-                                                          QFile::encodeName(target).constData()) == 0;
+  const bool placed =
+      sync(made, O_RDONLY) &&
+      std::rename(QFile::encodeName(made).constData(), QFile::encodeName(target).constData()) == 0;
   if (!placed) fail_to_write(path, last_error());
   sync(QFileInfo(target).absolutePath(), O_RDONLY | O_DIRECTORY);
 }

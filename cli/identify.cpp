@@ -64,15 +64,17 @@ QString text_of(const Identity& identity, const Connection& recorder) {
   text += line(QStringLiteral("Type"), recorder.type().words());
   text += line(QStringLiteral("Title"), identity.title);
   text += line(QStringLiteral("Description"), identity.description);
-  text += line(QStringLiteral("Battery"),
-               QStringLiteral("%1 V, %2")
-                   .arg(fixed2(identity.status.battery_volts),
-                        identity.status.battery_ok() ? QStringLiteral("Ok") : QStringLiteral("Error")));
+  text +=
+      line(QStringLiteral("Battery"),
+           QStringLiteral("%1 V, %2")
+               .arg(fixed2(identity.status.battery_volts),
+                    identity.status.battery_ok() ? QStringLiteral("Ok") : QStringLiteral("Error")));
   text += line(QStringLiteral("State"),
                properties.recording ? QStringLiteral("Recording") : QStringLiteral("Stop"));
   text += line(QStringLiteral("Startup type"), startup_words(properties));
   text += line(QStringLiteral("Startup time"), stamp_text(properties.start));
-  text += line(QStringLiteral("Record interval"), QStringLiteral("%1 s").arg(properties.record_interval));
+  text += line(QStringLiteral("Record interval"),
+               QStringLiteral("%1 s").arg(properties.record_interval));
   text += line(QStringLiteral("Stop type"), stop_words(properties));
   text += line(QStringLiteral("All data"), QString::number(properties.all_data));
   text += line(QStringLiteral("Historical sampling"),
@@ -106,22 +108,21 @@ QString json_of(const Identity& identity, const Connection& recorder) {
                                 {"up_limit", identity.limits[c].up},
                                 {"records", properties.channels[c]}});
   }
-  const QJsonObject all = {
-      {"port", QStringLiteral("COM%1").arg(recorder.port_number())},
-      {"type", recorder.type().name()},
-      {"title", identity.title},
-      {"description", identity.description},
-      {"battery_volts", identity.status.battery_volts},
-      {"battery_ok", identity.status.battery_ok()},
-      {"recording", properties.recording},
-      {"startup_type", startup_words(properties).section(u',', 0, 0)},
-      {"startup_time", stamp_text(properties.start).replace(u' ', u'T')},
-      {"startup_delay_s", properties.startup_delay},
-      {"record_interval_s", properties.record_interval},
-      {"wraps", properties.wrap},
-      {"all_data", properties.all_data},
-      {"readings_held", properties.readings_held},
-      {"channels", channels}};
+  const QJsonObject all = {{"port", QStringLiteral("COM%1").arg(recorder.port_number())},
+                           {"type", recorder.type().name()},
+                           {"title", identity.title},
+                           {"description", identity.description},
+                           {"battery_volts", identity.status.battery_volts},
+                           {"battery_ok", identity.status.battery_ok()},
+                           {"recording", properties.recording},
+                           {"startup_type", startup_words(properties).section(u',', 0, 0)},
+                           {"startup_time", stamp_text(properties.start).replace(u' ', u'T')},
+                           {"startup_delay_s", properties.startup_delay},
+                           {"record_interval_s", properties.record_interval},
+                           {"wraps", properties.wrap},
+                           {"all_data", properties.all_data},
+                           {"readings_held", properties.readings_held},
+                           {"channels", channels}};
   return QString::fromUtf8(QJsonDocument(all).toJson());
 }
 
@@ -135,13 +136,14 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
 }  // namespace
 
 Command identify_command() {
-  return {"identify",
-          "[OPTION]...",
-          "Prints what a recorder says of itself.",
-          "Prints the recorder's title and description, battery, state, recording pattern, how many\n"
-          "readings it holds, and for each channel its value now, its alarm limits and whether it\n"
-          "takes part in recording.",
-          {port_option, type_option, {"json", nullptr, "Prints JSON."}},
-          0,
-          run};
+  return {
+      "identify",
+      "[OPTION]...",
+      "Prints what a recorder says of itself.",
+      "Prints the recorder's title and description, battery, state, recording pattern, how many\n"
+      "readings it holds, and for each channel its value now, its alarm limits and whether it\n"
+      "takes part in recording.",
+      {port_option, type_option, {"json", nullptr, "Prints JSON."}},
+      0,
+      run};
 }

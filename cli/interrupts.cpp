@@ -36,7 +36,7 @@ Interrupts::Interrupts() {
   struct sigaction action {};
   action.sa_handler = on_signal;
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
-  std::signal(SIGPIPE, SIG_IGN);
+  for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
 }
 
 Interrupts::~Interrupts() {

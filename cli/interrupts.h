@@ -8,9 +8,10 @@
 
 #include "base/clock.h"
 
-// While it lives SIGINT, SIGTERM and SIGHUP stop the clock: every wait ends, every exchange with the
-// recorder fails, and the command leaves by its usual way. A second one ends the program at once.
-// Writing to a pipe that nobody reads is an error and no signal.
+// While it lives SIGINT, SIGTERM and SIGHUP stop the clock: every wait ends, every exchange with
+// the recorder fails, and the command leaves by its usual way. A second one ends the program at
+// once. Writing to a pipe that nobody reads, or beyond the size limit for files, is an error and no
+// signal.
 class Interrupts {
  public:
   Interrupts();

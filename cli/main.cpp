@@ -26,9 +26,9 @@ int run(const QStringList& words) {
     print(QStringLiteral("corvane-cli " CORVANE_VERSION "\n"));
     return exit_status::fine;
   }
-  const auto command =
-      std::find_if(commands().begin(), commands().end(),
-                   [&](const Command& one) { return name == QString::fromLatin1(one.name); });
+  const auto command = std::find_if(commands().begin(), commands().end(), [&](const Command& one) {
+    return name == QString::fromLatin1(one.name);
+  });
   if (command == commands().end()) {
     throw Failure(exit_status::usage,
                   QStringLiteral("there is no command \"%1\"; see corvane-cli --help").arg(name));

@@ -10,10 +10,9 @@
 
 void print(const QString& text) {
   const QByteArray bytes = text.toUtf8();
-  const bool written =
-      std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout) ==
-          static_cast<std::size_t>(bytes.size()) &&
-      std::fflush(stdout) == 0;
+  const bool written = std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()),
+                                   stdout) == static_cast<std::size_t>(bytes.size()) &&
+                       std::fflush(stdout) == 0;
   if (written) return;
   if (errno == EPIPE) throw Failure(exit_status::fine, {});
   throw Failure(exit_status::file, QStringLiteral("standard output cannot be written: %1")
@@ -39,8 +38,7 @@ void ProgressBar::show(int done, int total) {
   const qsizetype width = (known ? size.ws_col : 80) - label.size() - 3;
   if (width < 1) return;
   const qsizetype filled = width * done / total;
-  const QString bar =
-      u'[' + QString(filled, u'#') + QString(width - filled, u'.') + u']' + label;
+  const QString bar = u'[' + QString(filled, u'#') + QString(width - filled, u'.') + u']' + label;
   std::fprintf(stderr, "\r%s\033[K", qPrintable(bar));
   std::fflush(stderr);
   shown_ = true;

@@ -26,8 +26,8 @@ constexpr unsigned last_pseudo_terminal = 143;
 
 // Where programs agree to leave lock files; Qt's serial ports look in these, in this order.
 const QStringList& lock_folders() {
-  static const QStringList folders = {"/var/lock",       "/etc/locks", "/var/spool/locks",
-                                      "/var/spool/uucp", "/tmp",       "/var/tmp",
+  static const QStringList folders = {"/var/lock",         "/etc/locks", "/var/spool/locks",
+                                      "/var/spool/uucp",   "/tmp",       "/var/tmp",
                                       "/var/lock/lockdev", "/run/lock"};
   return folders;
 }
@@ -103,10 +103,10 @@ void forbid(PortState& state) {
   state.kind = PortState::Kind::forbidden;
   const QString group = group_of(state.device);
   state.words = QStringLiteral("may not be opened: permission denied");
-  state.advice =
-      group.isEmpty() || group == u"root"
-          ? QStringLiteral("Ask the administrator for access to %1.").arg(state.device)
-          : QStringLiteral("Join the group %1 (sudo adduser $USER %1) and log in again.").arg(group);
+  state.advice = group.isEmpty() || group == u"root"
+                     ? QStringLiteral("Ask the administrator for access to %1.").arg(state.device)
+                     : QStringLiteral("Join the group %1 (sudo adduser $USER %1) and log in again.")
+                           .arg(group);
 }
 
 void occupy(PortState& state, const QString& words) {
@@ -116,7 +116,8 @@ void occupy(PortState& state, const QString& words) {
 }
 
 bool is_pseudo_terminal(const struct stat& status) {
-  return major(status.st_rdev) >= first_pseudo_terminal && major(status.st_rdev) <= last_pseudo_terminal;
+  return major(status.st_rdev) >= first_pseudo_terminal &&
+         major(status.st_rdev) <= last_pseudo_terminal;
 }
 
 // Whether the driver takes mark parity and says afterwards that it has it.
@@ -137,7 +138,8 @@ QString parity_words(int port) {
 void look_at_open_port(int port, const struct stat& status, PortState& state) {
   int exclusive = 0;
   if (ioctl(port, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) {
-    return occupy(state, in_use(state.device, QStringLiteral("it is opened exclusively (TIOCEXCL)")));
+    return occupy(state,
+                  in_use(state.device, QStringLiteral("it is opened exclusively (TIOCEXCL)")));
   }
   if (flock(port, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
     return occupy(state, in_use(state.device, QStringLiteral("it is locked (flock)")));
@@ -160,11 +162,11 @@ void open_and_look(const struct stat& status, PortState& state) {
   const int error = errno;
   if (error == EACCES || error == EPERM) return forbid(state);
   if (error == EBUSY) {
-    return occupy(state, in_use(state.device, QStringLiteral("it is opened exclusively (TIOCEXCL)")));
+    return occupy(state,
+                  in_use(state.device, QStringLiteral("it is opened exclusively (TIOCEXCL)")));
   }
   state.kind = PortState::Kind::broken;
-  state.words =
-      QStringLiteral("cannot be opened: ") + QString::fromLocal8Bit(std::strerror(error));
+  state.words = QStringLiteral("cannot be opened: ") + QString::fromLocal8Bit(std::strerror(error));
   state.advice = QStringLiteral("Pull the adapter out and plug it in again.");
 }
 
@@ -174,8 +176,8 @@ PortState look_at_port(int number) {
   PortState state;
   state.device = serial_device(number, program_folder(), system_serial_ports());
   struct stat status {};
-  const bool exists = !state.device.isEmpty() &&
-                      stat(QFile::encodeName(state.device).constData(), &status) == 0;
+  const bool exists =
+      !state.device.isEmpty() && stat(QFile::encodeName(state.device).constData(), &status) == 0;
   if (!exists) {
     const bool dangling =
         QFileInfo(QStringLiteral("%1/com%2").arg(program_folder()).arg(number)).isSymLink();
@@ -183,7 +185,8 @@ PortState look_at_port(int number) {
                                  .arg(number)
                                  .arg(program_folder())
                            : QStringLiteral("no such port");
-    state.advice = QStringLiteral("Plug the adapter in; corvane-cli ports shows the ports there are.");
+    state.advice =
+        QStringLiteral("Plug the adapter in; corvane-cli ports shows the ports there are.");
   } else if (!S_ISCHR(status.st_mode)) {
     state.kind = PortState::Kind::broken;
     state.words = QStringLiteral("is no serial port");

@@ -23,14 +23,15 @@ int run(const Arguments&, Interrupts&) {
 }  // namespace
 
 Command ports_command() {
-  return {"ports",
-          "",
-          "Shows what is behind COM1 to COM8.",
-          "Prints a line for each of COM1 to COM8: the device behind it, whether it exists, may be\n"
-          "opened or is in use by another program and how that was found, and whether its driver\n"
-          "can do mark and space parity, which the recorder needs. A free port is opened for a\n"
-          "moment; one that is in use is left alone.",
-          {},
-          0,
-          run};
+  return {
+      "ports",
+      "",
+      "Shows what is behind COM1 to COM8.",
+      "Prints a line for each of COM1 to COM8: the device behind it, whether it exists, may be\n"
+      "opened or is in use by another program and how that was found, and whether its driver\n"
+      "can do mark and space parity, which the recorder needs. A free port is opened for a\n"
+      "moment; one that is in use is left alone.",
+      {},
+      0,
+      run};
 }

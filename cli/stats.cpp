@@ -104,7 +104,8 @@ QString text_of(const ChannelReport& report, int count) {
   text += line(QStringLiteral("Maximum"), value(report.maximum));
   text += line(QStringLiteral("Minimum"), value(report.minimum));
   text += line(QStringLiteral("Average"), value(report.average));
-  if (report.kinetic) text += line(QStringLiteral("Mean kinetic temperature"), value(*report.kinetic));
+  if (report.kinetic)
+    text += line(QStringLiteral("Mean kinetic temperature"), value(*report.kinetic));
   if (!report.limits.up && !report.limits.down) return text;
   text += line(QStringLiteral("Limits"), limit_text(report.limits) + u' ' + report.unit);
   text += line(QStringLiteral("Time out of range"), duration_text(report.seconds_out));
@@ -166,7 +167,9 @@ QString json_of(const Recording& recording, const std::vector<ChannelReport>& re
   QJsonArray channels;
   for (const ChannelReport& report : reports) channels << json_of(report, recording.SampleCount);
   const bool some = recording.SampleCount > 0;
-  const auto time = [&](int n) { return some ? QJsonValue(iso_time(recording.SampleTimes(n))) : QJsonValue(); };
+  const auto time = [&](int n) {
+    return some ? QJsonValue(iso_time(recording.SampleTimes(n))) : QJsonValue();
+  };
   const QJsonObject all = {{"title", recording.Title},
                            {"recorder", recording.RecorderName},
                            {"count", recording.SampleCount},
@@ -178,12 +181,14 @@ QString json_of(const Recording& recording, const std::vector<ChannelReport>& re
 }
 
 int run(const Arguments& arguments, Interrupts&) {
-  const double energy = arguments.decimal("activation-energy", 1, 1000).value_or(usual_activation_energy);
+  const double energy =
+      arguments.decimal("activation-energy", 1, 1000).value_or(usual_activation_energy);
   Recording recording = load_recording(arguments.file());
   drop_empty_samples(recording);
   if (recording.SampleCount > 0) compute_statistics(recording);
   Limits limits;
-  for (const QString& text : arguments.texts("limit")) set_limits(arguments, text, recording, limits);
+  for (const QString& text : arguments.texts("limit"))
+    set_limits(arguments, text, recording, limits);
   std::vector<ChannelReport> reports;
   bool out = false;
   try {
@@ -210,7 +215,8 @@ Command stats_command() {
           "the time out of range and every excursion: start, end, duration, extreme. A reading\n"
           "stands until the next one; a value equal to a limit is in range.\n"
           "Ends with status 4 when there was an excursion.",
-          {{"limit", "CH:UP:DOWN", "Limits of the recorder's channel CH, such as 1:8:2; one may be empty."},
+          {{"limit", "CH:UP:DOWN",
+            "Limits of the recorder's channel CH, such as 1:8:2; one may be empty."},
            {"activation-energy", "KJ", "Heat of activation in kJ/mol (default 83.144)."},
            {"json", nullptr, "Prints JSON."}},
           1,

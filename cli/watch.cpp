@@ -69,7 +69,8 @@ Watch::Watch(const Arguments& arguments, Interrupts& interrupts)
 
 void Watch::read_limits() {
   for (std::size_t c = 0; static_cast<int>(c) < channels_.count; ++c) {
-    const ChannelLimits read = decode_limits(recorder_.ask(limits_request(static_cast<int>(c + 1))));
+    const ChannelLimits read =
+        decode_limits(recorder_.ask(limits_request(static_cast<int>(c + 1))));
     // As the desktop program shows them, to two decimals.
     limits_[c] = alarm_limits(fixed2(read.up), fixed2(read.down));
   }
@@ -196,19 +197,20 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
 }  // namespace
 
 Command watch_command() {
-  return {"watch",
-          "[OPTION]...",
-          "Prints a line a reading as it comes.",
-          "Asks the recorder for its readings again and again and prints a line for each, with the\n"
-          "channels that are out of the recorder's alarm limits. Runs until Ctrl+C. A recorder that\n"
-          "does not answer is told on standard error and taken up again when it is back, also after\n"
-          "its adapter was unplugged. Ends with status 4 when a reading was out of range.",
-          {{"interval", "S", "Seconds between readings (default 5)."},
-           {"count", "N", "Ends after N readings."},
-           {"csv", nullptr, "Prints CSV, with a head."},
-           {"json", nullptr, "Prints a JSON object a line."},
-           port_option,
-           type_option},
-          0,
-          run};
+  return {
+      "watch",
+      "[OPTION]...",
+      "Prints a line a reading as it comes.",
+      "Asks the recorder for its readings again and again and prints a line for each, with the\n"
+      "channels that are out of the recorder's alarm limits. Runs until Ctrl+C. A recorder that\n"
+      "does not answer is told on standard error and taken up again when it is back, also after\n"
+      "its adapter was unplugged. Ends with status 4 when a reading was out of range.",
+      {{"interval", "S", "Seconds between readings (default 5)."},
+       {"count", "N", "Ends after N readings."},
+       {"csv", nullptr, "Prints CSV, with a head."},
+       {"json", nullptr, "Prints a JSON object a line."},
+       port_option,
+       type_option},
+      0,
+      run};
 }

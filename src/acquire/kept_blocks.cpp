@@ -131,22 +131,20 @@ void KeptBlocks::align(const RecorderProperties& properties, const MemoryMap& me
             .recording = properties.recording,
             .end = memory.end};
   // What a wrapping recorder has dropped.
-  std::erase_if(blocks_,
-                [oldest = state_->newest - state_->held](const auto& block) {
-                  return block.first <= oldest;
-                });
+  std::erase_if(blocks_, [oldest = state_->newest - state_->held](const auto& block) {
+    return block.first <= oldest;
+  });
 }
 
 QByteArray KeptBlocks::state_line() const {
   return "state " + QByteArray::number(state_->newest) + ' ' + QByteArray::number(state_->held) +
-         (state_->recording ? " 1 " : " 0 ") +
-         QByteArray::number(state_->end.toMSecsSinceEpoch());
+         (state_->recording ? " 1 " : " 0 ") + QByteArray::number(state_->end.toMSecsSinceEpoch());
 }
 
 void KeptBlocks::begin() {
   QSaveFile whole(path_);
-  QByteArray text =
-      checked_line(first_line) + checked_line("recording " + identity_) + checked_line(state_line());
+  QByteArray text = checked_line(first_line) + checked_line("recording " + identity_) +
+                    checked_line(state_line());
   for (const auto& [end, answer] : blocks_) {
     text += checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
   }

@@ -25,9 +25,9 @@ class KeptBlocks {
   // nothing; of a damaged one counts what stands before the damage.
   KeptBlocks(QString path, QByteArray identity);
 
-  // Works out how many readings have come since the blocks were kept. Drops all blocks where that is
-  // not certain: a wrapping recorder tells its newest reading's age in whole seconds, too coarse for
-  // an interval below three.
+  // Works out how many readings have come since the blocks were kept. Drops all blocks where that
+  // is not certain: a wrapping recorder tells its newest reading's age in whole seconds, too coarse
+  // for an interval below three.
   void align(const RecorderProperties& properties, const MemoryMap& memory);
 
   // Makes the file anew, with what is kept, for the blocks to come. Throws FileError.
