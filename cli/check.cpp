@@ -15,6 +15,7 @@ namespace {
 constexpr int requests = 20;
 // A line where nothing at all comes after so many is silent.
 constexpr int enough_silence = 3;
+constexpr int late_ms = 1500;
 constexpr int bytes_a_line = 32;
 
 QString hex_of(const QByteArray& bytes) {
@@ -41,6 +42,7 @@ class Check {
   void probe_line();
   void exchange(const Probe& probe);
   void collect();
+  void await_late(qsizetype bytes);
   // Takes what was sent out of the trace, and gives the answer that is left.
   QByteArray tell_sent(const Probe& probe, std::vector<TracedBytes>& trace);
   void tell(const QString& text);
@@ -107,6 +109,23 @@ void Check::collect() {
   });
 }
 
+// Waits for bytes that an answer still misses; they must not be taken for the next answer's.
+void Check::await_late(qsizetype bytes) {
+  const qint64 began = interrupts_.clock.steady_ms();
+  skip_on_error([&] {
+    while (!interrupts_.clock.stopped() && port_.bytes_waiting() < bytes) {
+      const qint64 left = late_ms - (interrupts_.clock.steady_ms() - began);
+      if (left <= 0) break;
+      interrupts_.clock.wait(static_cast<int>(left));
+    }
+  });
+  collect();
+  for (const TracedBytes& frame : port_.take_trace()) {
+    ++findings_.late;
+    tell(frame_text(frame, QStringLiteral("%1 bytes, too late").arg(frame.bytes.size())));
+  }
+}
+
 // What came before the request was out belongs to an earlier one.
 QByteArray Check::tell_sent(const Probe& probe, std::vector<TracedBytes>& trace) {
   int sent = 0;
@@ -139,6 +158,8 @@ void Check::exchange(const Probe& probe) {
   tell(frame_text({false, time, answer}, meaning_of(probe, outcome, answer)));
   ++findings_.requests;
   ++findings_.outcomes[outcome];
+  const qsizetype missing = probe.request.answer_length - answer.size();
+  if (missing > 0) await_late(missing);
   const bool status = probe.request.bytes == status_request(type_.channels).bytes;
   if (status && channels_of_status(answer) > 0) {
     findings_.answering_channels = channels_of_status(answer);

@@ -37,14 +37,7 @@ Verdict unsteady(const Findings& findings, int right) {
 }
 
 // Bytes come, but no right answer.
-Verdict never_right(const Findings& findings, const QString& recorder) {
-  if (findings.answering_channels > 0 && findings.answering_channels != findings.channels) {
-    return {false,
-            QStringLiteral("A recorder with %1 channels answers, not a %2.")
-                .arg(findings.answering_channels)
-                .arg(recorder),
-            QStringLiteral("Choose a --type with %1 channels.").arg(findings.answering_channels)};
-  }
+Verdict never_right(const Findings& findings) {
   if (findings.late > 0) {
     return {false, QStringLiteral("What answers, answers too late."),
             QStringLiteral("Try another adapter, without a hub in between.")};
@@ -93,9 +86,16 @@ Verdict verdict_on(const Findings& findings, const QString& recorder) {
                 .arg(remark),
             {}};
   }
+  if (findings.answering_channels > 0 && findings.answering_channels != findings.channels) {
+    return {false,
+            QStringLiteral("A recorder with %1 channels answers, not a %2.")
+                .arg(findings.answering_channels)
+                .arg(recorder),
+            QStringLiteral("Choose a --type with %1 channels.").arg(findings.answering_channels)};
+  }
   if (right > 0) return unsteady(findings, right);
   if (findings.count(Outcome::silent) == findings.requests) {
     return {false, QStringLiteral("Nobody answers: the line is silent."), cable_advice};
   }
-  return never_right(findings, recorder);
+  return never_right(findings);
 }

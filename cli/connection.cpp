@@ -74,10 +74,6 @@ Connection::Connection(const Arguments& arguments, Interrupts& interrupts)
   }
 }
 
-QString Connection::where() const {
-  return port_words(port_number());
-}
-
 bool Connection::open(int number) {
   return stop_at_first_failure([&] {
     port_.close();
@@ -88,7 +84,10 @@ bool Connection::open(int number) {
 
 bool Connection::answers() {
   const auto abandoned = [this] { return interrupted(); };
-  return link_.ask([this] { return status_request(type_.channels); }, {}, abandoned).has_value();
+  const QString here = port_words(port_number());
+  if (!link_.ask([this] { return status_request(type_.channels); }, {}, abandoned)) return false;
+  where_ = here;
+  return true;
 }
 
 void Connection::connect_to(int number) {

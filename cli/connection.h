@@ -32,8 +32,8 @@ class Connection {
   RecorderLink& link() { return link_; }
   const RecorderType& type() const { return type_; }
   int port_number() const { return port_.port_number(); }
-  // "COM1 (/dev/ttyUSB0)"
-  QString where() const;
+  // "COM1 (/dev/ttyUSB0)", as it was when the recorder answered there.
+  const QString& where() const { return where_; }
 
   // The answer to a request, tried three times. Throws Failure when there is none.
   QByteArray ask(const Request& request);
@@ -52,6 +52,7 @@ class Connection {
   RecorderType type_;
   QtSerialPort port_;
   RecorderLink link_;
+  QString where_;
 };
 
 // How the program calls a port.

@@ -8,8 +8,21 @@
 
 #include "cli/command.h"
 
+namespace {
+
+// Texts come from recorders and files: none of them gets a command to the terminal through.
+QString without_controls(QString text) {
+  for (QChar& c : text) {
+    const bool layout = c == u'\n' || c == u'\r' || c == u'\t';
+    if (c.category() == QChar::Other_Control && !layout) c = QChar::ReplacementCharacter;
+  }
+  return text;
+}
+
+}  // namespace
+
 void print(const QString& text) {
-  const QByteArray bytes = text.toUtf8();
+  const QByteArray bytes = without_controls(text).toUtf8();
   const bool written = std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()),
                                    stdout) == static_cast<std::size_t>(bytes.size()) &&
                        std::fflush(stdout) == 0;
@@ -21,7 +34,7 @@ void print(const QString& text) {
 
 void complain(const QString& sentence) {
   if (sentence.isEmpty()) return;
-  std::fprintf(stderr, "corvane-cli: %s\n", sentence.toUtf8().constData());
+  std::fprintf(stderr, "corvane-cli: %s\n", without_controls(sentence).toUtf8().constData());
 }
 
 ProgressBar::ProgressBar() : on_terminal_(isatty(STDERR_FILENO) == 1) {}
