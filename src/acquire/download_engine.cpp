@@ -81,7 +81,7 @@ bool DownloadEngine::prove_kept_blocks() {
     if (!kept) continue;
     const auto answer = ask_for_block(position);
     if (!answer) return false;
-    if (!KeptBlocks::same_readings(*kept, *answer)) kept_->forget();
+    if (!KeptBlocks::same_readings(*kept, *answer)) kept_->start_over();
     return true;
   }
   return true;

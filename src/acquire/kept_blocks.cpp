@@ -125,7 +125,7 @@ std::optional<int> KeptBlocks::readings_since(const RecorderProperties& properti
 void KeptBlocks::align(const RecorderProperties& properties, const MemoryMap& memory) {
   channels_ = memory.channels;
   const auto more = state_ ? readings_since(properties, memory) : std::nullopt;
-  if (!more) forget();
+  if (!more) blocks_.clear();
   state_ = {.newest = more ? state_->newest + *more : properties.readings_held,
             .held = properties.readings_held,
             .recording = properties.recording,
@@ -152,6 +152,12 @@ void KeptBlocks::begin() {
   const bool made = whole.open(QIODevice::WriteOnly) && whole.write(text) == text.size() &&
                     whole.commit() && file_.open(QIODevice::WriteOnly | QIODevice::Append);
   if (!made) throw FileError("the blocks cannot be kept");
+}
+
+void KeptBlocks::start_over() {
+  blocks_.clear();
+  file_.close();
+  begin();
 }
 
 void KeptBlocks::keep(int block, const QByteArray& answer) {

@@ -42,7 +42,8 @@ class KeptBlocks {
   static bool same_readings(const QByteArray& one, const QByteArray& other);
 
   bool empty() const { return blocks_.empty(); }
-  void forget() { blocks_.clear(); }
+  // Drops all blocks, in the file too. Throws FileError.
+  void start_over();
   // Removes the file, when the download is complete.
   void remove();
 

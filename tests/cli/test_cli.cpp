@@ -149,7 +149,8 @@ class TestCli : public QObject {
 
   void identifies() {
     QVERIFY(
-        w_.plug_in("--channels 2 --readings 700 --title Cellar --battery 2 --limits 2:-10.5:25 --description \x1b[2J "
+        w_.plug_in("--channels 2 --readings 700 --title Cellar --battery 2 --limits 2:-10.5:25 "
+                   "--description \x1b[2J "
                    "--interval 90 --stopped"));
     const Ran ran = w_.run("identify --type Two --json");
     const QJsonObject all = QJsonDocument::fromJson(ran.out.toUtf8()).object();
@@ -238,7 +239,8 @@ class TestCli : public QObject {
     QProcess watch;
     w_.start(watch, "watch --type Four --interval 0.2 --json --count 12");
     QByteArray told;
-    QTRY_VERIFY_WITH_TIMEOUT((told += watch.readAllStandardError()).contains("gives no readings"), 20'000);
+    QTRY_VERIFY_WITH_TIMEOUT((told += watch.readAllStandardError()).contains("gives no readings"),
+                             20'000);
     QVERIFY(w_.plug_in({}));
     const Ran ran = CliWorld::end(watch);
     QVERIFY2(ran.errors.contains("answers again"), qPrintable(ran.errors));

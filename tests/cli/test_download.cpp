@@ -27,7 +27,7 @@ class TestCliDownload : public QObject {
   CliWorld w_;
 
   bool plug_in(const QString& options) {
-    return w_.plug_in("--unpaced --stopped --interval 30 --title Cold " + options);
+    return w_.plug_in("--unpaced --interval 3600 --title Cold " + options);
   }
 
  private Q_SLOTS:
@@ -73,9 +73,8 @@ class TestCliDownload : public QObject {
     QVERIFY(w_.run("download -o all.qlx --type One").out.contains("700 samples of 1 channels"));
     const QList<QByteArray> all = w_.contents("all.qlx").split('\n');
     const auto stamp = [&](int n) { return all[7 + 2 * n].mid(1, 19); };
-    QVERIFY(w_.run("download -o some.qlx --type One --from '" + stamp(100) + "' --to '" +
-                   stamp(299) + '\'')
-                .out.contains("200 samples"));
+    const QString span = QString("--from \"%1\" --to \"%2\"").arg(stamp(100), stamp(299));
+    QVERIFY(w_.run("download -o some.qlx --type One " + span).out.contains("200 samples"));
     const QList<QByteArray> some = w_.contents("some.qlx").split('\n');
     QCOMPARE(some.mid(7), all.mid(7 + 200, 400) + QList<QByteArray>{""});
     QCOMPARE(w_.run("download -o none.qlx --type One --to 2001-01-01").status, 2);
@@ -104,7 +103,7 @@ class TestCliDownload : public QObject {
     const auto plugged = [&](const QString& options) {
       return plug_in("--start \"2026-02-01 08:00:00\" " + options);
     };
-    QFile::remove(w_.path("log"));
+    for (const char* const name : {"log", "run.qlx", "run.qlx.part"}) QFile::remove(w_.path(name));
     QVERIFY(plugged(row.options));
     QProcess broken;
     w_.start(broken, "download -o run.qlx" + type);
@@ -131,7 +130,6 @@ class TestCliDownload : public QObject {
     QVERIFY(!QFile::exists(w_.path("run.qlx.part")));
     QVERIFY(w_.run("download -o whole.qlx" + type).out.contains(" 0 of "));
     QCOMPARE(w_.contents("run.qlx"), w_.contents("whole.qlx"));
-    QFile::remove(w_.path("run.qlx"));
   }
 };
 
