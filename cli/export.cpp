@@ -6,11 +6,13 @@
 #include <future>
 
 #include "base/errors.h"
+#include "base/times.h"
 #include "cli/arguments.h"
 #include "cli/csv.h"
 #include "cli/files.h"
 #include "cli/interrupts.h"
 #include "cli/output.h"
+#include "cli/pdf.h"
 #include "data/automation.h"
 #include "data/export_document.h"
 #include "data/export_progress.h"
@@ -37,6 +39,10 @@ void write_csv(const Recording& recording, const QString& path, Interrupts&) {
   if (!written) throw FileError(file.errorString().toStdString());
 }
 
+void write_pages(const Recording& recording, const QString& path, Interrupts& interrupts) {
+  write_pdf(recording, path, stamp_text(interrupts.clock.now()));
+}
+
 // An office program takes its time, in which a signal must be heard.
 template <class Export>
 Write by_office(Export export_recording) {
@@ -61,9 +67,11 @@ Write form_of(const Arguments& arguments, const QString& path) {
   const QString extension = QFileInfo(path).suffix().toLower();
   if (extension == u"txt") return write_text;
   if (extension == u"csv") return write_csv;
+  if (extension == u"pdf") return write_pages;
   if (extension == u"doc") return by_office(export_document);
   if (extension == u"xls") return by_office(export_workbook);
-  arguments.refuse(QStringLiteral("\"%1\" does not end in .txt, .csv, .doc or .xls").arg(path));
+  arguments.refuse(
+      QStringLiteral("\"%1\" does not end in .txt, .csv, .pdf, .doc or .xls").arg(path));
 }
 
 int run(const Arguments& arguments, Interrupts& interrupts) {
@@ -79,12 +87,13 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
 
 Command export_command() {
   return {"export",
-          "FILE.qlx -o OUT.{txt,csv,doc,xls}",
-          "Writes a data file as text, CSV, document or workbook.",
+          "FILE.qlx -o OUT.{txt,csv,pdf,doc,xls}",
+          "Writes a data file as text, CSV, PDF, document or workbook.",
           "Writes what a data file holds in another form, which the ending of the name chooses.\n"
           ".txt, .doc and .xls are what the desktop program's Save As makes; documents and\n"
           "workbooks need LibreOffice. .csv has a head and a line a sample, as spreadsheets and\n"
-          "pandas read it: UTF-8, a comma between the fields, times such as 2026-03-01T10:00:00.",
+          "pandas read it: UTF-8, a comma between the fields, times such as 2026-03-01T10:00:00.\n"
+          ".pdf is the desktop program's printout: the graph of all readings, then the sheet.",
           {{"o|output", "FILE", "The file to write; one that exists is replaced."}},
           1,
           run};

@@ -1,7 +1,8 @@
 // corvane-cli: the recorder and its data files without a window.
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <algorithm>
+#include <memory>
 
 #include "base/errors.h"
 #include "cli/arguments.h"
@@ -57,8 +58,23 @@ const std::vector<Command>& commands() {
   return all;
 }
 
+namespace {
+
+// Pages need fonts, and no display.
+std::unique_ptr<QCoreApplication> application_for(int& argc, char** argv) {
+  const bool draws =
+      argc > 2 && std::any_of(argv, argv + argc, [](const char* word) {
+        return QString::fromLocal8Bit(word).endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive);
+      });
+  if (!draws) return std::make_unique<QCoreApplication>(argc, argv);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-  QCoreApplication application(argc, argv);
+  const auto application = application_for(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("corvane-cli"));
   QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));
   try {

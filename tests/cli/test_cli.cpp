@@ -136,6 +136,8 @@ class TestCli : public QObject {
         "Time,Air(C),\"Soil, dry(F)\"\r\n2026-03-01T23:50:00,20,50\r\n2026-03-01T23:55:00,30,50\r\n"
         "2026-03-02T00:00:00,20,50\r\n2026-03-02T00:30:00,30.5,50\r\n2026-03-02T01:00:00,-2.25,"
         "50\r\n");
+    QCOMPARE(w_.run("export store.qlx -o out.pdf").errors, "");
+    QVERIFY(w_.contents("out.pdf").startsWith("%PDF-") && w_.contents("out.pdf").size() > 5000);
     // No room for it: the older file stays, and nothing else.
     const QByteArray before = w_.contents("out.csv");
     make_file(w_.path("long.qlx"), QByteArray(readings).replace("Air", QByteArray(3000, 'a')));
