@@ -184,12 +184,11 @@ int Check::run() {
   tell(QStringLiteral("%1, %2, 9600 baud, 8 data bits, 1 stop bit\n")
            .arg(port_words(number_), type_.words()));
   const PortState state = look_at_port(number_);
-  tell(QStringLiteral("The port: %1%2\n")
+  tell(QStringLiteral("The port %1%2\n")
            .arg(state.words,
                 state.parity.isEmpty() ? QString() : QStringLiteral("; ") + state.parity));
   if (state.kind != PortState::Kind::free) {
-    return conclude(QStringLiteral("COM%1 cannot be used: %2.").arg(number_).arg(state.words),
-                    state.advice, false);
+    return conclude(QStringLiteral("COM%1 %2.").arg(number_).arg(state.words), state.advice, false);
   }
   if (!open()) {
     return conclude(QStringLiteral("COM%1 cannot be opened, though it is free.").arg(number_),

@@ -92,7 +92,7 @@ bool Connection::answers() {
 
 void Connection::connect_to(int number) {
   if (!open(number)) {
-    fail(QStringLiteral("%1: %2").arg(port_words(number), look_at_port(number).words));
+    fail(QStringLiteral("%1 %2").arg(port_words(number), look_at_port(number).words));
   }
   if (answers()) return;
   if (interrupted()) fail(QStringLiteral("interrupted"));
@@ -106,12 +106,16 @@ void Connection::search() {
   for (int number = 1; number <= searched_ports; ++number) {
     if (device_of(number).isEmpty()) continue;
     tried << QStringLiteral("COM%1").arg(number);
-    if (open(number) && answers()) return;
+    if (!open(number)) {
+      tried.back() += QStringLiteral(", which ") + look_at_port(number).words;
+    } else if (answers()) {
+      return;
+    }
     if (interrupted()) fail(QStringLiteral("interrupted"));
   }
   if (tried.isEmpty()) fail(QStringLiteral("there is no serial port"));
   fail(QStringLiteral("no %1 answers on %2; corvane-cli ports tells more of the ports")
-           .arg(type_.words(), tried.join(QStringLiteral(", "))));
+           .arg(type_.words(), tried.join(QStringLiteral("; "))));
 }
 
 QByteArray Connection::ask(const Request& request) {

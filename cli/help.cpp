@@ -5,9 +5,23 @@
 namespace {
 
 constexpr int column = 22;
+constexpr qsizetype width = 79;
+
+// In lines of the terminal's usual width, all but the first `indent` blanks in.
+QString wrapped(const QString& text, int indent) {
+  QString lines;
+  qsizetype length = indent;
+  for (const QString& word : text.simplified().split(u' ')) {
+    const bool fits = length + 1 + word.size() <= width;
+    if (!lines.isEmpty()) lines += fits ? QStringLiteral(" ") : u'\n' + QString(indent, u' ');
+    length = fits && !lines.isEmpty() ? length + 1 + word.size() : indent + word.size();
+    lines += word;
+  }
+  return lines + u'\n';
+}
 
 QString two_columns(const QString& left, const QString& right) {
-  return QStringLiteral("  ") + left.leftJustified(column - 2) + right + u'\n';
+  return QStringLiteral("  ") + left.leftJustified(column - 2) + wrapped(right, column);
 }
 
 QString option_head(const Option& option) {
@@ -40,9 +54,9 @@ QString help_of_all() {
 }
 
 QString help_of(const Command& command) {
-  QString text = QStringLiteral("Usage: corvane-cli %1 %2\n\n%3\n\nOptions:\n")
+  QString text = QStringLiteral("Usage: corvane-cli %1 %2\n\n%3\nOptions:\n")
                      .arg(QString::fromLatin1(command.name), QString::fromLatin1(command.arguments),
-                          QString::fromUtf8(command.details));
+                          wrapped(QString::fromUtf8(command.details), 0));
   for (const Option& option : command.options) {
     const QString head = option_head(option);
     // A head that is too long for its column stands on a line of its own.

@@ -68,7 +68,11 @@ std::unique_ptr<QCoreApplication> application_for(int& argc, char** argv) {
       });
   if (!draws) return std::make_unique<QCoreApplication>(argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  return std::make_unique<QGuiApplication>(argc, argv);
+  // Its remarks on a session without a desktop are nobody's concern.
+  const QtMessageHandler before = qInstallMessageHandler([](auto...) {});
+  auto application = std::make_unique<QGuiApplication>(argc, argv);
+  qInstallMessageHandler(before);
+  return application;
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ QString user_of(const QString& device) {
 
 QString in_use(const QString& device, const QString& how) {
   const QString user = user_of(device);
-  return QStringLiteral("in use by %1: %2")
+  return QStringLiteral("is in use by %1: %2")
       .arg(user.isEmpty() ? QStringLiteral("another program") : user, how);
 }
 
@@ -85,7 +85,7 @@ QString lock_file_words(const QString& device) {
     const auto pid = static_cast<pid_t>(file.readLine(64).trimmed().toInt());
     const bool runs = pid > 0 && pid != getpid() && (kill(pid, 0) == 0 || errno == EPERM);
     if (runs) {
-      return QStringLiteral("in use by %1: it has the lock file %2")
+      return QStringLiteral("is in use by %1: it has the lock file %2")
           .arg(process_name(pid), file.fileName());
     }
   }
@@ -146,7 +146,7 @@ void look_at_open_port(int port, const struct stat& status, PortState& state) {
   }
   const QString user = user_of(state.device);
   if (!user.isEmpty()) {
-    return occupy(state, QStringLiteral("in use by %1: it has the device open").arg(user));
+    return occupy(state, QStringLiteral("is in use by %1: it has the device open").arg(user));
   }
   state.kind = PortState::Kind::free;
   state.words = QStringLiteral("may be opened");
@@ -181,10 +181,10 @@ PortState look_at_port(int number) {
   if (!exists) {
     const bool dangling =
         QFileInfo(QStringLiteral("%1/com%2").arg(program_folder()).arg(number)).isSymLink();
-    state.words = dangling ? QStringLiteral("no such port: the link com%1 in %2 leads nowhere")
+    state.words = dangling ? QStringLiteral("does not exist: the link com%1 in %2 leads nowhere")
                                  .arg(number)
                                  .arg(program_folder())
-                           : QStringLiteral("no such port");
+                           : QStringLiteral("does not exist");
     state.advice =
         QStringLiteral("Plug the adapter in; corvane-cli ports shows the ports there are.");
   } else if (!S_ISCHR(status.st_mode)) {

@@ -10,8 +10,8 @@ struct PortState {
 
   Kind kind = Kind::absent;
   QString device;  // empty: no device has this number
-  // "no such port", "may be opened", "in use by minicom (process 123): it has the lock file ...";
-  // for a port that cannot be used also why.
+  // "does not exist", "may be opened", "is in use by minicom (process 123): it has the lock file
+  // ...": what follows the port's name in a sentence.
   QString words;
   // What the person in front of it can do; empty where there is nothing to do.
   QString advice;
