@@ -2,9 +2,9 @@
 # programs with what they look for in their own folder, and plug-ins beside them.
 #
 # Builds all that is installed, without the tests.
-add_custom_target(corvane-folder DEPENDS corvane corvane-simulator)
+add_custom_target(corvane-folder DEPENDS corvane corvane-simulator $<TARGET_NAME_IF_EXISTS:corvane-cli>)
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
-foreach(program corvane corvane-simulator)
+foreach(program corvane corvane-cli corvane-simulator)
   if(TARGET ${program})
     set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${program} RUNTIME DESTINATION .)

@@ -17,7 +17,7 @@ install(FILES resources/desktop/org.corvane.corvane.metainfo.xml DESTINATION ${s
 install(FILES resources/desktop/corvane.xml DESTINATION ${share}/mime/packages ${in_package})
 
 # Links in the PATH. A program finds its folder by where its file really is.
-foreach(program corvane corvane-simulator)
+foreach(program corvane corvane-cli corvane-simulator)
   file(MAKE_DIRECTORY ${desktop}/bin)
   file(CREATE_LINK /opt/corvane/${program} ${desktop}/bin/${program} SYMBOLIC)
   install(FILES ${desktop}/bin/${program} DESTINATION /usr/bin ${in_package})
@@ -25,6 +25,9 @@ endforeach()
 find_program(GZIP gzip REQUIRED)
 execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/resources/package/changelog
                 OUTPUT_FILE ${desktop}/changelog.gz COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/cli/corvane-cli.1
+                OUTPUT_FILE ${desktop}/corvane-cli.1.gz COMMAND_ERROR_IS_FATAL ANY)
+install(FILES ${desktop}/corvane-cli.1.gz DESTINATION ${share}/man/man1 ${in_package})
 install(FILES resources/package/copyright ${desktop}/changelog.gz DESTINATION ${share}/doc/corvane ${in_package})
 install(FILES resources/package/lintian-overrides DESTINATION ${share}/lintian/overrides RENAME corvane
         ${in_package})

@@ -1,5 +1,6 @@
 #include "acquire/download_engine.h"
 
+#include "acquire/kept_blocks.h"
 #include "base/clock.h"
 #include "base/errors.h"
 #include "device/device_table.h"
@@ -34,22 +35,56 @@ void DownloadEngine::choose(int first, int last) {
   samples_wanted_ = samples_in(memory_, first, last);
 }
 
+int DownloadEngine::blocks_kept() const {
+  int count = 0;
+  for (int position = 0; position < blocks(); ++position) {
+    if (kept_ && kept_->find(block_at(position))) ++count;
+  }
+  return count;
+}
+
 bool DownloadEngine::read_blocks(const std::function<void(int position)>& progress) {
+  if (!prove_kept_blocks()) return false;
   for (int position = 0; position < blocks(); ++position) {
     progress(position);
-    const std::optional<QByteArray> answer = read_block(position);
-    if (abandoned_()) return false;
-    link_.clock().sleep(pause_after_block_ms);
+    const std::optional<QByteArray> answer = kept_or_read(position);
     if (!answer) return false;
     place(*answer, position);
   }
   return true;
 }
 
-// The recorder counts its blocks from the newest, the memory its segments from the oldest.
-std::optional<QByteArray> DownloadEngine::read_block(int position) {
-  const int block = position + memory_.segment_count - 1 - last_;
-  return link_.ask([block] { return block_request(block); }, block_retries, abandoned_);
+// No value when the recorder does not answer, or when the download is abandoned meanwhile.
+std::optional<QByteArray> DownloadEngine::ask_for_block(int position) {
+  const int block = block_at(position);
+  const auto answer =
+      link_.ask([block] { return block_request(block); }, block_retries, abandoned_);
+  if (abandoned_()) return std::nullopt;
+  link_.clock().sleep(pause_after_block_ms);
+  return answer;
+}
+
+std::optional<QByteArray> DownloadEngine::kept_or_read(int position) {
+  if (kept_) {
+    if (const auto kept = kept_->find(block_at(position))) return kept;
+  }
+  const auto answer = ask_for_block(position);
+  if (answer && kept_) kept_->keep(block_at(position), *answer);
+  return answer;
+}
+
+// False when the recorder does not answer.
+bool DownloadEngine::prove_kept_blocks() {
+  if (!kept_ || kept_->empty()) return true;
+  for (int position = 0; position < blocks(); ++position) {
+    const auto kept = kept_->find(block_at(position));
+    if (!kept) continue;
+    const auto answer = ask_for_block(position);
+    if (!answer) return false;
+    if (!KeptBlocks::same_readings(*kept, *answer)) kept_->start_over();
+    return true;
+  }
+  return true;
 }
 
 void DownloadEngine::place(const QByteArray& answer, int position) {

@@ -11,6 +11,7 @@
 #include "device/recorder_link.h"
 
 class DeviceTable;
+class KeptBlocks;
 
 // Who recorded what: the Recording's fields that no block carries.
 struct RecordingHeader {
@@ -36,15 +37,26 @@ class DownloadEngine {
   void choose(int first, int last);
   int blocks() const { return last_ - first_ + 1; }
 
+  // From now on blocks that `kept` has are not asked for, and those that come are kept there; it
+  // outlives the engine. Throws FileError when they cannot be kept.
+  void keep_in(KeptBlocks& kept) { kept_ = &kept; }
+  // How many of the chosen blocks are kept now.
+  int blocks_kept() const;
+
   // Reads the chosen blocks, newest first. `progress` hears the position of each before it is asked
-  // for. False when the recorder does not answer or the download is abandoned.
+  // for. False when the recorder does not answer or the download is abandoned. Kept blocks count
+  // only if the recorder still has the same readings, for which it is asked for one of them again.
   bool read_blocks(const std::function<void(int position)>& progress);
 
   // Makes what was read the Recording, field by field. The views then show its first 128 samples.
   void store(const RecordingHeader& header, const DeviceTable& types, Recording& recording) const;
 
  private:
-  std::optional<QByteArray> read_block(int position);
+  // The recorder counts its blocks from the newest, the memory its segments from the oldest.
+  int block_at(int position) const { return position + memory_.segment_count - 1 - last_; }
+  std::optional<QByteArray> ask_for_block(int position);
+  std::optional<QByteArray> kept_or_read(int position);
+  bool prove_kept_blocks();
   void place(const QByteArray& answer, int position);
 
   RecorderLink& link_;
@@ -53,5 +65,6 @@ class DownloadEngine {
   int first_ = 0;
   int last_ = -1;
   int samples_wanted_ = 0;
+  KeptBlocks* kept_ = nullptr;
   DownloadedSamples samples_;
 };

@@ -1,0 +1,47 @@
+// The figures by which goods in a cold chain are judged: mean kinetic temperature, time out of
+// range, excursions. docs/cli.md has their definitions and sources.
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+#include "app/recording.h"
+#include "monitor/alarms.h"
+
+// Readings of one channel, with the time for which each stands: until the next reading, the last
+// one as long as the one before it.
+struct ChannelReadings {
+  struct Reading {
+    QDateTime time;
+    float value = 0;
+    qint64 seconds = 0;
+  };
+  std::vector<Reading> readings;
+};
+
+// Throws ConversionError for a time stamp that is none.
+ChannelReadings channel_readings(const Recording& recording, int slot);
+
+// Drops the samples that no block of the download has filled: they have no time.
+void drop_empty_samples(Recording& recording);
+
+// Heat of activation in kJ/mol, as the pharmacopoeia has it.
+inline constexpr double usual_activation_energy = 83.144;
+
+// In the channel's unit, if that is one of temperature ("C", "°C", "F", "K" and the like); nothing
+// for other units, for no readings, and below absolute zero.
+std::optional<double> mean_kinetic_temperature(const ChannelReadings& channel, const QString& unit,
+                                               double activation_energy);
+
+// Readings in a row above the upper limit, or in a row below the lower one.
+struct Excursion {
+  QDateTime start;  // of its first reading
+  QDateTime end;    // when its last reading no longer stands
+  qint64 seconds = 0;
+  bool above = false;
+  float extreme = 0;
+};
+std::vector<Excursion> excursions(const ChannelReadings& channel, const AlarmLimits& limits);

@@ -1,0 +1,208 @@
+// download: the recorder's stored readings as a data file.
+#include <QFileInfo>
+
+#include <algorithm>
+
+#include "acquire/download_engine.h"
+#include "acquire/kept_blocks.h"
+#include "base/errors.h"
+#include "base/times.h"
+#include "cli/connection.h"
+#include "cli/files.h"
+#include "cli/output.h"
+#include "data/data_file.h"
+#include "data/file_handle.h"
+#include "device/texts.h"
+
+namespace {
+
+struct Span {
+  std::optional<QDateTime> from;
+  std::optional<QDateTime> to;
+};
+
+class Download {
+ public:
+  Download(const Arguments& arguments, Interrupts& interrupts);
+  int run();
+
+ private:
+  void read_properties();
+  void choose_segments(const MemoryMap& memory);
+  void fetch(KeptBlocks& kept);
+  [[noreturn]] void break_off() const;
+  void cut(Recording& recording) const;
+  void write(const Recording& recording) const;
+
+  QString path_;
+  Span span_;
+  Connection recorder_;
+  DownloadEngine engine_;
+  RecorderProperties properties_;
+  RecorderTexts texts_{};
+  RecordingHeader header_;
+  int kept_before_ = 0;  // blocks that need not be fetched
+};
+
+QString required_path(const Arguments& arguments) {
+  const QString path = arguments.text("output");
+  if (path.isEmpty()) arguments.refuse(QStringLiteral("the file to write is missing (-o)"));
+  require_writable(path);
+  return path;
+}
+
+Span span_from(const Arguments& arguments) {
+  Span span = {arguments.time("from", false), arguments.time("to", true)};
+  if (span.from && span.to && *span.from > *span.to) {
+    arguments.refuse(QStringLiteral("--from is later than --to"));
+  }
+  return span;
+}
+
+Download::Download(const Arguments& arguments, Interrupts& interrupts)
+    : path_(required_path(arguments)),
+      span_(span_from(arguments)),
+      recorder_(arguments, interrupts),
+      engine_(recorder_.link(), [this] { return recorder_.interrupted(); }) {}
+
+void Download::read_properties() {
+  texts_ = decode_texts(recorder_.ask(texts_request()));
+  header_.title = text_of_units(texts_.title.data(), static_cast<int>(texts_.title.size()));
+  header_.recorder_type = recorder_.type().row;
+  const auto properties = engine_.read_properties();
+  if (!properties) {
+    throw Failure(exit_status::no_recorder,
+                  recorder_.where() + QStringLiteral(" does not answer any more"));
+  }
+  properties_ = *properties;
+  for (int c = 0; c < static_cast<int>(properties_.channels.size()); ++c) {
+    if (properties_.channels[static_cast<std::size_t>(c)]) header_.channels.push_back(c);
+  }
+  if (properties_.readings_held == 0 || header_.channels.empty()) {
+    throw Failure(exit_status::no_recorder,
+                  QStringLiteral("the recorder on %1 holds no readings").arg(recorder_.where()));
+  }
+}
+
+void Download::choose_segments(const MemoryMap& memory) {
+  const auto& segments = memory.segments;
+  const auto first = std::find_if(segments.begin(), segments.end(), [this](const Segment& one) {
+    return !span_.from || whole_second(one.last) >= *span_.from;
+  });
+  const auto behind = std::find_if(first, segments.end(), [this](const Segment& one) {
+    return span_.to && whole_second(one.first) > *span_.to;
+  });
+  if (first == behind) {
+    throw Failure(exit_status::no_recorder,
+                  QStringLiteral("the recorder holds no readings of that time, but from %1 to %2")
+                      .arg(stamp_text(whole_second(segments.front().first)),
+                           stamp_text(whole_second(segments.back().last))));
+  }
+  engine_.choose(static_cast<int>(first - segments.begin()),
+                 static_cast<int>(behind - segments.begin()) - 1);
+}
+
+void Download::break_off() const {
+  throw Failure(
+      exit_status::no_recorder,
+      QStringLiteral("%1; %2 of %3 blocks are kept, and the same command fetches the rest")
+          .arg(recorder_.interrupted() ? QStringLiteral("interrupted")
+                                       : recorder_.where() + QStringLiteral(" stopped answering"))
+          .arg(engine_.blocks_kept())
+          .arg(engine_.blocks()));
+}
+
+void Download::fetch(KeptBlocks& kept) {
+  ProgressBar bar;
+  try {
+    kept.begin();
+    engine_.keep_in(kept);
+    const bool complete = engine_.read_blocks([&](int position) {
+      if (position == 0) kept_before_ = engine_.blocks_kept();
+      bar.show(position, engine_.blocks());
+    });
+    if (!complete) break_off();
+  } catch (const FileError&) {
+    throw Failure(exit_status::file, path_ + QStringLiteral(".part cannot be written"));
+  }
+}
+
+// The segments reach beyond the span. Samples without a time are those that no block has filled.
+void Download::cut(Recording& recording) const {
+  const auto within = [&](int n) {
+    const QDateTime time = stamp_time(recording.SampleTimes(n));
+    return time.isValid() && (!span_.from || time >= *span_.from) &&
+           (!span_.to || time <= *span_.to);
+  };
+  if (!span_.from && !span_.to) return;
+  int first = 0;
+  int behind = recording.SampleCount;
+  while (first < behind && !within(first)) ++first;
+  while (behind > first && !within(behind - 1)) --behind;
+  for (int n = first; n < behind; ++n) {
+    recording.SampleTimes(n - first) = recording.SampleTimes(n);
+    for (int slot = 0; slot < Recording::channel_slots; ++slot) {
+      recording.SampleValues(n - first, slot) = recording.SampleValues(n, slot);
+    }
+  }
+  recording.SampleCount = behind - first;
+}
+
+void Download::write(const Recording& recording) const {
+  write_whole(path_, [&](const QString& name) {
+    FileHandle file;
+    file.open_for_writing(name);
+    write_recording(recording, file);
+    file.close();
+  });
+}
+
+int Download::run() {
+  read_properties();
+  const MemoryMap& memory = engine_.map(properties_, static_cast<int>(header_.channels.size()));
+  choose_segments(memory);
+  KeptBlocks kept(path_ + QStringLiteral(".part"), recording_identity(properties_, texts_));
+  kept.align(properties_, memory);
+  fetch(kept);
+  Recording recording;
+  engine_.store(header_, recorder_.type().table, recording);
+  cut(recording);
+  write(recording);
+  kept.remove();
+  const int count = recording.SampleCount;
+  print(QStringLiteral("%1 is complete: %2 samples of %3 channels, %4 to %5; %6 of %7 blocks had "
+                       "been kept\n")
+            .arg(path_)
+            .arg(count)
+            .arg(recording.ChannelCount)
+            .arg(count > 0 ? recording.SampleTimes(0) : QStringLiteral("-"),
+                 count > 0 ? recording.SampleTimes(count - 1) : QStringLiteral("-"))
+            .arg(kept_before_)
+            .arg(engine_.blocks()));
+  return exit_status::fine;
+}
+
+int run(const Arguments& arguments, Interrupts& interrupts) {
+  return Download(arguments, interrupts).run();
+}
+
+}  // namespace
+
+Command download_command() {
+  return {
+      "download",
+      "-o FILE.qlx [OPTION]...",
+      "Reads the stored readings into a data file.",
+      "Reads the readings that the recorder has stored and writes them into a data file, the\n"
+      "same as the desktop program's Read Data and Save do. A download that is broken off keeps\n"
+      "the blocks that came in FILE.qlx.part; the same command then fetches only the missing\n"
+      "ones, if the recorder still holds the same recording. FILE.qlx itself appears, or is\n"
+      "replaced, only when it is complete.",
+      {{"o|output", "FILE", "The data file to write; one that exists is replaced."},
+       {"from", "TIME", "Only readings from YYYY-MM-DD [HH:MM[:SS]] on."},
+       {"to", "TIME", "Only readings up to YYYY-MM-DD [HH:MM[:SS]]."},
+       port_option,
+       type_option},
+      0,
+      run};
+}

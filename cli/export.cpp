@@ -1,0 +1,100 @@
+// export: a data file in other forms.
+#include <QFile>
+#include <QFileInfo>
+
+#include <atomic>
+#include <future>
+
+#include "base/errors.h"
+#include "base/times.h"
+#include "cli/arguments.h"
+#include "cli/csv.h"
+#include "cli/files.h"
+#include "cli/interrupts.h"
+#include "cli/output.h"
+#include "cli/pdf.h"
+#include "data/automation.h"
+#include "data/export_document.h"
+#include "data/export_progress.h"
+#include "data/export_text.h"
+#include "data/export_workbook.h"
+#include "data/file_handle.h"
+
+namespace {
+
+using Write = std::function<void(const Recording& recording, const QString& path, Interrupts&)>;
+
+void write_text(const Recording& recording, const QString& path, Interrupts&) {
+  FileHandle file;
+  file.open_for_writing(path);
+  write_text_export(recording, file);
+  file.close();
+}
+
+void write_csv(const Recording& recording, const QString& path, Interrupts&) {
+  QFile file(path);
+  const QByteArray bytes = csv_of(recording).toUtf8();
+  const bool written =
+      file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
+  if (!written) throw FileError(file.errorString().toStdString());
+}
+
+void write_pages(const Recording& recording, const QString& path, Interrupts& interrupts) {
+  write_pdf(recording, path, stamp_text(interrupts.clock.now()));
+}
+
+// An office program takes its time, in which a signal must be heard.
+template <class Export>
+Write by_office(Export export_recording) {
+  return
+      [export_recording](const Recording& recording, const QString& path, Interrupts& interrupts) {
+        constexpr int look_interval_ms = 30;
+        ExportProgress progress;
+        auto work = std::async(std::launch::async, [&] {
+          export_recording(office_automation(), recording, path, progress);
+        });
+        while (work.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+          interrupts.clock.wait(look_interval_ms);
+          if (!interrupts.clock.stopped()) continue;
+          progress.stop();
+          work.wait();
+        }
+        work.get();
+      };
+}
+
+Write form_of(const Arguments& arguments, const QString& path) {
+  const QString extension = QFileInfo(path).suffix().toLower();
+  if (extension == u"txt") return write_text;
+  if (extension == u"csv") return write_csv;
+  if (extension == u"pdf") return write_pages;
+  if (extension == u"doc") return by_office(export_document);
+  if (extension == u"xls") return by_office(export_workbook);
+  arguments.refuse(
+      QStringLiteral("\"%1\" does not end in .txt, .csv, .pdf, .doc or .xls").arg(path));
+}
+
+int run(const Arguments& arguments, Interrupts& interrupts) {
+  const QString path = arguments.text("output");
+  if (path.isEmpty()) arguments.refuse(QStringLiteral("the file to write is missing (-o)"));
+  const Write write = form_of(arguments, path);
+  const Recording recording = load_recording(arguments.file());
+  write_whole(path, [&](const QString& name) { write(recording, name, interrupts); });
+  return exit_status::fine;
+}
+
+}  // namespace
+
+Command export_command() {
+  return {"export",
+          "FILE.qlx -o OUT.{txt,csv,pdf,doc,xls}",
+          "Writes a data file as text, CSV, PDF, document or workbook.",
+          "Writes what a data file holds in another form, which the ending of the name chooses.\n"
+          ".txt, .doc and .xls are what the desktop program's Save As makes; documents and\n"
+          "workbooks need LibreOffice. .csv has a head and a line a sample, as spreadsheets and\n"
+          "pandas read it: UTF-8, a comma between the fields, times such as 2026-03-01T10:00:00.\n"
+          ".pdf is the desktop program's printout: the graph of all readings, then the sheet.",
+          {{"o|output", "FILE", "The file to write; one that exists is replaced."}},
+          1,
+          run};
+}

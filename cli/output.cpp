@@ -1,0 +1,58 @@
+#include "cli/output.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "cli/command.h"
+
+namespace {
+
+// Texts come from recorders and files: none of them gets a command to the terminal through.
+QString without_controls(QString text) {
+  for (QChar& c : text) {
+    const bool layout = c == u'\n' || c == u'\r' || c == u'\t';
+    if (c.category() == QChar::Other_Control && !layout) c = QChar::ReplacementCharacter;
+  }
+  return text;
+}
+
+}  // namespace
+
+void print(const QString& text) {
+  const QByteArray bytes = without_controls(text).toUtf8();
+  const bool written = std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()),
+                                   stdout) == static_cast<std::size_t>(bytes.size()) &&
+                       std::fflush(stdout) == 0;
+  if (written) return;
+  if (errno == EPIPE) throw Failure(exit_status::fine, {});
+  throw Failure(exit_status::file, QStringLiteral("standard output cannot be written: %1")
+                                       .arg(QString::fromLocal8Bit(std::strerror(errno))));
+}
+
+void complain(const QString& sentence) {
+  if (sentence.isEmpty()) return;
+  std::fprintf(stderr, "corvane-cli: %s\n", without_controls(sentence).toUtf8().constData());
+}
+
+ProgressBar::ProgressBar() : on_terminal_(isatty(STDERR_FILENO) == 1) {}
+
+ProgressBar::~ProgressBar() {
+  if (shown_) std::fputs("\r\033[K", stderr);
+}
+
+void ProgressBar::show(int done, int total) {
+  if (!on_terminal_ || total <= 0) return;
+  winsize size{};
+  const bool known = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  const QString label = QStringLiteral(" %1 of %2 blocks").arg(done).arg(total);
+  const qsizetype width = (known ? size.ws_col : 80) - label.size() - 3;
+  if (width < 1) return;
+  const qsizetype filled = width * done / total;
+  const QString bar = u'[' + QString(filled, u'#') + QString(width - filled, u'.') + u']' + label;
+  std::fprintf(stderr, "\r%s\033[K", qPrintable(bar));
+  std::fflush(stderr);
+  shown_ = true;
+}

@@ -1,0 +1,210 @@
+#include "acquire/kept_blocks.h"
+
+#include <QSaveFile>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "base/errors.h"
+#include "base/numbers.h"
+#include "device/answer_bytes.h"
+#include "device/stored_block.h"
+
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace {
+
+const QByteArray first_line = "Corvane: blocks of a download that was broken off, version 1";
+constexpr qint64 largest_file = 1024 * 1024;
+constexpr int answer_length = 260;
+constexpr int length_at = 2;
+constexpr int data_at = 3;
+constexpr int reading_size = 2;
+// The recorder rounds the age of its newest reading down to the second; the answer takes a while.
+constexpr double end_tolerance_s = 1.4;
+constexpr int least_certain_interval_s = 3;
+constexpr int largest_age_s = 65535;
+
+// A line that was cut off by a power failure does not end with the check over what it says.
+QByteArray checked_line(const QByteArray& text) {
+  return text + ' ' + QByteArray::number(qChecksum(text), 16) + '\n';
+}
+
+std::optional<QByteArray> unchecked(const QByteArray& line) {
+  const QByteArray text = line.left(line.lastIndexOf(' '));
+  if (checked_line(text) != line) return std::nullopt;
+  return text;
+}
+
+bool sync(QFile& file) {
+#ifdef Q_OS_WIN
+  return file.flush() && _commit(file.handle()) == 0;
+#else
+  return file.flush() && fsync(file.handle()) == 0;
+#endif
+}
+
+bool is_full(const QByteArray& answer) {
+  return byte_at(answer, 1) != 0;
+}
+
+}  // namespace
+
+QByteArray recording_identity(const RecorderProperties& properties, const RecorderTexts& texts) {
+  QString channels;
+  for (const bool records : properties.channels) channels += records ? u'1' : u'0';
+  const auto hex = [](const auto& bytes) {
+    return QString::fromLatin1(
+        QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size())).toHex());
+  };
+  return QStringList{properties.start_text,
+                     QString::number(properties.delayed ? properties.startup_delay : -1),
+                     QString::number(properties.record_interval),
+                     channels,
+                     QString::number(properties.all_data),
+                     properties.wrap ? QStringLiteral("wraps") : QStringLiteral("stops"),
+                     hex(texts.title),
+                     hex(texts.description)}
+      .join(u'|')
+      .toLatin1();
+}
+
+KeptBlocks::KeptBlocks(QString path, QByteArray identity)
+    : path_(std::move(path)), identity_(std::move(identity)) {
+  load();
+}
+
+void KeptBlocks::load() {
+  QFile file(path_);
+  if (!file.open(QIODevice::ReadOnly)) return;
+  if (unchecked(file.readLine(largest_file)) != first_line) return;
+  if (unchecked(file.readLine(largest_file)) != "recording " + identity_) return;
+  while (!file.atEnd() && file.pos() < largest_file && take_line(file.readLine(largest_file))) {
+  }
+}
+
+bool KeptBlocks::take_line(const QByteArray& line) {
+  const auto text = unchecked(line);
+  if (!text) return false;
+  const QList<QByteArray> words = text->split(' ');
+  if (words.front() == "state" && words.size() == 5) {
+    state_ = {.newest = words[1].toInt(),
+              .held = words[2].toInt(),
+              .recording = words[3] == "1",
+              .end = QDateTime::fromMSecsSinceEpoch(words[4].toLongLong(), Qt::UTC)};
+    return true;
+  }
+  const QByteArray answer = QByteArray::fromHex(words.back());
+  if (words.front() != "block" || words.size() != 3 || answer.size() != answer_length) return false;
+  blocks_[words[1].toInt()] = answer;
+  return true;
+}
+
+std::optional<int> KeptBlocks::readings_since(const RecorderProperties& properties,
+                                              const MemoryMap& memory) const {
+  const int more = properties.readings_held - state_->held;
+  if (!properties.wrap || (!state_->recording && !properties.recording)) {
+    if (more < 0 || (more > 0 && !state_->recording)) return std::nullopt;
+    return more;
+  }
+  const bool age_known = properties.idle_seconds < largest_age_s && state_->recording;
+  if (!age_known || memory.interval < least_certain_interval_s) return std::nullopt;
+  const double seconds = static_cast<double>(state_->end.msecsTo(memory.end)) / 1000.0;
+  const double samples = round_half_even(seconds / memory.interval);
+  const double off = std::abs(seconds - samples * memory.interval);
+  if (samples < 0 || samples > 1e6 || off > end_tolerance_s) return std::nullopt;
+  return static_cast<int>(samples) * memory.channels;
+}
+
+void KeptBlocks::align(const RecorderProperties& properties, const MemoryMap& memory) {
+  channels_ = memory.channels;
+  const auto more = state_ ? readings_since(properties, memory) : std::nullopt;
+  if (!more) blocks_.clear();
+  state_ = {.newest = more ? state_->newest + *more : properties.readings_held,
+            .held = properties.readings_held,
+            .recording = properties.recording,
+            .end = memory.end};
+  // What a wrapping recorder has dropped.
+  std::erase_if(blocks_, [oldest = state_->newest - state_->held](const auto& block) {
+    return block.first <= oldest;
+  });
+}
+
+QByteArray KeptBlocks::state_line() const {
+  return "state " + QByteArray::number(state_->newest) + ' ' + QByteArray::number(state_->held) +
+         (state_->recording ? " 1 " : " 0 ") + QByteArray::number(state_->end.toMSecsSinceEpoch());
+}
+
+void KeptBlocks::begin() {
+  QSaveFile whole(path_);
+  QByteArray text = checked_line(first_line) + checked_line("recording " + identity_) +
+                    checked_line(state_line());
+  for (const auto& [end, answer] : blocks_) {
+    text += checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
+  }
+  file_.setFileName(path_);
+  const bool made = whole.open(QIODevice::WriteOnly) && whole.write(text) == text.size() &&
+                    whole.commit() && file_.open(QIODevice::WriteOnly | QIODevice::Append);
+  if (!made) throw FileError("the blocks cannot be kept");
+}
+
+void KeptBlocks::start_over() {
+  blocks_.clear();
+  file_.close();
+  begin();
+}
+
+void KeptBlocks::keep(int block, const QByteArray& answer) {
+  const int end = state_->newest - block * readings_per_block;
+  blocks_[end] = answer;
+  const QByteArray line = checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
+  if (file_.write(line) != line.size() || !sync(file_)) {
+    throw FileError("the blocks cannot be kept");
+  }
+}
+
+std::optional<QByteArray> KeptBlocks::find(int block) const {
+  if (!state_) return std::nullopt;
+  const int end = state_->newest - block * readings_per_block;
+  const int oldest = state_->newest - state_->held;
+  if (end - readings_per_block < oldest) {
+    // The short block at the memory's end: only as it came.
+    const auto kept = blocks_.find(end);
+    if (kept == blocks_.end() || is_full(kept->second)) return std::nullopt;
+    return kept->second;
+  }
+  // The readings stand newest first. Those of one block may be spread over several kept ones; with
+  // three channels a block is no whole number of samples, and only one that has not moved counts.
+  QByteArray answer;
+  for (int at = end; at > end - readings_per_block;) {
+    const auto kept = blocks_.lower_bound(at);
+    if (kept == blocks_.end() || kept->first - readings_per_block >= at || !is_full(kept->second)) {
+      return std::nullopt;
+    }
+    if (readings_per_block % channels_ != 0 && kept->first != end) return std::nullopt;
+    if (answer.isEmpty()) answer = kept->second.left(data_at);
+    answer += kept->second.mid(data_at + reading_size * (kept->first - at),
+                               reading_size * (at - kept->first + readings_per_block));
+    at = kept->first - readings_per_block;
+  }
+  answer.resize(data_at + reading_size * readings_per_block);
+  return answer;
+}
+
+bool KeptBlocks::same_readings(const QByteArray& one, const QByteArray& other) {
+  if (is_full(one) != is_full(other)) return false;
+  if (!is_full(one) && byte_at(one, length_at) != byte_at(other, length_at)) return false;
+  const int size = is_full(one) ? reading_size * readings_per_block : byte_at(one, length_at);
+  return one.mid(data_at, size) == other.mid(data_at, size);
+}
+
+void KeptBlocks::remove() {
+  file_.close();
+  QFile::remove(path_);
+}
