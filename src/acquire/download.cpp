@@ -33,12 +33,13 @@ class Download {
   void run();
 
  private:
-  bool abandoned() const { return cancelled_ || lost(); }
-  bool lost() const { return shell_.shutting_down() || turn_.overtaken(); }
+  bool abandoned() const { return cancelled_ || shell_.shutting_down() || turn_.overtaken(); }
+  bool asks_window() const { return window_ && !window_->unloaded(); }
   void ask_window();
   bool read_properties();
   bool choose_segments(const MemoryMap& memory);
   bool read_segments();
+  void leave();
   void cancel();
   // Reads with the signs of a wait.
   template <class Read>
@@ -61,15 +62,12 @@ class Download {
 };
 
 void Download::run() {
-  if (!turn_) return;
+  if (!turn_) return shell_.set_panel(1, {});
   polled_ = window_->pause_polling();
   header_.recorder_type = User::RecorderType;
   ask_window();
-  if (!read_properties() || !read_segments()) {
-    if (cancelled_ && !lost()) cancel();
-    return;
-  }
-  ask_window();
+  if (!read_properties() || !read_segments()) return leave();
+  if (asks_window()) header_.title = window_->recorder_title();
   engine_.store(header_, User::DeviceTable, User::recording);
   shell_.unload_display();
   shell_.show_display();
@@ -78,7 +76,19 @@ void Download::run() {
   finish();
 }
 
-// The user has ended the download: all is as it was before it.
+// Ended by the user, or by a command that came inside its endless wait. After another download
+// there is nothing left to do.
+void Download::leave() {
+  if (shell_.shutting_down() || turn_.repeated()) return;
+  if (turn_.overtaken()) {
+    shell_.set_progress(0, {});
+    link_timeout();
+  } else if (cancelled_) {
+    cancel();
+  }
+}
+
+// All is as it was before the download.
 void Download::cancel() {
   shell_.set_progress(0, {});
   shell_.set_panel(1, {});
@@ -88,7 +98,7 @@ void Download::cancel() {
 
 // Once the window is closed its last answers count.
 void Download::ask_window() {
-  if (!window_ || window_->unloaded()) return;
+  if (!asks_window()) return;
   header_.title = window_->recorder_title();
   header_.channels = window_->recorded_channels();
 }
@@ -153,7 +163,7 @@ void Download::finish() {
 
 void Download::link_timeout() {
   shell_.messages().show(QStringLiteral("Link Timeout!"), QStringLiteral("Warnning"));
-  if (!abandoned()) finish();
+  if (!shell_.shutting_down()) finish();
 }
 
 // The window is loaded, which reads the recorder, if it is not. Without it there is nobody to say

@@ -273,10 +273,10 @@ void frmmdi::set_linked_commands(bool linked) {
 }
 
 // What cannot act now must not look as if it could: while a task has the recorder there is neither
-// a link nor a download.
+// a link nor a download, nor a download while its window is loading.
 void frmmdi::show_recorder_commands() {
   const RecorderUse& use = recorder_.use;
   enable_recorder_command(QStringLiteral("link"), 7, !linked_ && use.free_for(RecorderTask::link));
   enable_recorder_command(QStringLiteral("read"), 10,
-                          linked_ && use.free_for(RecorderTask::download));
+                          linked_ && !realtime_loading_ && use.free_for(RecorderTask::download));
 }

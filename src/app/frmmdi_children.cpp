@@ -90,11 +90,14 @@ frmrealtime* frmmdi::realtime() {
     const QScopedValueRollback loading(realtime_loading_, true);
     window->Form_Load();
   }
+  show_recorder_commands();
   return loaded_realtime();
 }
 
+// A window that another command is loading is shown as it fills.
 void frmmdi::show_realtime() {
-  if (frmrealtime* window = realtime()) show_child(*window);
+  realtime();
+  if (realtime_) show_child(*realtime_);
 }
 
 void frmmdi::unload_realtime() {
@@ -136,6 +139,7 @@ void frmmdi::release_child(ChildWindow& child) {
   if (realtime_ == &child) {
     realtime_ = nullptr;
     realtime_loading_ = false;
+    if (!shutting_down_) show_recorder_commands();
   }
   if (display_ == &child) display_ = nullptr;
   auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());

@@ -16,15 +16,16 @@ constexpr std::int16_t no_port = -1;
 constexpr std::int16_t automatic = 4;
 constexpr std::int16_t searched_ports = 8;
 
-// A link must be broken off when the user or the program ends it, and when another link has begun
-// inside its endless wait: the port is then the other's.
+// A link must be broken off when the user or the program ends it, and when another command has
+// begun inside its endless wait. After another link the port is that link's.
 struct LinkCommand {
   explicit LinkCommand(Shell& the_shell)
       : shell(the_shell),
         turn(Packet::recorder().use, RecorderTask::link),
         escape([this] { cancelled = true; }) {}
-  bool abandoned() const { return cancelled || lost(); }
-  bool lost() const { return shell.shutting_down() || turn.overtaken(); }
+  bool abandoned() const { return cancelled || turn.overtaken() || shell.shutting_down(); }
+  // Others have taken over all that was left to do.
+  bool over() const { return turn.repeated() || shell.shutting_down(); }
 
   Shell& shell;
   RecorderUse::Turn turn;
@@ -64,23 +65,16 @@ bool probe(const LinkCommand& command, int number) {
          !command.abandoned();
 }
 
-// The user's end leaves the port as a failed probe does, but says nothing.
-void close_if_cancelled(const LinkCommand& command) {
-  if (command.cancelled && !command.lost()) command.shell.MSComm1().close();
-}
-
-void tell_timeout(Shell& shell) {
-  shell.messages().show(QStringLiteral("Link Timeout!"), QStringLiteral("Warnning"));
+// The user's end of a link says nothing.
+void tell_timeout(const LinkCommand& command) {
+  if (command.over() || command.cancelled) return;
+  command.shell.messages().show(QStringLiteral("Link Timeout!"), QStringLiteral("Warnning"));
 }
 
 bool find_on_fixed_port(const LinkCommand& command) {
   if (probe(command, User::PortChoice + 1)) return true;
-  if (command.abandoned()) {
-    close_if_cancelled(command);
-    return false;
-  }
-  tell_timeout(command.shell);
-  command.shell.MSComm1().close();
+  tell_timeout(command);
+  if (!command.over()) command.shell.MSComm1().close();
   return false;
 }
 
@@ -89,13 +83,11 @@ bool search(const LinkCommand& command) {
   for (std::int16_t k = 0; k < searched_ports; ++k) {
     User::PortChoice = k;
     if (probe(command, k + 1)) return true;
-    if (command.abandoned()) {
-      close_if_cancelled(command);
-      return false;
-    }
-    if (k + 1 < searched_ports) command.shell.MSComm1().close();
+    if (command.over()) return false;
+    if (command.abandoned() || k + 1 < searched_ports) command.shell.MSComm1().close();
+    if (command.abandoned()) break;
   }
-  tell_timeout(command.shell);
+  tell_timeout(command);
   return false;
 }
 
@@ -113,7 +105,9 @@ void link_now(Shell& shell) {
   if (!find_recorder(shell)) return;
   shell.unload_realtime();
   shell.show_realtime();
-  if (shell.loaded_realtime() && !shell.shutting_down()) shell.set_linked_commands(true);
+  // A link that came inside this one's load may have closed the port.
+  const bool open = shell.loaded_realtime() && shell.MSComm1().is_open();
+  if (open && !shell.shutting_down()) shell.set_linked_commands(true);
 }
 
 }  // namespace

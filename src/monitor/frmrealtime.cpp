@@ -47,8 +47,11 @@ frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), s
   connect(setup_->Command4, &QPushButton::clicked, this, &frmrealtime::Command4_Click);
   connect(setup_, &SetupPane::limits_changed, live_, &LivePane::show_readings);
   const RecorderUse& use = Packet::recorder().use;
-  connect(&use, &RecorderUse::changed, this,
-          [this, &use] { setup_->Command4->setEnabled(use.free_for(RecorderTask::set_up)); });
+  const auto show_set_up = [this, &use] {
+    setup_->Command4->setEnabled(use.free_for(RecorderTask::set_up));
+  };
+  connect(&use, &RecorderUse::changed, this, show_set_up);
+  show_set_up();
   // Later, when the task that has ended has left its handler.
   connect(&use, &RecorderUse::changed, this, &frmrealtime::refresh_if_due, Qt::QueuedConnection);
 }
@@ -116,8 +119,8 @@ void frmrealtime::refresh_if_due() {
 
 void frmrealtime::RefreshFromRecorder() {
   const RecorderSession session(*this, shell_, RecorderTask::refresh);
-  refresh_due_ = !session.granted();
   if (session.granted()) read_recorder(session);
+  refresh_due_ = !session.granted() || session.overtaken();
 }
 
 void frmrealtime::read_recorder(const RecorderSession& session) {
@@ -130,10 +133,13 @@ bool frmrealtime::write_recorder(const RecorderSession& session, const PatternSe
   const Waiting waiting(shell_, QStringLiteral("Setting the recorder's properties."));
   const WorkShown work(*setup_->work_label, QStringLiteral("Setting ..."));
   if (setup_->write_recorder(session, settings)) return true;
-  if (session.ended()) return false;
+  if (!session.closed() && !session.repeated()) tell_failure();
+  return false;
+}
+
+void frmrealtime::tell_failure() {
   shell_.set_panel(2, {});
   shell_.messages().show(QStringLiteral("Setting is Failed"));
-  return false;
 }
 
 // "Properties Set". The question is asked without the recorder: another task can take it while the
@@ -144,7 +150,7 @@ void frmrealtime::Command4_Click() {
       QStringLiteral("Setting Recorder's Properties will Lose Historical Sampling，Continue?"));
   if (!confirmed || running.unloaded() || shell_.shutting_down()) return;
   const RecorderSession session(*this, shell_, RecorderTask::set_up);
-  if (session.granted()) set_properties(session);
+  session.granted() ? set_properties(session) : tell_failure();
 }
 
 // After a failed request polling stays off, until the online-record dialog switches it on again.

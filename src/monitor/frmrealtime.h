@@ -55,6 +55,7 @@ class frmrealtime final : public ChildWindow {
   void Command4_Click();
   void set_properties(const RecorderSession& session);
   bool write_recorder(const RecorderSession& session, const PatternSettings& settings);
+  void tell_failure();
   void read_recorder(const RecorderSession& session);
   void refresh_if_due();
   void restart_polling();

@@ -13,8 +13,12 @@ class RecorderSession {
 
   // The handler has the recorder; else it must leave it alone.
   bool granted() const { return static_cast<bool>(turn_); }
-  // The window or the program has ended meanwhile, or another task has taken over.
-  bool ended() const { return running_.unloaded() || shell_.shutting_down() || turn_.overtaken(); }
+  // The window or the program has ended meanwhile: there is nobody to tell anything.
+  bool closed() const { return running_.unloaded() || shell_.shutting_down(); }
+  // Another task has taken over inside an endless wait; one of the same kind.
+  bool overtaken() const { return turn_.overtaken(); }
+  bool repeated() const { return turn_.repeated(); }
+  bool ended() const { return closed() || overtaken(); }
 
   // Sends a request, three times if need be. No value when nobody answers or the session has ended.
   std::optional<QByteArray> request(const std::function<int()>& build,
