@@ -68,6 +68,9 @@ Write by_office(Export export_recording) {
           user.office.give_up();
           work.wait();
         }
+        if (interrupts.clock.stopped()) {
+          throw Failure(exit_status::file, QStringLiteral("interrupted"));
+        }
         work.get();
       };
 }
