@@ -17,6 +17,7 @@
 #include "data/export_document.h"
 #include "data/export_progress.h"
 #include "data/export_text.h"
+#include "data/export_watch.h"
 #include "data/export_workbook.h"
 #include "data/file_handle.h"
 
@@ -43,21 +44,32 @@ void write_pages(const Recording& recording, const QString& path, Interrupts& in
   write_pdf(recording, path, stamp_text(interrupts.clock.now()));
 }
 
-// An office program takes its time, in which a signal must be heard.
+// Ends what the export has started, however it ends.
+struct OfficeForExport {
+  ~OfficeForExport() { office.end_own_applications(); }
+  Automation& office = office_automation();
+};
+
+// An office program takes its time, in which a signal must be heard, and it can hang.
 template <class Export>
 Write by_office(Export export_recording) {
   return
       [export_recording](const Recording& recording, const QString& path, Interrupts& interrupts) {
         constexpr int look_interval_ms = 30;
+        const OfficeForExport user;
         ExportProgress progress;
-        auto work = std::async(std::launch::async, [&] {
-          export_recording(office_automation(), recording, path, progress);
-        });
+        ExportWatch watch(user.office);
+        auto work = std::async(std::launch::async,
+                               [&] { export_recording(user.office, recording, path, progress); });
         while (work.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
           interrupts.clock.wait(look_interval_ms);
-          if (!interrupts.clock.stopped()) continue;
+          if (!interrupts.clock.stopped() && !watch.stuck()) continue;
           progress.stop();
+          user.office.give_up();
           work.wait();
+        }
+        if (interrupts.clock.stopped()) {
+          throw Failure(exit_status::file, QStringLiteral("interrupted"));
         }
         work.get();
       };

@@ -57,8 +57,7 @@ bool DownloadEngine::read_blocks(const std::function<void(int position)>& progre
 // No value when the recorder does not answer, or when the download is abandoned meanwhile.
 std::optional<QByteArray> DownloadEngine::ask_for_block(int position) {
   const int block = block_at(position);
-  const auto answer =
-      link_.ask([block] { return block_request(block); }, block_retries, abandoned_);
+  auto answer = link_.ask([block] { return block_request(block); }, block_retries, abandoned_);
   if (abandoned_()) return std::nullopt;
   link_.clock().sleep(pause_after_block_ms);
   return answer;
@@ -66,9 +65,9 @@ std::optional<QByteArray> DownloadEngine::ask_for_block(int position) {
 
 std::optional<QByteArray> DownloadEngine::kept_or_read(int position) {
   if (kept_) {
-    if (const auto kept = kept_->find(block_at(position))) return kept;
+    if (auto kept = kept_->find(block_at(position))) return kept;
   }
-  const auto answer = ask_for_block(position);
+  auto answer = ask_for_block(position);
   if (answer && kept_) kept_->keep(block_at(position), *answer);
   return answer;
 }
