@@ -29,7 +29,7 @@ void choose_polling(Tour& tour, bool on) {
   tour.click_toolbar(record_button);
 }
 
-void wait_for_reading(Tour& tour, const frmrealtime& window, int row) {
+void wait_for_reading(Tour& tour, frmrealtime& window, int row) {
   tour.wait_for([&] { return window.live().MSFlG1->model()->rowCount() >= row; },
                 QStringLiteral("the recorder answers"));
 }
