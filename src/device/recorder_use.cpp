@@ -21,7 +21,8 @@ bool RecorderUse::outlasted(const Turn& turn) const {
 
 bool RecorderUse::free_for(RecorderTask task) const {
   return std::none_of(turns_.begin(), turns_.end(), [&](const Turn* turn) {
-    return keeps_out(turn->task_, task) && (task == RecorderTask::refresh || !outlasted(*turn));
+    const bool has_time = task == RecorderTask::refresh;
+    return keeps_out(turn->task_, task) && !turn->overtaken() && (has_time || !outlasted(*turn));
   });
 }
 
@@ -36,7 +37,7 @@ RecorderUse::Turn::Turn(RecorderUse& use, RecorderTask task)
   if (!granted_) return;
   if (task != RecorderTask::poll) {
     for (Turn* turn : use_.turns_) {
-      if (keeps_out(turn->task_, task)) turn->overtaken_by_ = task;
+      if (keeps_out(turn->task_, task) && !turn->overtaken()) turn->overtaken_by_ = task;
     }
   }
   use_.turns_.push_back(this);

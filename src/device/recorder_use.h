@@ -35,8 +35,8 @@ class RecorderUse : public QObject {
     Turn& operator=(const Turn&) = delete;
 
     explicit operator bool() const { return granted_; }
-    // Another command has begun inside this task's endless wait. The task must leave; when the
-    // other is of the same kind, it does what this one wanted.
+    // Another command has begun inside this task's endless wait. The task keeps out nobody any more
+    // and must leave; when the other is of the same kind, it does what this one wanted.
     bool overtaken() const { return overtaken_by_.has_value(); }
     bool repeated() const { return overtaken_by_ == task_; }
 

@@ -202,8 +202,9 @@ class TestFaultMatrix : public QObject {
     // The task that was left behind tells its failure where another command came in between.
     const QString asked =
         "Corvane: Setting Recorder's Properties will Lose Historical Sampling，Continue?";
-    const QHash<QString, QStringList> said = {
-        {"link", {asked}}, {"poll", {}}, {"set", {asked, "Corvane: Setting is Failed"}}};
+    const QHash<QString, QStringList> said = {{"link", {asked, "Corvane: No Data"}},
+                                              {"poll", {}},
+                                              {"set", {asked, "Corvane: Setting is Failed"}}};
     QCOMPARE(messages(), said.value(task, {asked, "Warnning: Link Timeout!"}));
     QVERIFY(enabled("unlink") && enabled("read") && world.port.is_open());
     QCOMPARE(world.main.window->PrgB1->value(), 0);

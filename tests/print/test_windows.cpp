@@ -45,8 +45,8 @@ class TestWindows : public QObject {
     frmGraphView preview(world_->shell);
     PageArea& area = *preview.area;
     // As wide as a page and its bar, so that no second bar takes room.
-    preview.resize(794 + area.VScroll1->sizeHint().width(), 500);
     preview.show();
+    preview.resize(794 + area.VScroll1->sizeHint().width(), 500);
     QVERIFY(!area.HScroll1->isVisible() && area.VScroll1->isVisible());
     preview.resize(400, 500);
     QVERIFY(area.HScroll1->isVisible() && area.VScroll1->isVisible() && area.Pic->x() == -5);
