@@ -101,8 +101,10 @@ class TestDownload : public QObject {
     }
   }
 
+  // After Cancel polling is on, also where it was off before.
   void wrong_order_keeps_the_dialog() {
     open(memory(1000));
+    w_->realtime()->pause_polling();
     read([&](frmhistorytime& dialog) {
       dialog.Combo1->setCurrentIndex(3);
       dialog.Combo2->setCurrentIndex(2);
@@ -120,14 +122,15 @@ class TestDownload : public QObject {
 
   // In the middle of the wait for a block.
   void survives_what_the_user_does() {
-    for (const QString command :
-         {"unlink", "close", "read", "link", "Quit", "Properties Set", "polling", "Escape"}) {
+    for (const QString command : {"unlink", "close", "read", "link", "Quit", "Properties Set",
+                                  "polling", "Escape", "unmark"}) {
       open(memory(1000));
       w_->main.messages.answers = {true};
       bool done = false;
       const auto act = [&] {
         if (command == "read") read();
         if (command == "Properties Set") w_->realtime()->setup().Command4->click();
+        if (command == "unmark") w_->realtime()->setup().Check1[1]->click();
         if (command == "polling") Q_EMIT w_->realtime()->live().Timer1->tick();
         QVERIFY(QGuiApplication::overrideCursor());
         if (command == "Escape") QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
