@@ -236,7 +236,7 @@ void frmmdi::set_progress(int value, const QString& text) {
 }
 
 QString frmmdi::tell_wait(const QString& what) {
-  const QString before = Sts1[1]->toolTip();
+  QString before = Sts1[1]->toolTip();
   for (QWidget* place : std::initializer_list<QWidget*>{Sts1[1], PrgB1, Text1}) {
     place->setToolTip(what);
   }

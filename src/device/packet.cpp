@@ -95,7 +95,7 @@ std::optional<QByteArray> request(const Builder& build, const Retries& retries,
     const int length = build();
     return Request{SendBuffer, length};
   };
-  const std::optional<QByteArray> answer = link->ask(build_request, retries, abandoned);
+  std::optional<QByteArray> answer = link->ask(build_request, retries, abandoned);
   ReceiveBuffer = link->received();
   return answer;
 }

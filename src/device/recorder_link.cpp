@@ -48,7 +48,7 @@ RecorderLink::~RecorderLink() {
 }
 
 QByteArray RecorderLink::take_all() {
-  const QByteArray bytes = port_.read_all();
+  QByteArray bytes = port_.read_all();
   taken_ += bytes.size();
   return bytes;
 }

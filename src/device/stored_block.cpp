@@ -18,7 +18,9 @@ StoredBlock::StoredBlock(const QByteArray& answer, int channels)
       length_(full_ ? reading_size * readings_per_block : byte_at(answer, length_at)) {}
 
 double StoredBlock::samples() const {
-  return full_ ? samples_per_block(channels_) : length_ / (reading_size * channels_);
+  if (full_) return samples_per_block(channels_);
+  const int whole_samples = length_ / (reading_size * channels_);
+  return whole_samples;
 }
 
 // The samples come newest first, so the first in time is the last in the answer.

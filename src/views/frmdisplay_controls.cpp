@@ -50,10 +50,12 @@ class SheetView final : public QTableView {
  protected:
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
     if (hasFocus()) return QTableView::currentChanged(current, previous);
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): without the table's word to screen readers
     QAbstractItemView::currentChanged(current, previous);
   }
   void selectionChanged(const QItemSelection& now, const QItemSelection& before) override {
     if (hasFocus()) return QTableView::selectionChanged(now, before);
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractItemView::selectionChanged(now, before);
   }
 };
