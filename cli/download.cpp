@@ -45,7 +45,7 @@ class Download {
 };
 
 QString required_path(const Arguments& arguments) {
-  const QString path = arguments.text("output");
+  QString path = arguments.text("output");
   if (path.isEmpty()) arguments.refuse(QStringLiteral("the file to write is missing (-o)"));
   require_writable(path);
   return path;

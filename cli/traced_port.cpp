@@ -30,7 +30,7 @@ int TracedPort::bytes_waiting() {
 }
 
 QByteArray TracedPort::read_all() {
-  const QByteArray bytes = port_.read_all();
+  QByteArray bytes = port_.read_all();
   if (!bytes.isEmpty()) trace_.push_back({false, arrived_.value_or(clock_.now()), bytes});
   arrived_.reset();
   return bytes;

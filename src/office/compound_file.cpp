@@ -38,10 +38,9 @@ class CompoundFile {
   }
 
  private:
-  std::uint8_t byte(std::size_t at) const { return static_cast<std::uint8_t>(bytes_[at]); }
+  std::uint32_t byte(std::size_t at) const { return static_cast<std::uint8_t>(bytes_[at]); }
   std::uint32_t number(std::size_t at) const {
-    return byte(at) | byte(at + 1) << 8 | byte(at + 2) << 16 |
-           static_cast<std::uint32_t>(byte(at + 3)) << 24;
+    return byte(at) | byte(at + 1) << 8U | byte(at + 2) << 16U | byte(at + 3) << 24U;
   }
   static std::size_t place(std::uint32_t sector) { return (sector + std::size_t{1}) * sector_size; }
 
@@ -86,7 +85,7 @@ class CompoundFile {
     bool any_stream = false;
     for (std::uint32_t sector = first; sector < first_special; sector = next_[sector]) {
       for (std::size_t at = place(sector); at < place(sector) + sector_size; at += entry_size) {
-        const std::uint8_t type = byte(at + entry_type);
+        const std::uint32_t type = byte(at + entry_type);
         const std::uint32_t length = number(at + entry_length);
         const bool chained = type == root_type || (type == stream_type && length >= least_length);
         any_stream |= type == stream_type && length > 0;
