@@ -3,9 +3,10 @@
 
 #include "base/numbers.h"
 #include "base/times.h"
+#include "device/pattern.h"
+#include "device/texts.h"
 #include "fuzz/fuzz.h"
 #include "monitor/alarms.h"
-#include "monitor/pattern.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QString text =
