@@ -51,7 +51,7 @@ Side always(double value) {
 }
 
 void take_curves(GraphCurves& curves, int samples = graph_samples) {
-  curves.take(User::recording, 0, samples);
+  curves.copy_view(User::recording, 0, samples);
   for (GraphCurves::Channel& channel : curves.channels) {
     channel.high = graph_high;
     channel.low = graph_low;
@@ -156,7 +156,8 @@ Side timed_making(Make make) {
 void load_benchmarks(Suite& suite) {
   SimulatedWindow world;
   suite.compare("Historical Data window: load", timed_making([&world] {
-                  auto window = std::make_unique<frmdisplay>(*world.main.window);
+                  auto window = std::make_unique<frmdisplay>(*world.main.window, nullptr);
+                  window->Form_Load();
                   QImage picture(window->Pic1->size(), QImage::Format_RGB32);
                   window->Pic1->render(&picture);
                   return window;

@@ -49,7 +49,7 @@ RecorderType::RecorderType(const Arguments& arguments) {
                   path + QStringLiteral(" is missing or lists no recorder types"));
   }
   row = row_of(arguments, table);
-  if (!table.has_channels(row)) {
+  if (table.channel_count_or_none(row) == 0) {
     throw Failure(
         exit_status::file,
         QStringLiteral("%1 gives the type \"%2\" no number of channels").arg(path, name()));

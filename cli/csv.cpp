@@ -33,7 +33,7 @@ QString csv_number(float value) {
 
 QString csv_of(const Recording& recording) {
   QStringList head = {QStringLiteral("Time")};
-  const int channels = recording.held_channels();
+  const int channels = recording.clamped_channel_count();
   for (int slot = 0; slot < channels; ++slot) head << column_head(recording, slot);
   QString csv = csv_record(head);
   for (int n = 0; n < recording.SampleCount; ++n) {

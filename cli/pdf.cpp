@@ -11,7 +11,7 @@
 void write_pdf(const Recording& recording, const QString& path, const QString& printed) {
   PrintedView view{.recording = recording, .printed = printed};
   GraphCurves curves;
-  curves.take(recording, 0, recording.SampleCount);
+  curves.copy_view(recording, 0, recording.SampleCount);
   for (std::size_t slot = 0; slot < curves.channels.size(); ++slot) {
     const ChannelScale scale = channel_scale(curves.channels[slot].values, std::nullopt);
     view.chosen[slot] = true;

@@ -46,7 +46,7 @@ void set_limits(const Arguments& arguments, const QString& text, const Recording
   if (wanted.up && wanted.down && *wanted.up < *wanted.down) {
     refuse(QStringLiteral("has its up limit below its down limit"));
   }
-  for (std::size_t slot = 0; static_cast<int>(slot) < recording.held_channels(); ++slot) {
+  for (std::size_t slot = 0; static_cast<int>(slot) < recording.clamped_channel_count(); ++slot) {
     if (recording.ChannelInfo[0][slot] != parts[0]) continue;
     limits[slot] = wanted;
     return;
@@ -192,7 +192,7 @@ int run(const Arguments& arguments, Interrupts&) {
   std::vector<ChannelReport> reports;
   bool out = false;
   try {
-    for (int slot = 0; slot < recording.held_channels(); ++slot) {
+    for (int slot = 0; slot < recording.clamped_channel_count(); ++slot) {
       reports.push_back(report_of(recording, slot, limits[static_cast<std::size_t>(slot)], energy));
       out = out || !reports.back().excursions.empty();
     }

@@ -38,7 +38,7 @@ QString difference(const Recording& a, const Recording& b) {
   if (a.ChannelCount != b.ChannelCount) return QStringLiteral("the number of channels");
   if (a.SampleCount != b.SampleCount) return QStringLiteral("the number of samples");
   for (std::size_t row = 0; row < 3; ++row) {
-    for (std::size_t c = 0; c < static_cast<std::size_t>(a.held_channels()); ++c) {
+    for (std::size_t c = 0; c < static_cast<std::size_t>(a.clamped_channel_count()); ++c) {
       if (a.ChannelInfo[row][c] != b.ChannelInfo[row][c]) {
         return QStringLiteral("the description of channel %1").arg(c + 1);
       }

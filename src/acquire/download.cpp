@@ -180,5 +180,5 @@ void read_data(Shell& shell) {
 
 void ReadRecorderData(Shell& shell) {
   if (!Packet::recorder().use.free_for(RecorderTask::download)) return;
-  skip_on_error([&] { read_data(shell); });
+  stop_at_first_failure([&] { read_data(shell); });
 }

@@ -103,9 +103,10 @@ void DownloadEngine::store(const RecordingHeader& header, const DeviceTable& typ
   recording.ChannelCount = static_cast<std::int16_t>(header.channels.size());
   for (std::size_t slot = 0; slot < header.channels.size(); ++slot) {
     const int channel = header.channels[slot];
-    recording.ChannelInfo[0][slot] = QString::number(channel + 1);
-    recording.ChannelInfo[1][slot] = types.text(2 * channel + 3, header.recorder_type);
-    recording.ChannelInfo[2][slot] = types.text(2 * channel + 4, header.recorder_type);
+    const ChannelTexts<QString> texts = recording.channel(slot);
+    texts.number = QString::number(channel + 1);
+    texts.name = types.channel_name(header.recorder_type, channel);
+    texts.unit = types.channel_unit(header.recorder_type, channel);
   }
   store_samples(samples_, recording);
   recording.ViewCount = view_after_download;

@@ -86,7 +86,7 @@ frmrealtime* frmmdi::realtime() {
     auto* window = new frmrealtime(*this, this);
     realtime_ = window;
     connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
-    const ChildWindow::Handler running(*window);
+    const ChildWindow::KeepAlive kept(*window);
     const QScopedValueRollback loading(realtime_loading_, true);
     window->Form_Load();
   }
@@ -110,10 +110,10 @@ frmdisplay* frmmdi::loaded_display() {
 
 void frmmdi::show_display() {
   if (!display_) {
-    auto* window = new frmdisplay(*this);
-    window->setParent(this);
+    auto* window = new frmdisplay(*this, this);
     display_ = window;
     connect(window, &ChildWindow::unloading, this, [this, window] { release_child(*window); });
+    window->Form_Load();
   }
   show_child(*display_);
 }

@@ -10,10 +10,10 @@ void Recording::throw_out_of_bounds() {
   throw BoundsError("index outside the Recording");
 }
 
-int Recording::held_samples() const {
+int Recording::clamped_sample_count() const {
   return std::clamp(SampleCount, 0, max_samples);
 }
 
-int Recording::held_channels() const {
+int Recording::clamped_channel_count() const {
   return std::clamp(static_cast<int>(ChannelCount), 0, max_channels);
 }

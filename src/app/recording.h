@@ -9,6 +9,19 @@
 #include <span>
 #include <vector>
 
+// What the Recording says of one channel; `Text` is QString or const QString.
+template <class Text>
+struct ChannelTexts {
+  Text& number;  // of the recorder's channel, "1".."4"
+  Text& name;
+  Text& unit;
+
+  // "name(unit)": the heading of a column of values.
+  QString heading() const { return name + u'(' + unit + u')'; }
+  // "name unit": the title of a scale, and the legend.
+  QString name_and_unit() const { return name + u' ' + unit; }
+};
+
 class Recording {
  public:
   static constexpr int max_samples = 30001;
@@ -20,7 +33,7 @@ class Recording {
 
   // Emptied by setting SampleCount to 0; everything else keeps its old contents, which are then
   // simply not read. A failed open can leave a count that the arrays do not hold, so loops over
-  // samples go through the checked access below or through held_samples().
+  // samples go through the checked access below or through clamped_sample_count().
   QString Title;
   QString RecorderName;
   std::int16_t ChannelCount = 0;
@@ -30,6 +43,16 @@ class Recording {
 
   // [row][slot]: row 0 the recorder's channel number as text "1".."4", 1 name, 2 unit, 3 unused.
   std::array<std::array<QString, channel_slots>, 4> ChannelInfo;
+  // The rows of one slot 0..4. Throw BoundsError outside.
+  ChannelTexts<QString> channel(std::size_t slot) {
+    checked(static_cast<std::int64_t>(slot), channel_slots);
+    return {ChannelInfo[0][slot], ChannelInfo[1][slot], ChannelInfo[2][slot]};
+  }
+  ChannelTexts<const QString> channel(std::size_t slot) const {
+    checked(static_cast<std::int64_t>(slot), channel_slots);
+    return {ChannelInfo[0][slot], ChannelInfo[1][slot], ChannelInfo[2][slot]};
+  }
+
   // [row][slot]: row 0 maximum, 1 minimum, 2 average, 3 unused; in the channel's unit.
   std::array<std::array<double, channel_slots>, 4> ChannelStats{};
 
@@ -48,13 +71,20 @@ class Recording {
     return values_[checked(sample, max_samples) * channel_slots + checked(slot, channel_slots)];
   }
 
+  // Throws BoundsError unless the arrays hold all of the `count` samples from `first` on, at least
+  // one.
+  void require_samples(std::int64_t first, std::int64_t count) const {
+    checked(first, max_samples);
+    checked(first + count - 1, max_samples);
+  }
+
   // All values, sample after sample, `channel_slots` a sample: for loops over many samples.
   std::span<const float> all_values() const { return values_; }
 
   // SampleCount held within what the arrays hold, 0..30001.
-  int held_samples() const;
+  int clamped_sample_count() const;
   // ChannelCount held within 0..4.
-  int held_channels() const;
+  int clamped_channel_count() const;
 
  private:
   static std::size_t checked(std::int64_t index, int bound) {

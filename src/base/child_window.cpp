@@ -2,7 +2,7 @@
 
 #include <QCloseEvent>
 
-ChildWindow::Handler::~Handler() {
+ChildWindow::KeepAlive::~KeepAlive() {
   if (--window_.handlers_ == 0 && window_.unloaded_) window_.deleteLater();
 }
 

@@ -13,12 +13,12 @@ class ChildWindow : public QWidget {
 
   // Stands at the top of every handler that waits or shows a dialog. After each wait the handler
   // asks unloaded() and leaves if so, touching nothing of the window's state.
-  class Handler {
+  class KeepAlive {
    public:
-    explicit Handler(ChildWindow& window) : window_(window) { ++window_.handlers_; }
-    ~Handler();
-    Handler(const Handler&) = delete;
-    Handler& operator=(const Handler&) = delete;
+    explicit KeepAlive(ChildWindow& window) : window_(window) { ++window_.handlers_; }
+    ~KeepAlive();
+    KeepAlive(const KeepAlive&) = delete;
+    KeepAlive& operator=(const KeepAlive&) = delete;
     bool unloaded() const { return window_.unloaded_; }
 
    private:

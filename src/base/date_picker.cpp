@@ -66,7 +66,7 @@ bool DatePicker::type(const QKeyEvent& key) {
   if (typed_.isEmpty() && (!begins || text[0] == u'-')) return false;
   if (typed_.size() < date_format.size()) typed_ += text;
   show_typed();
-  if (is_complete(typed_) && whole_date(typed_).isValid()) take_typed();
+  if (is_complete(typed_) && whole_date(typed_).isValid()) accept_typed();
   return true;
 }
 
@@ -76,17 +76,17 @@ void DatePicker::show_typed() {
   lineEdit()->setText(typed_.isEmpty() ? textFromDateTime(dateTime()) : typed_);
 }
 
-void DatePicker::take_typed() {
+void DatePicker::accept_typed() {
   const QDate shown = whole_date(lineEdit()->text());
   const bool typed = !typed_.isEmpty();
   const QDate date = typed ? completed(typed_, this->date()) : shown;
   typed_.clear();
-  take(date.isValid() ? date : this->date());
+  set_nearest(date.isValid() ? date : this->date());
   // The next Tab leads out of the field.
   if (typed) setCurrentSection(QDateTimeEdit::DaySection);
 }
 
-void DatePicker::take(QDate date) {
+void DatePicker::set_nearest(QDate date) {
   setDate(std::clamp(date, minimumDate(), maximumDate()));
   show_typed();
 }
@@ -96,28 +96,28 @@ void DatePicker::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F4 || alt_down) return open_calendar();
   if (event->matches(QKeySequence::Paste)) {
     const QDate date = whole_date(with_dashes(QGuiApplication::clipboard()->text().trimmed()));
-    if (date.isValid()) take(date);
+    if (date.isValid()) set_nearest(date);
     return;
   }
   if (type(*event)) return;
   const bool leaves = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (leaves || !typed_.isEmpty()) take_typed();
+  if (leaves || !typed_.isEmpty()) accept_typed();
   QDateTimeEdit::keyPressEvent(event);
 }
 
 void DatePicker::mousePressEvent(QMouseEvent* event) {
-  if (!typed_.isEmpty()) take_typed();
+  if (!typed_.isEmpty()) accept_typed();
   QDateTimeEdit::mousePressEvent(event);
 }
 
 void DatePicker::focusOutEvent(QFocusEvent* event) {
-  take_typed();
+  accept_typed();
   QDateTimeEdit::focusOutEvent(event);
 }
 
 // There is no function for it: the calendar opens when its arrow is pressed.
 void DatePicker::open_calendar() {
-  take_typed();
+  accept_typed();
   QStyleOptionComboBox arrow;
   arrow.initFrom(this);
   arrow.editable = true;

@@ -27,8 +27,8 @@ class DatePicker final : public QDateTimeEdit {
   // Whether the key belongs to a whole date that is being typed, which it then does its part for.
   bool type(const QKeyEvent& key);
   void show_typed();
-  void take_typed();
-  void take(QDate date);
+  void accept_typed();
+  void set_nearest(QDate date);
   void open_calendar();
 
   QString typed_;

@@ -208,11 +208,16 @@ double to_double(QStringView text) {
   return *number;
 }
 
+std::optional<float> float_of(QStringView text) {
+  const auto number = number_of(text);
+  if (!number || !std::isfinite(static_cast<float>(*number))) return std::nullopt;
+  return static_cast<float>(*number);
+}
+
 float to_float(QStringView text) {
-  const double number = to_double(text);
-  const auto result = static_cast<float>(number);
-  if (!std::isfinite(result)) throw ConversionError("number too large for a 32-bit float");
-  return result;
+  const auto number = float_of(text);
+  if (!number) throw ConversionError("not a 32-bit float");
+  return *number;
 }
 
 std::int16_t to_int16(QStringView text) {

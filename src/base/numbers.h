@@ -51,6 +51,9 @@ std::uint8_t to_byte(std::int32_t value);
 std::optional<double> number_of(QStringView text);
 bool is_number(QStringView text);
 
+// The same in single precision; nothing where it does not fit.
+std::optional<float> float_of(QStringView text);
+
 // The same as a value. Throw ConversionError when the text is not a number or does not fit.
 double to_double(QStringView text);
 float to_float(QStringView text);

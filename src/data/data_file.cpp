@@ -45,7 +45,7 @@ void read_recording(std::string_view bytes, Recording& recording) {
   recording.RecorderName = reader.next_text();
   recording.ChannelCount = reader.next_int16();
   if (recording.ChannelCount > Recording::max_channels) throw FileError("more than four channels");
-  const int channels = recording.held_channels();
+  const int channels = recording.clamped_channel_count();
   for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
     for (std::size_t row = 0; row < 3; ++row) recording.ChannelInfo[row][slot] = reader.next_text();
   }
@@ -64,8 +64,8 @@ void read_recording(FileHandle& file, Recording& recording) {
 }
 
 void write_recording(const Recording& recording, FileHandle& file) {
-  FieldWriter out(recording.held_samples() *
-                      (usual_text + usual_value * std::max(1, recording.held_channels())) +
+  FieldWriter out(recording.clamped_sample_count() *
+                      (usual_text + usual_value * std::max(1, recording.clamped_channel_count())) +
                   4096);
   try {
     format_recording(recording, out);

@@ -16,7 +16,7 @@ constexpr qsizetype number_room = 12;
 // The line of column heads.
 QString head_line(const Recording& recording) {
   QString line = QStringLiteral("Number         Time       ");
-  for (int slot = 0; slot < recording.held_channels(); ++slot) {
+  for (int slot = 0; slot < recording.clamped_channel_count(); ++slot) {
     line += QStringLiteral("       ") + column_head(recording, slot);
   }
   return line;
@@ -26,10 +26,10 @@ QString head_line(const Recording& recording) {
 
 QString channel_line(const Recording& recording, int slot, MinimumLabel label) {
   const auto c = static_cast<std::size_t>(slot);
-  const auto& info = recording.ChannelInfo;
+  const ChannelTexts<const QString> channel = recording.channel(c);
   const auto& stats = recording.ChannelStats;
-  return QStringLiteral("Channel No.") + info[0][c] + QStringLiteral(",Channel Name:") +
-         info[1][c] + QStringLiteral("，Unit:") + info[2][c] + QStringLiteral(",Max.:") +
+  return QStringLiteral("Channel No.") + channel.number + QStringLiteral(",Channel Name:") +
+         channel.name + QStringLiteral("，Unit:") + channel.unit + QStringLiteral(",Max.:") +
          fixed2(stats[0][c]) +
          (label == MinimumLabel::with_stop ? QStringLiteral(",Min.:") : QStringLiteral(",Min:")) +
          fixed2(stats[1][c]) + QStringLiteral(",Average:") + fixed2(stats[2][c]);
@@ -45,15 +45,14 @@ QStringList information_lines(const Recording& recording, MinimumLabel label) {
       QStringLiteral("Channels:") + whole_with_leading_blank(recording.ChannelCount),
       QStringLiteral("Length:") + whole_with_leading_blank(recording.SampleCount),
       QStringLiteral("Start Time：") + first, QStringLiteral("End Time：") + last};
-  for (int slot = 0; slot < recording.held_channels(); ++slot) {
+  for (int slot = 0; slot < recording.clamped_channel_count(); ++slot) {
     lines << channel_line(recording, slot, label);
   }
   return lines;
 }
 
 QString column_head(const Recording& recording, int slot) {
-  const auto column = static_cast<std::size_t>(slot);
-  return recording.ChannelInfo[1][column] + u'(' + recording.ChannelInfo[2][column] + u')';
+  return recording.channel(static_cast<std::size_t>(slot)).heading();
 }
 
 QStringList lines_above_samples(const Recording& recording, MinimumLabel label) {
@@ -63,7 +62,7 @@ QStringList lines_above_samples(const Recording& recording, MinimumLabel label) 
 void sample_line(const Recording& recording, int n, QString& line) {
   constexpr char16_t blank = u' ';
   const QString& time = recording.SampleTimes(n);
-  const int channels = recording.held_channels();
+  const int channels = recording.clamped_channel_count();
   line.resize(number_room + after_number + time.size() + after_time +
               channels * (before_value + fixed2_size));
   auto* const begin = reinterpret_cast<char16_t*>(line.data());

@@ -16,7 +16,7 @@ constexpr qsizetype usual_line_size = 100;
 }  // namespace
 
 void write_text_export(const Recording& recording, FileHandle& file) {
-  FieldWriter writer(usual_head_size + usual_line_size * recording.held_samples());
+  FieldWriter writer(usual_head_size + usual_line_size * recording.clamped_sample_count());
   for (const QString& line : lines_above_samples(recording, MinimumLabel::with_stop)) {
     writer.text(line).end_line();
   }

@@ -79,7 +79,7 @@ class WorkbookExport {
   void write_samples();
   void write_rows(int first, int count);
 
-  int channels() const { return recording_.held_channels(); }
+  int channels() const { return recording_.clamped_channel_count(); }
 
   AutomationObject& workbook_;
   const Recording& recording_;

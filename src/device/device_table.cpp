@@ -37,14 +37,14 @@ int DeviceTable::channel_count(int row) const {
   return count;
 }
 
-bool DeviceTable::has_channels(int row) const {
-  return stop_at_first_failure([&] { channel_count(row); });
+int DeviceTable::channel_count_or_none(int row) const {
+  int count = 0;
+  skip_on_error([&] { count = channel_count(row); });
+  return count;
 }
 
 DeviceTable read_device_table(std::string_view bytes) {
   DeviceTable table;
-  // The byte order mark that some editors put in front.
-  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
   FieldReader reader(bytes);
   skip_on_error([&] { table.DeviceCount = reader.next_int16(); });
   for (int row = 0; row < table.rows(); ++row) {

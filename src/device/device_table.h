@@ -15,8 +15,13 @@ class DeviceTable {
   // The number of types that the file announces, which can be more than it holds.
   std::int16_t DeviceCount = 0;
 
+  // The name of the type in row `row`, and name and unit of its channel 0..3. Empty text outside
+  // the table: a damaged device file must not crash anyone.
+  const QString& type_name(int row) const { return text(0, row); }
+  const QString& channel_name(int row, int channel) const { return text(3 + 2 * channel, row); }
+  const QString& channel_unit(int row, int channel) const { return text(4 + 2 * channel, row); }
+
   // Field 0 type name, 2 channel count as text, 3/5/7/9 channel names, 4/6/8/10 their units.
-  // Empty text for a row or field outside the table: a damaged device file must not crash anyone.
   const QString& text(int field, int row) const;
   void set_text(int field, int row, const QString& text);
 
@@ -26,8 +31,8 @@ class DeviceTable {
   // The channel count of a type, 1..4. Throws ConversionError for anything else, an empty or
   // non-numeric text above all.
   int channel_count(int row) const;
-  // Whether channel_count() gives one.
-  bool has_channels(int row) const;
+  // The same, 0 instead of a throw.
+  int channel_count_or_none(int row) const;
 
  private:
   std::array<std::array<QString, fields>, max_rows> texts_;

@@ -91,7 +91,7 @@ void frmport::build() {
 void frmport::Form_Load() {
   User::PortChoice = -1;
   for (int row = 0; row < User::DeviceTable.rows(); ++row) {
-    Combo1->addItem(User::DeviceTable.text(0, row));
+    Combo1->addItem(User::DeviceTable.type_name(row));
   }
   if (Combo1->count() == 0) tell_no_types();
   QStringList lines;
@@ -138,7 +138,7 @@ void frmport::Option1_Click(int index) {
 // With two types of the same name the later row is taken.
 void frmport::Command1_Click() {
   for (int row = 0; row < User::DeviceTable.rows(); ++row) {
-    if (User::DeviceTable.text(0, row) == Combo1->currentText()) {
+    if (User::DeviceTable.type_name(row) == Combo1->currentText()) {
       User::RecorderType = static_cast<std::int16_t>(row);
     }
   }

@@ -59,7 +59,7 @@ bool probe(const LinkCommand& command, int number) {
   skip_on_error([&] { port.set_port_number(number); });
   skip_on_error([&] { port.open(); });
   const PortShown shown(command.shell, port.port_number());
-  if (!User::DeviceTable.has_channels(User::RecorderType)) return false;
+  if (User::DeviceTable.channel_count_or_none(User::RecorderType) == 0) return false;
   return Packet::request(Packet::BuildStatusRequest, {}, [&] { return command.abandoned(); })
              .has_value() &&
          !command.abandoned();
@@ -114,7 +114,7 @@ void link_now(Shell& shell) {
 
 void link_Click(Shell& shell) {
   if (!Packet::recorder().use.free_for(RecorderTask::link)) return;
-  skip_on_error([&] { link_now(shell); });
+  stop_at_first_failure([&] { link_now(shell); });
 }
 
 void unlink_Click(Shell& shell) {

@@ -53,7 +53,7 @@ QtSerialPort::QtSerialPort() {
   port_.setReadBufferSize(input_buffer);
   QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { tell(); });
   QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
-                   [this](QSerialPort::SerialPortError error) { take_error(error); });
+                   [this](QSerialPort::SerialPortError error) { note_error(error); });
 }
 
 void QtSerialPort::tell() {
@@ -62,7 +62,7 @@ void QtSerialPort::tell() {
 
 // The line of a device that has hung up stays readable for ever and would keep the event loop
 // busy: it is let go, but only when the port's own handler has returned.
-void QtSerialPort::take_error(QSerialPort::SerialPortError error) {
+void QtSerialPort::note_error(QSerialPort::SerialPortError error) {
   const bool lost = error == QSerialPort::ReadError || error == QSerialPort::ResourceError;
   if (lost && port_.isOpen() && !gone_) {
     gone_ = true;

@@ -25,7 +25,7 @@ class QtSerialPort final : public SerialPort {
 
  private:
   void tell();
-  void take_error(QSerialPort::SerialPortError error);
+  void note_error(QSerialPort::SerialPortError error);
   void require_open() const;
   void drain();
 

@@ -47,7 +47,7 @@ RecorderLink::~RecorderLink() {
   port_.on_activity = {};
 }
 
-QByteArray RecorderLink::take_all() {
+QByteArray RecorderLink::read_waiting() {
   QByteArray bytes = port_.read_all();
   taken_ += bytes.size();
   return bytes;
@@ -69,7 +69,7 @@ qint64 RecorderLink::send(const QByteArray& bytes) {
 qint64 RecorderLink::drop_waiting_bytes() {
   qint64 dropped = 0;
   while (port_.bytes_waiting() > 0 && dropped < most_stale_bytes) {
-    received_ = take_all();
+    received_ = read_waiting();
     dropped += received_.size();
   }
   return dropped;
@@ -103,7 +103,7 @@ bool RecorderLink::accept_answer(int expected_length) {
   clock_.sleep(pause_ms);
   const int count = port_.bytes_waiting();
   if (count < shortest_answer) return false;
-  received_ = take_all();
+  received_ = read_waiting();
   // A check over a part of an answer would pass once in 256 times, and readings would be wrong.
   if (received_.size() < expected_length) return false;
   if (answer_check(received_, expected_length) == 0) return true;
@@ -147,7 +147,7 @@ void RecorderLink::discard_late_answers(qint64 bytes) {
       if (left <= 0) break;
       clock_.wait(static_cast<int>(left));
     }
-    take_all();
+    read_waiting();
   });
 }
 

@@ -83,7 +83,7 @@ class RecorderLink {
   void await(int expected_length);
   bool accept_answer(int expected_length);
   void discard_late_answers(qint64 bytes);
-  QByteArray take_all();
+  QByteArray read_waiting();
 
   SerialPort& port_;
   Clock& clock_;

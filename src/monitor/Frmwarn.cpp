@@ -19,10 +19,10 @@ namespace {
 // Which channel of the Recording a tab is for.
 QString channel_text(std::size_t slot) {
   const Recording& recording = User::recording;
-  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  const auto channels = static_cast<std::size_t>(recording.clamped_channel_count());
   if (recording.SampleCount == 0 || slot >= channels) return QStringLiteral("No channel");
-  return QStringLiteral("Channel %1: %2")
-      .arg(recording.ChannelInfo[0][slot], recording.ChannelInfo[1][slot]);
+  const ChannelTexts<const QString> channel = recording.channel(slot);
+  return QStringLiteral("Channel %1: %2").arg(channel.number, channel.name);
 }
 
 }  // namespace
@@ -102,7 +102,7 @@ void Frmwarn::Command1_Click() {
 void Frmwarn::refuse() {
   messages_.show(QStringLiteral("Input Error,Please Retry"));
   for (std::size_t i = 0; i < Text1.size(); ++i) {
-    if (stop_at_first_failure([&] { to_float(Text1[i]->text()); })) continue;
+    if (float_of(Text1[i]->text())) continue;
     SSTab1->setCurrentIndex(static_cast<int>(i / 2));
     Text1[i]->setFocus();
     Text1[i]->selectAll();

@@ -3,14 +3,8 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 
-std::optional<float> alarm_limit(QStringView text) {
-  std::optional<float> limit;
-  skip_on_error([&] { limit = to_float(text); });
-  return limit;
-}
-
 AlarmLimits alarm_limits(QStringView up, QStringView down) {
-  return {.up = alarm_limit(up), .down = alarm_limit(down)};
+  return {.up = float_of(up), .down = float_of(down)};
 }
 
 bool out_of_range(float value, const AlarmLimits& limits) {

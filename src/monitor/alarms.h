@@ -10,14 +10,12 @@
 #include "monitor/live_channels.h"
 #include "monitor/sliding_window.h"
 
-// A channel's limits in its unit; one that could not be read guards nothing.
+// A channel's limits in its unit; a limit that is no number guards nothing.
 struct AlarmLimits {
   std::optional<float> up;
   std::optional<float> down;
 };
 
-// The limit that a text is; none where it is not a number.
-std::optional<float> alarm_limit(QStringView text);
 AlarmLimits alarm_limits(QStringView up, QStringView down);
 
 // Above the upper or below the lower limit; a value equal to a limit is in range.

@@ -100,9 +100,9 @@ void frmrealtime::RedrawGraph() {
 }
 
 void frmrealtime::ShowDisplayLimits() {
-  const Handler running(*this);
+  const KeepAlive kept(*this);
   Frmwarn(shell_.messages(), shell_.window()).exec();
-  if (!running.unloaded() && !shell_.shutting_down()) RedrawGraph();
+  if (!kept.unloaded() && !shell_.shutting_down()) RedrawGraph();
 }
 
 void frmrealtime::apply_online_settings() {
@@ -145,10 +145,10 @@ void frmrealtime::tell_failure() {
 // "Properties Set". The question is asked without the recorder: another task can take it while the
 // box is open.
 void frmrealtime::Command4_Click() {
-  const Handler running(*this);
+  const KeepAlive kept(*this);
   const bool confirmed = shell_.messages().ask(
       QStringLiteral("Setting Recorder's Properties will Lose Historical Sampling，Continue?"));
-  if (!confirmed || running.unloaded() || shell_.shutting_down()) return;
+  if (!confirmed || kept.unloaded() || shell_.shutting_down()) return;
   const RecorderSession session(*this, shell_, RecorderTask::set_up);
   session.granted() ? set_properties(session) : tell_failure();
 }
@@ -157,7 +157,7 @@ void frmrealtime::Command4_Click() {
 // The panel then says nothing of the link, since nobody polls.
 void frmrealtime::set_properties(const RecorderSession& session) {
   pause_polling();
-  const auto settings = setup_->take_typed(shell_.clock().now());
+  const auto settings = setup_->encode_typed(shell_.clock().now());
   if (!settings) {
     shell_.messages().show(QStringLiteral("Input Error ，Please Retry"));
     if (!session.ended()) restart_polling();

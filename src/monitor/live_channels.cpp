@@ -7,11 +7,11 @@
 
 LiveChannels live_channels(const DeviceTable& table, int row) {
   LiveChannels channels;
-  if (table.has_channels(row)) channels.count = table.channel_count(row);
+  channels.count = table.channel_count_or_none(row);
   for (int c = 0; c < channels.count; ++c) {
     const auto channel = static_cast<std::size_t>(c);
-    channels.names[channel] = table.text(2 * c + 3, row);
-    channels.units[channel] = table.text(2 * c + 4, row);
+    channels.names[channel] = table.channel_name(row, c);
+    channels.units[channel] = table.channel_unit(row, c);
   }
   return channels;
 }

@@ -4,7 +4,7 @@
 #include "monitor/live_view.h"
 #include "views/graph_picture.h"
 
-void take_live_curves(GraphCurves& curves, const LiveBuffer& buffer, const LiveView& view,
+void copy_live_curves(GraphCurves& curves, const LiveBuffer& buffer, const LiveView& view,
                       int channels) {
   curves.span = view.Span;
   curves.channels.resize(static_cast<std::size_t>(channels));

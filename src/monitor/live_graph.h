@@ -11,5 +11,5 @@ inline constexpr float live_graph_low = -40.0F;
 
 // Takes the readings of the first `channels` channels that lie in `view`; what the view shows
 // beyond the last reading stays empty.
-void take_live_curves(GraphCurves& curves, const LiveBuffer& buffer, const LiveView& view,
+void copy_live_curves(GraphCurves& curves, const LiveBuffer& buffer, const LiveView& view,
                       int channels);

@@ -4,18 +4,22 @@
 
 #include "monitor/automatic_save.h"
 
-bool LiveMonitor::add(const QString& time, const LiveReading& values,
+void LiveMonitor::add(const QString& time, const LiveReading& values,
                       const std::array<AlarmLimits, 4>& limits) {
   const OutOfRange out = out_of_range(values, limits, channels_.count);
-  live_sheet.push(time, values);
+  live_sheet.begin_push();
+  buffer.push(time, values);
+  live_sheet.end_push();
   const QString alarm = alarm_text(out, channels_);
   if (out != OutOfRange{}) alarm_sheet.push({buffer.LiveCount(), time, alarm});
   for (std::size_t c = 0; static_cast<int>(c) < channels_.count; ++c) {
     status[c].add(values[c], out[c], time);
   }
-  if (++SaveCounter < readings_per_save) return false;
-  SaveCounter = 0;
-  return true;
+  ++SaveCounter;
+}
+
+bool LiveMonitor::save_due() const {
+  return SaveCounter >= readings_per_save;
 }
 
 // Days of silence must not bring it back to "Link Ok".

@@ -8,10 +8,13 @@ class LiveMonitor {
  public:
   LiveMonitor() : live_sheet(buffer) {}
 
-  // Takes a reading into the buffer and its sheet, and where channels are out of their limits into
-  // the alarm sheet. True when the buffer is to be saved: after every 15000 readings.
-  bool add(const QString& time, const LiveReading& values,
+  // Adds a reading to the buffer and its sheet, and to the alarm sheet where channels are out of
+  // their limits.
+  void add(const QString& time, const LiveReading& values,
            const std::array<AlarmLimits, 4>& limits);
+
+  // 15000 readings have come since SaveCounter was 0.
+  bool save_due() const;
 
   // A cycle without an answer; one with an answer.
   void count_missed();

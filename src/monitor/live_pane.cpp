@@ -9,6 +9,7 @@
 #include "base/clock.h"
 #include "base/contrast.h"
 #include "base/errors.h"
+#include "base/numbers.h"
 #include "base/program_folder.h"
 #include "base/spoken.h"
 #include "base/times.h"
@@ -45,7 +46,7 @@ void LivePane::Timer1_Timer() {
   const auto answer = session.request(Packet::BuildStatusRequest, live_retries);
   if (session.ended()) return;
   if (answer) {
-    take_reading(decode_status(*answer).readings);
+    show_reading(decode_status(*answer).readings);
   } else {
     monitor_.count_missed();
   }
@@ -54,11 +55,12 @@ void LivePane::Timer1_Timer() {
                    monitor_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
 }
 
-void LivePane::take_reading(const LiveReading& reading) {
+void LivePane::show_reading(const LiveReading& reading) {
   // Another recorder type can have been chosen since the window opened.
   if (live_channels(User::DeviceTable, User::RecorderType) != monitor_.channels()) lay_out();
   const QString time = general_date_time_text(shell_.clock().now());
-  if (monitor_.add(time, reading, typed_limits())) save_automatically();
+  monitor_.add(time, reading, typed_limits());
+  if (monitor_.save_due()) save_automatically();
   RedrawGraph();
   show_readings();
   monitor_.count_answered();
@@ -118,8 +120,9 @@ std::array<AlarmLimits, 4> LivePane::typed_limits() const {
 // Where the program's own folder cannot be written (installed for all users, say, or full) the
 // readings go among the user's documents. The window says where they are, and where they are not.
 void LivePane::save_automatically() {
+  monitor_.SaveCounter = 0;
   const QString name = automatic_save_name(shell_.clock().now());
-  const QString& recorder_name = User::DeviceTable.text(0, User::RecorderType);
+  const QString& recorder_name = User::DeviceTable.type_name(User::RecorderType);
   const AutomaticSaveHeader header = {setup_.title(), recorder_name, monitor_.channels()};
   for (QString (*const folder)() : {program_folder, documents_folder}) {
     const QString path = folder() + u'/' + name;
@@ -180,8 +183,8 @@ void LivePane::show_readings() {
       announce(value, texts[name_label] + QStringLiteral(" Out Of Range ") + value.text());
     }
     show_alarm(value, status.alarmed());
-    show_alarm(label(up_limit_label), !alarm_limit(limits.up));
-    show_alarm(label(down_limit_label), !alarm_limit(limits.down));
+    show_alarm(label(up_limit_label), !float_of(limits.up));
+    show_alarm(label(down_limit_label), !float_of(limits.down));
   }
 }
 

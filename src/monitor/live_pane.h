@@ -81,7 +81,7 @@ class LivePane final : public QWidget {
   void Pic1_MouseDown(float x);
   void Pic1_KeyDown(CursorStep step);
 
-  void take_reading(const LiveReading& reading);
+  void show_reading(const LiveReading& reading);
   void show_stale();
   void tell_alarm();
   bool alarms_in_sight() const;

@@ -16,7 +16,7 @@ QVariant alignment(int column, bool number) {
 
 }  // namespace
 
-LiveSheet::LiveSheet(LiveBuffer& buffer, QObject* parent)
+LiveSheet::LiveSheet(const LiveBuffer& buffer, QObject* parent)
     : QAbstractTableModel(parent), buffer_(buffer), headers_(fixed_headers) {}
 
 void LiveSheet::set_channels(const LiveChannels& channels) {
@@ -36,18 +36,20 @@ void LiveSheet::clear() {
   endResetModel();
 }
 
-void LiveSheet::push(const QString& time, const LiveReading& values) {
-  const bool drops = buffer_.LiveCount() == LiveBuffer::capacity;
-  if (drops && rows_ == LiveBuffer::capacity) {
+void LiveSheet::begin_push() {
+  drops_ = buffer_.LiveCount() == LiveBuffer::capacity;
+  if (drops_ && rows_ == LiveBuffer::capacity) {
     beginRemoveRows({}, 0, 0);
     --rows_;
     endRemoveRows();
   }
   beginInsertRows({}, rows_, rows_);
-  buffer_.push(time, values);
+}
+
+void LiveSheet::end_push() {
   ++rows_;
   endInsertRows();
-  if (drops) Q_EMIT dataChanged(index(0, number_column), index(rows_ - 1, number_column));
+  if (drops_) Q_EMIT dataChanged(index(0, number_column), index(rows_ - 1, number_column));
 }
 
 int LiveSheet::rowCount(const QModelIndex& parent) const {

@@ -16,13 +16,14 @@ class LiveSheet final : public QAbstractTableModel {
 
  public:
   // The buffer outlives the sheet.
-  explicit LiveSheet(LiveBuffer& buffer, QObject* parent = nullptr);
+  explicit LiveSheet(const LiveBuffer& buffer, QObject* parent = nullptr);
 
   void set_channels(const LiveChannels& channels);
   // Leaves the header alone and no row.
   void clear();
-  // Puts a reading into the buffer and its row at the sheet's end.
-  void push(const QString& time, const LiveReading& values);
+  // The buffer is about to get a reading; it has got it.
+  void begin_push();
+  void end_push();
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -34,9 +35,10 @@ class LiveSheet final : public QAbstractTableModel {
   int slot_of(int row) const { return buffer_.LiveCount() - rows_ + row; }
   QString text(int slot, int column) const;
 
-  LiveBuffer& buffer_;
+  const LiveBuffer& buffer_;
   QStringList headers_;
   int rows_ = 0;
+  bool drops_ = false;  // the reading to come drops the buffer's oldest one
 };
 
 // Columns "Number", "Time", "Warn".

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr double zoom_step = 1.25;
 constexpr double right_of_cursor_twips = 30;
 constexpr double left_of_cursor_twips = 1417.5;
 
@@ -24,7 +23,7 @@ void LiveView::place(int slider, int live_count) {
 
 void LiveView::zoom(int button) {
   if (button == 0 && Span >= most_span) return;
-  const double wanted = button == 0 ? Span * zoom_step : Span / zoom_step;
+  const double wanted = button == 0 ? Span * zoom_factor : Span / zoom_factor;
   Span = std::clamp(to_int32(wanted), least_span, most_span);
 }
 

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <optional>
 
+#include "views/graph_view.h"
+
 class LiveView {
  public:
-  static constexpr std::int32_t least_span = 5;
+  static constexpr std::int32_t least_span = least_view;
   static constexpr std::int32_t most_span = 16384;
 
   // The number of readings that the graph's width is for, and the slots that it stands for. Slots

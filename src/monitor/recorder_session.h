@@ -9,12 +9,12 @@
 class RecorderSession {
  public:
   RecorderSession(ChildWindow& window, Shell& shell, RecorderTask task)
-      : running_(window), shell_(shell), turn_(Packet::recorder().use, task) {}
+      : kept_(window), shell_(shell), turn_(Packet::recorder().use, task) {}
 
   // The handler has the recorder; else it must leave it alone.
   bool granted() const { return static_cast<bool>(turn_); }
   // The window or the program has ended meanwhile: there is nobody to tell anything.
-  bool closed() const { return running_.unloaded() || shell_.shutting_down(); }
+  bool closed() const { return kept_.unloaded() || shell_.shutting_down(); }
   // Another task has taken over inside an endless wait; one of the same kind.
   bool overtaken() const { return turn_.overtaken(); }
   bool repeated() const { return turn_.repeated(); }
@@ -28,7 +28,7 @@ class RecorderSession {
   }
 
  private:
-  ChildWindow::Handler running_;
+  ChildWindow::KeepAlive kept_;
   Shell& shell_;
   RecorderUse::Turn turn_;
 };

@@ -43,7 +43,7 @@ LimitTexts SetupPane::limits(std::size_t channel) const {
 }
 
 void SetupPane::show_type() {
-  Text5->setText(User::DeviceTable.text(0, User::RecorderType));
+  Text5->setText(User::DeviceTable.type_name(User::RecorderType));
 }
 
 bool SetupPane::read_recorder(const RecorderSession& session) {
@@ -111,7 +111,7 @@ PatternSettings SetupPane::typed_settings() const {
   return settings;
 }
 
-std::optional<PatternSettings> SetupPane::take_typed(const QDateTime& now) {
+std::optional<PatternSettings> SetupPane::encode_typed(const QDateTime& now) {
   const PatternSettings settings = typed_settings();
   const bool taken = stop_at_first_failure([&] {
     if (settings.startup_type == StartupType::start_up) Text12->setText(QStringLiteral("0"));
@@ -127,7 +127,7 @@ void SetupPane::mark_limit(std::size_t index) {
   const std::size_t channel = index / 2;
   const bool used =
       static_cast<int>(channel) < live_channels(User::DeviceTable, User::RecorderType).count;
-  const bool marked = used && !alarm_limit(box.text());
+  const bool marked = used && !float_of(box.text());
   const QString reason =
       marked ? QStringLiteral("This is not a number: the limit guards nothing.") : QString();
   box.setToolTip(reason);

@@ -72,7 +72,7 @@ class SetupPane final : public QWidget {
 
   // Makes the bytes to send of what is typed at this moment; nothing when some of it cannot be
   // sent.
-  std::optional<PatternSettings> take_typed(const QDateTime& now);
+  std::optional<PatternSettings> encode_typed(const QDateTime& now);
   // Writes them and the typed limits into the recorder. False at the first request that fails three
   // times or when the session has ended.
   bool write_recorder(const RecorderSession& session, const PatternSettings& settings);

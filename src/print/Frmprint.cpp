@@ -122,17 +122,17 @@ void Frmprint::Form_Load() {
   Check1[0]->setEnabled(true);
   Check1[0]->setChecked(true);
   const Recording& recording = User::recording;
-  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  const auto channels = static_cast<std::size_t>(recording.clamped_channel_count());
   for (std::size_t c = 1; c < Check1.size(); ++c) {
     const bool present = c <= channels;
     Check1[c]->setEnabled(present);
     Check1[c]->setChecked(present);
     // Without a caption a reader of the screen would have nothing to say.
     Check1[c]->setAccessibleName(present ? QString() : Check1[c]->text());
-    Check1[c]->setText(present ? as_caption(recording.ChannelInfo[0][c - 1] + u'(' +
-                                            recording.ChannelInfo[1][c - 1] + u')')
+    const ChannelTexts<const QString> channel = recording.channel(c - 1);
+    Check1[c]->setText(present ? as_caption(channel.number + u'(' + channel.name + u')')
                                : QString());
-    Check1[c]->setToolTip(present ? plain_tool_tip(recording.ChannelInfo[1][c - 1]) : QString());
+    Check1[c]->setToolTip(present ? plain_tool_tip(channel.name) : QString());
     // A new text takes the shortcut away.
     give_letter(*Check1[c], QChar(u'0' + static_cast<char16_t>(c)));
   }

@@ -37,9 +37,6 @@ constexpr int time_steps = 4;
 // In twips.
 constexpr double thin_line = 6;
 constexpr double frame_line = 12;
-// Each channel is drawn this much lower than the one before, as on the screen, so that equal
-// values stay apart.
-constexpr double channel_shift = 3;
 
 // One frame with what belongs to it.
 class Graph {
@@ -70,15 +67,14 @@ class Graph {
   // Throws BoundsError when the view has samples outside the arrays.
   CurveSamples samples_of(int slot) const {
     const Recording& recording = view_.recording;
-    recording.SampleValues(view_.start, slot);
-    recording.SampleValues(std::int64_t{view_.start} + count_ - 1, slot);
+    recording.require_samples(view_.start, count_);
     const std::ptrdiff_t first = std::ptrdiff_t{view_.start} * Recording::channel_slots + slot;
     return {recording.all_values().data() + first, Recording::channel_slots, count_};
   }
 
   CurvePlace place_of(int slot) const {
     const auto c = static_cast<std::size_t>(slot);
-    const double shift = place_.slots_shown.size() > 1 ? channel_shift * slot : 0;
+    const double shift = place_.slots_shown.size() > 1 ? double{channel_shift_twips} * slot : 0;
     return {frame_.size(), view_.high[c], view_.low[c], shift};
   }
 
@@ -114,8 +110,7 @@ class Graph {
     draw_sample_line(place_.slots_shown[column], {left, top + line_height(size) / 2});
     painter().setPen(Qt::black);
     const double text_left = left + page_.across(scale_column_mm);
-    const auto& info = view_.recording.ChannelInfo;
-    paper_.text({text_left, top}, info[1][c] + u' ' + info[2][c],
+    paper_.text({text_left, top}, view_.recording.channel(c).name_and_unit(),
                 {{size}, page_.across(right_mm) - text_left});
   }
 

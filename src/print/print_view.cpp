@@ -1,5 +1,7 @@
 #include "print/print_view.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <functional>
 
@@ -12,14 +14,11 @@ namespace {
 
 void print_document(Printout& printout, const QString& title,
                     const std::function<void(QPainter&, QSizeF)>& draw) {
-  try {
-    QPainter& painter = printout.start_document(title);
-    draw(painter, printout.paper_size());
-    printout.end_document();
-  } catch (const RunTimeError&) {
-    printout.abort_document();
-    throw;
-  }
+  auto abort = qScopeGuard([&] { printout.abort_document(); });
+  QPainter& painter = printout.start_document(title);
+  draw(painter, printout.paper_size());
+  printout.end_document();
+  abort.dismiss();
 }
 
 }  // namespace

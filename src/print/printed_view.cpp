@@ -4,7 +4,7 @@
 
 std::vector<int> printed_slots(const PrintedView& view) {
   std::vector<int> slots_to_print;
-  for (int slot = 0; slot < view.recording.held_channels(); ++slot) {
+  for (int slot = 0; slot < view.recording.clamped_channel_count(); ++slot) {
     if (view.chosen[static_cast<std::size_t>(slot)]) slots_to_print.push_back(slot);
   }
   return slots_to_print;
@@ -12,6 +12,6 @@ std::vector<int> printed_slots(const PrintedView& view) {
 
 int printed_samples(const PrintedView& view) {
   const std::int64_t end = std::min<std::int64_t>(
-      std::int64_t{view.start} + view.recording.ViewCount, view.recording.held_samples());
+      std::int64_t{view.start} + view.recording.ViewCount, view.recording.clamped_sample_count());
   return static_cast<int>(std::max<std::int64_t>(0, end - view.start));
 }

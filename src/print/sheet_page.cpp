@@ -78,7 +78,7 @@ void draw_head(const Sheet& sheet) {
 }
 
 QString statistics_title(const PrintedView& view) {
-  const int all = view.recording.held_samples();
+  const int all = view.recording.clamped_sample_count();
   const int printed = printed_samples(view);
   QString title = QStringLiteral("Statistics of the whole recording (%1 samples)").arg(all);
   if (printed != all) {
@@ -115,12 +115,12 @@ void draw_statistics(const Sheet& sheet, double top) {
        after_name[2], after_name[3]});
   top += sheet_twips(sheet_mm.head_row);
   sheet.paper.rule({sheet.pages.left(), top}, {sheet.pages.right(), top}, Qt::black, thin_line);
-  const auto& info = sheet.view.recording.ChannelInfo;
   const auto& stats = sheet.view.recording.ChannelStats;
   for (const int slot : printed_slots(sheet.view)) {
     const auto c = static_cast<std::size_t>(slot);
+    const ChannelTexts<const QString> channel = sheet.view.recording.channel(c);
     row(top, sheet_twips(sheet_mm.row),
-        {info[0][c], info[1][c], info[2][c], fixed2(stats[0][c]), fixed2(stats[1][c]),
+        {channel.number, channel.name, channel.unit, fixed2(stats[0][c]), fixed2(stats[1][c]),
          fixed2(stats[2][c])});
     top += sheet_twips(sheet_mm.row);
   }
@@ -143,10 +143,11 @@ void draw_information(const Sheet& sheet) {
 
 // The name is cut, not the unit.
 QString head_text(const Recording& recording, std::size_t c, double room, TextStyle& style) {
-  const QString& name = recording.ChannelInfo[1][c];
-  const QString unit = u'(' + recording.ChannelInfo[2][c] + u')';
-  const double width = text_width(name + unit, style);
-  if (width <= room) return name + unit;
+  const QString& name = recording.channel(c).name;
+  const QString heading = recording.channel(c).heading();
+  const QString unit = heading.mid(name.size());
+  const double width = text_width(heading, style);
+  if (width <= room) return heading;
   style.points *= std::max(room / width, smallest_head);
   return cut_text(name, style, room - text_width(unit, style)) + unit;
 }

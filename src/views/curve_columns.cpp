@@ -17,8 +17,8 @@ CurveColumns::CurveColumns(const GraphCurves& curves, const SlotColours& colours
 
 void CurveColumns::draw_next(PixelRuns& picture) {
   advance();
-  share_out(picture);
-  if (!open_.empty()) resolve(picture);
+  draw_rows_of_one_curve(picture);
+  if (!open_.empty()) draw_rows_of_several(picture);
 }
 
 Rows CurveColumns::pass_next() {
@@ -30,10 +30,10 @@ void CurveColumns::advance() {
   ++column_;
   first_ = end_;
   while (end_ < columns_.size() && columns_[end_] == column_) ++end_;
-  for (Curve& curve : curves_) cover(curve);
+  for (Curve& curve : curves_) find_covered_rows(curve);
 }
 
-void CurveColumns::cover(Curve& curve) {
+void CurveColumns::find_covered_rows(Curve& curve) {
   curve.entering = curve.line.in(column_);
   curve.leaving = no_rows;
   curve.covered = curve.entering;
@@ -55,7 +55,7 @@ void CurveColumns::cover(Curve& curve) {
 }
 
 // Writes the rows that one curve alone covers; those that several cover are left open.
-void CurveColumns::share_out(PixelRuns& picture) {
+void CurveColumns::draw_rows_of_one_curve(PixelRuns& picture) {
   edges_.clear();
   for (const Curve& curve : curves_) {
     if (curve.covered.empty()) continue;
@@ -80,7 +80,7 @@ void CurveColumns::share_out(PixelRuns& picture) {
 }
 
 // Gives the open rows to the lines through them, the last line first.
-void CurveColumns::resolve(PixelRuns& picture) {
+void CurveColumns::draw_rows_of_several(PixelRuns& picture) {
   for (Curve& curve : curves_) {
     const auto values = in_column(curve);
     curve.rows.resize(values.size());
@@ -89,16 +89,16 @@ void CurveColumns::resolve(PixelRuns& picture) {
   const auto backwards = [this](const auto& visit) {
     std::for_each(curves_.rbegin(), curves_.rend(), visit);
   };
-  backwards([&](const Curve& curve) { give(curve.leaving, curve.colour, picture); });
+  backwards([&](const Curve& curve) { draw_open_rows_of(curve.leaving, curve.colour, picture); });
   for (std::size_t i = end_ - first_; i-- > 1 && !open_.empty();) {
     backwards([&](const Curve& curve) {
-      give(rows_between(curve.rows[i - 1], curve.rows[i]), curve.colour, picture);
+      draw_open_rows_of(rows_between(curve.rows[i - 1], curve.rows[i]), curve.colour, picture);
     });
   }
-  backwards([&](const Curve& curve) { give(curve.entering, curve.colour, picture); });
+  backwards([&](const Curve& curve) { draw_open_rows_of(curve.entering, curve.colour, picture); });
 }
 
-void CurveColumns::give(Rows line, QRgb colour, PixelRuns& picture) {
+void CurveColumns::draw_open_rows_of(Rows line, QRgb colour, PixelRuns& picture) {
   for (std::size_t k = 0; k < open_.size(); ++k) {
     const Rows open = open_[k];
     const Rows given = common(open, line);

@@ -39,10 +39,10 @@ class CurveColumns {
   };
 
   void advance();
-  void cover(Curve& curve);
-  void share_out(PixelRuns& picture);
-  void resolve(PixelRuns& picture);
-  void give(Rows line, QRgb colour, PixelRuns& picture);
+  void find_covered_rows(Curve& curve);
+  void draw_rows_of_one_curve(PixelRuns& picture);
+  void draw_rows_of_several(PixelRuns& picture);
+  void draw_open_rows_of(Rows line, QRgb colour, PixelRuns& picture);
   std::span<const float> in_column(const Curve& curve) const {
     return curve.values.subspan(first_, end_ - first_);
   }

@@ -4,10 +4,9 @@
 
 #include "app/recording.h"
 #include "base/times.h"
+#include "views/graph_view.h"
 
 namespace {
-
-constexpr std::int32_t least_view = 5;
 
 std::int32_t first_at_or_after(const Recording& recording, const QString& time) {
   for (std::int32_t n = 0; n < recording.SampleCount; ++n) {

@@ -22,9 +22,8 @@ void emphasise(QTreeWidgetItem& item) {
 
 }  // namespace
 
-frmdisplay::frmdisplay(Shell& shell) : shell_(shell) {
+frmdisplay::frmdisplay(Shell& shell, QWidget* parent) : ChildWindow(parent), shell_(shell) {
   build();
-  Form_Load();
 }
 
 void frmdisplay::Form_Load() {
@@ -50,14 +49,15 @@ void frmdisplay::fill_list() {
 
 void frmdisplay::load_graph() {
   Recording& recording = User::recording;
-  const auto& [number, name, unit, unused] = recording.ChannelInfo;
-  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  const auto channels = static_cast<std::size_t>(recording.clamped_channel_count());
   for (std::size_t c = 0; c < 4; ++c) {
-    for (std::size_t k = 0; k < 9; ++k) Label4[9 * c + k]->setVisible(c < channels);
+    for (std::size_t k = 0; k < labels_per_scale; ++k) {
+      Label4[labels_per_scale * c + k]->setVisible(c < channels);
+    }
     Line1[c]->setVisible(c < channels);
     for (const std::size_t label : {c, c + 4, c + 8}) Label3[label]->setVisible(c < channels);
     if (c >= channels) continue;
-    const QString title = name[c] + u' ' + unit[c];
+    const QString title = recording.channel(c).name_and_unit();
     for (const std::size_t label : {c, c + 4}) {
       Label3[label]->setText(title);
       Label3[label]->setToolTip(plain_tool_tip(title));
@@ -86,13 +86,13 @@ void frmdisplay::redraw() {
   Label1->setText(recording.SampleTimes(ViewStart));
   Label2->setText(recording.SampleTimes(ViewEnd));
   GraphCurves& curves = Pic1->new_curves();
-  curves.take(recording, ViewStart, recording.ViewCount);
+  curves.copy_view(recording, ViewStart, recording.ViewCount);
   for (std::size_t c = 0; c < curves.channels.size(); ++c) {
     const bool drawn = stop_at_first_failure([&] { redraw_channel(curves, c); });
     if (!drawn) return show_no_curves(c);
   }
   arrange();
-  show_at_cursor(cursor_sample(cursor_x(), Pic1->twips_width(), recording.ViewCount));
+  show_at_cursor(cursor_sample(cursor_twips(), Pic1->twips_width(), recording.ViewCount));
 }
 
 void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
@@ -103,7 +103,7 @@ void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
   auto& [values, high, low] = curves.channels[slot];
   const ChannelScale scale = channel_scale(values, limits);
   for (std::size_t k = 0; k < scale.labels.size(); ++k) {
-    QLabel& label = *Label4[9 * slot + k];
+    QLabel& label = *Label4[labels_per_scale * slot + k];
     label.setText(scale.labels[k]);
     // Inside the graph a text needs something behind it, an empty one must not hide the grid.
     label.setAutoFillBackground(slot >= 2 && !scale.labels[k].isEmpty());
@@ -116,7 +116,7 @@ void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
 // and the scales are from the slot on that has none.
 void frmdisplay::show_no_curves(std::size_t from_slot) {
   Pic1->new_curves().channels.clear();
-  for (std::size_t i = 9 * from_slot; i < Label4.size(); ++i) {
+  for (std::size_t i = labels_per_scale * from_slot; i < Label4.size(); ++i) {
     Label4[i]->clear();
     Label4[i]->setAutoFillBackground(false);
   }
@@ -136,14 +136,14 @@ void frmdisplay::cmd_Click(int index) {
 }
 
 void frmdisplay::cmd2_Click() {
-  const Handler running(*this);
+  const KeepAlive kept(*this);
   Frmwarn(shell_.messages(), shell_.window()).exec();
-  if (!running.unloaded()) RedrawGraph();
+  if (!kept.unloaded()) RedrawGraph();
 }
 
 // A download that ends under the open dialog brings a new window; the choice is then for that one.
 void frmdisplay::Cmd6_Click() {
-  const Handler running(*this);
+  const KeepAlive kept(*this);
   const auto show = [&shell = shell_](std::int32_t first) {
     if (frmdisplay* window = shell.loaded_display()) window->show_from(first);
   };
@@ -160,11 +160,10 @@ void frmdisplay::Pic1_MouseDown(float x) {
     const Recording& recording = User::recording;
     // An empty window has nothing to point at, whatever the closed Recording left behind.
     if (recording.SampleCount < 1) return;
-    const float width = Pic1->twips_width();
-    const Cursor clicked = {cursor_sample(x, width, recording.ViewCount), recording.ViewCount};
-    static_cast<void>(::cursor_x(clicked.sample, width, clicked.view_count));
-    cursor_ = clicked;
-    show_at_cursor(clicked.sample);
+    const std::int32_t count = recording.ViewCount;
+    if (count == 1) return;
+    cursor_ = {cursor_sample(x, Pic1->twips_width(), count), count};
+    show_at_cursor(cursor_.sample);
   });
 }
 
@@ -172,8 +171,9 @@ void frmdisplay::Pic1_KeyDown(CursorStep step) {
   stop_at_first_failure([&] {
     const Recording& recording = User::recording;
     const std::int32_t count = recording.ViewCount;
-    const std::int32_t sample = ViewStart + cursor_sample(cursor_x(), Pic1->twips_width(), count);
-    move_cursor(stepped(step, sample, page_of(count), recording.held_samples()));
+    const std::int32_t sample =
+        ViewStart + cursor_sample(cursor_twips(), Pic1->twips_width(), count);
+    move_cursor(stepped(step, sample, page_of(count), recording.clamped_sample_count()));
   });
 }
 
@@ -183,10 +183,9 @@ void frmdisplay::move_cursor(std::int32_t sample) {
   if (!cursor_shown_) return;
   if (sample < ViewStart) show_from(sample);
   if (sample > ViewEnd) show_from(sample - User::recording.ViewCount + 1);
-  const Cursor moved = {sample - ViewStart, User::recording.ViewCount};
-  static_cast<void>(::cursor_x(moved.sample, Pic1->twips_width(), moved.view_count));
-  cursor_ = moved;
-  show_at_cursor(moved.sample);
+  if (User::recording.ViewCount == 1) return;
+  cursor_ = {sample - ViewStart, User::recording.ViewCount};
+  show_at_cursor(cursor_.sample);
 }
 
 // Page Up leads back and Page Down on, as on the graph. False for other keys.
@@ -197,15 +196,15 @@ bool frmdisplay::Slider1_KeyDown(int key) {
   return true;
 }
 
-float frmdisplay::cursor_x() const {
-  return ::cursor_x(cursor_.sample, Pic1->twips_width(), cursor_.view_count);
+float frmdisplay::cursor_twips() const {
+  return cursor_x(cursor_.sample, Pic1->twips_width(), cursor_.view_count);
 }
 
 void frmdisplay::show_at_cursor(std::int32_t sample) {
   const Recording& recording = User::recording;
   const std::int64_t at = std::int64_t{ViewStart} + sample;
   QStringList texts = {recording.SampleTimes(at)};
-  for (int c = 0; c < recording.held_channels(); ++c) {
+  for (int c = 0; c < recording.clamped_channel_count(); ++c) {
     const auto slot = static_cast<std::size_t>(c);
     const QString value = general_number(recording.SampleValues(at, c));
     Label3[slot + 8]->setText(value);
@@ -215,7 +214,7 @@ void frmdisplay::show_at_cursor(std::int32_t sample) {
   cursor_shown_ = true;
   Pic1->show_value({.text = texts.join(QStringLiteral("; ")),
                     .sample = static_cast<int>(at) + 1,
-                    .samples = recording.held_samples()});
+                    .samples = recording.clamped_sample_count()});
   place_cursor();
   select_in_sheet(static_cast<std::int32_t>(at));
 }

@@ -21,8 +21,10 @@ class frmdisplay final : public ChildWindow {
   Q_OBJECT
 
  public:
-  // Loads the Recording as it stands.
-  explicit frmdisplay(Shell& shell);
+  frmdisplay(Shell& shell, QWidget* parent);
+
+  // Shows the Recording as it is now.
+  void Form_Load();
 
   // Shows the view that the slider and User::recording.ViewCount say.
   void RedrawGraph();
@@ -46,7 +48,7 @@ class frmdisplay final : public ChildWindow {
   QLabel* Label1;
   QLabel* Label2;
   // Scales: nine labels from top to bottom a channel slot.
-  std::array<QLabel*, 36> Label4{};
+  std::array<QLabel*, 4 * labels_per_scale> Label4{};
   // Per channel slot c: title of the scale c, legend c + 4, value at the cursor c + 8.
   std::array<QLabel*, 12> Label3{};
   // Colour swatches of the legend.
@@ -72,9 +74,8 @@ class frmdisplay final : public ChildWindow {
   void set_colours();
   void show_chosen();
   void arrange();
-  GraphTexts measure() const;
+  GraphTextSizes measure_texts() const;
 
-  void Form_Load();
   void fill_list();
   void load_graph();
   void redraw();
@@ -91,13 +92,13 @@ class frmdisplay final : public ChildWindow {
   void move_cursor(std::int32_t sample);
   void copy_graph() const;
 
-  float cursor_x() const;
+  float cursor_twips() const;
 
   Shell& shell_;
-  GraphTexts texts_;
+  GraphTextSizes text_sizes_;
   QSize arranged_page_;
-  // The cursor stands at this sample of a view of so many samples, and stays at its place in the
-  // picture when the view changes.
+  // The cursor is at sample `sample` of a view of `view_count` samples. When the view changes it
+  // keeps its place in the picture.
   struct Cursor {
     std::int32_t sample = 0;
     std::int32_t view_count = 2;

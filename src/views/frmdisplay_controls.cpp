@@ -142,7 +142,7 @@ void frmdisplay::build_graph_labels(QWidget& page) {
   Label1 = label(QStringLiteral("Label1"), &page, Qt::AlignLeft | Qt::AlignVCenter);
   Label2 = label(QStringLiteral("Label2"), &page, Qt::AlignLeft | Qt::AlignVCenter);
   for (std::size_t i = 0; i < Label4.size(); ++i) {
-    const std::size_t slot = i / 9;
+    const std::size_t slot = i / labels_per_scale;
     const bool inside = slot >= 2;
     const auto side = slot % 2 == (inside ? 1 : 0) ? Qt::AlignRight : Qt::AlignLeft;
     Label4[i] =
@@ -252,8 +252,9 @@ void frmdisplay::set_colours() {
     const QColor most_coloured = seen_through(window_text, text_share, QColor(curve_colours[c]));
     const QColor outside = readable_colour(most_coloured, window_text, around);
     const QColor inside = readable_colour(most_coloured, window_text, backgrounds);
-    for (std::size_t k = 0; k < 9; ++k) {
-      set_colours_of(Label4[9 * c + k], c < 2 ? outside : inside, behind(scale_opacity));
+    for (std::size_t k = 0; k < labels_per_scale; ++k) {
+      set_colours_of(Label4[labels_per_scale * c + k], c < 2 ? outside : inside,
+                     behind(scale_opacity));
     }
     for (const std::size_t i : {c, c + 4, c + 8}) set_colours_of(Label3[i], outside, window);
     set_colours_of(Line1[c], outside, QColor(curve_colours[c]));
@@ -262,37 +263,38 @@ void frmdisplay::set_colours() {
   set_colours_of(Label5, text, behind(time_opacity));
 }
 
-GraphTexts frmdisplay::measure() const {
+GraphTextSizes frmdisplay::measure_texts() const {
   const auto width = [](const QLabel* text) {
     return text->fontMetrics().horizontalAdvance(text->text());
   };
-  GraphTexts texts;
+  GraphTextSizes sizes;
   // Those that were loaded: a download may be filling the Recording with others.
-  texts.channels = static_cast<int>(std::count_if(
+  sizes.channels = static_cast<int>(std::count_if(
       Line1.begin(), Line1.end(), [](const QFrame* swatch) { return !swatch->isHidden(); }));
-  texts.line = fontMetrics().height();
-  texts.slider = Slider1->sizeHint().height();
-  texts.button = cmd2->sizeHint().height();
-  texts.legend = std::max(cmd2->sizeHint().width(), Cmd6->sizeHint().width());
-  for (std::size_t c = 0; c < static_cast<std::size_t>(texts.channels); ++c) {
-    texts.legend = std::max(texts.legend, width(Label3[c + 4]));
+  sizes.line = fontMetrics().height();
+  sizes.slider = Slider1->sizeHint().height();
+  sizes.button = cmd2->sizeHint().height();
+  sizes.legend = std::max(cmd2->sizeHint().width(), Cmd6->sizeHint().width());
+  for (std::size_t c = 0; c < static_cast<std::size_t>(sizes.channels); ++c) {
+    sizes.legend = std::max(sizes.legend, width(Label3[c + 4]));
     // The widest texts of a scale are at its ends.
-    texts.scales[c] = std::max(width(Label4[9 * c]), width(Label4[9 * c + 8]));
+    const std::size_t top = labels_per_scale * c;
+    sizes.scales[c] = std::max(width(Label4[top]), width(Label4[top + scale_steps]));
   }
-  return texts;
+  return sizes;
 }
 
 void frmdisplay::arrange() {
-  GraphTexts texts = measure();
+  GraphTextSizes sizes = measure_texts();
   // A scale that once needed more room keeps it: the graph does not jump while it is scrolled.
-  for (std::size_t c = 0; c < texts.scales.size(); ++c) {
-    texts.scales[c] = std::max(texts.scales[c], texts_.scales[c]);
+  for (std::size_t c = 0; c < sizes.scales.size(); ++c) {
+    sizes.scales[c] = std::max(sizes.scales[c], text_sizes_.scales[c]);
   }
   const QSize page = Pic1->parentWidget()->size();
-  if (texts == texts_ && page == arranged_page_) return;
-  texts_ = texts;
+  if (sizes == text_sizes_ && page == arranged_page_) return;
+  text_sizes_ = sizes;
   arranged_page_ = page;
-  const GraphLayout places = graph_layout(page, texts);
+  const GraphLayout places = graph_layout(page, sizes);
   Pic1->setGeometry(places.Pic1);
   Slider1->setGeometry(places.Slider1);
   Label1->setGeometry(places.Label1);
@@ -310,12 +312,12 @@ void frmdisplay::place_cursor() {
   Line2->setVisible(cursor_shown_);
   Label5->setVisible(cursor_shown_ && !Label5->text().isEmpty());
   if (!cursor_shown_) return;
-  const float x = cursor_x();
+  const float x = cursor_twips();
   Line2->setGeometry(Pic1->pixel(x), 0, 1, Pic1->height());
   // As wide as its longest word, be it wider than the step to the cursor's left.
   const int width = std::max(time_label_width, Label5->minimumSizeHint().width());
   const int height = Label5->heightForWidth(width);
-  const int middle = Pic1->height() * 15 / 16 - texts_.line / 4;
+  const int middle = Pic1->height() * 15 / 16 - text_sizes_.line / 4;
   const int left = qRound(time_label_left(x, Pic1->twips_width()) / twips_per_pixel);
   Label5->setGeometry(std::max(0, std::min(left, Pic1->width() - width)), middle - height / 2,
                       width, height);

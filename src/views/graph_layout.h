@@ -7,8 +7,10 @@
 
 #include <array>
 
+#include "views/graph_view.h"
+
 // What the texts need, in pixels of the window.
-struct GraphTexts {
+struct GraphTextSizes {
   int line = 0;                    // height of a line
   std::array<int, 4> scales = {};  // widest text of each slot's scale
   int legend = 0;                  // widest legend or button
@@ -16,7 +18,7 @@ struct GraphTexts {
   int slider = 0;                  // height of the slider
   int channels = 0;
 
-  bool operator==(const GraphTexts&) const = default;
+  bool operator==(const GraphTextSizes&) const = default;
 };
 
 struct GraphLayout {
@@ -25,11 +27,11 @@ struct GraphLayout {
   QRect Label1;
   QRect Label2;
   // A scale's labels from top to bottom, slot after slot; those of slots 2 and 3 inside Pic1.
-  std::array<QRect, 36> Label4;
+  std::array<QRect, 4 * labels_per_scale> Label4;
   // Titles of the scales, legend texts, values at the cursor.
   std::array<QRect, 12> Label3;
   std::array<QRect, 4> Line1;
   std::array<QRect, 4> buttons;
 };
 
-GraphLayout graph_layout(QSize page, const GraphTexts& texts);
+GraphLayout graph_layout(QSize page, const GraphTextSizes& sizes);

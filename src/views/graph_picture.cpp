@@ -6,9 +6,6 @@
 namespace {
 
 constexpr int grid_cells = 16;
-// Each channel is drawn so much lower than the one before it, so that equal values can be told
-// apart.
-constexpr float channel_step_twips = 3.0F;
 
 // Half the curve's colour and half the background's.
 QRgb pale(QRgb colour, QRgb background) {
@@ -88,14 +85,12 @@ int GraphCurves::samples() const {
   return channels.empty() ? 0 : static_cast<int>(channels.front().values.size());
 }
 
-void GraphCurves::take(const Recording& recording, std::int32_t start, std::int32_t count) {
+void GraphCurves::copy_view(const Recording& recording, std::int32_t start, std::int32_t count) {
   const auto samples = static_cast<std::size_t>(std::max(1, count));
-  // Asked for the ends once, so that the loop need not ask for each.
-  static_cast<void>(recording.SampleValues(start, 0));
-  static_cast<void>(recording.SampleValues(start + static_cast<std::int64_t>(samples) - 1, 0));
+  recording.require_samples(start, static_cast<std::int64_t>(samples));
   const auto from =
       recording.all_values().subspan(static_cast<std::size_t>(start) * Recording::channel_slots);
-  channels.resize(static_cast<std::size_t>(recording.held_channels()));
+  channels.resize(static_cast<std::size_t>(recording.clamped_channel_count()));
   for (std::size_t c = 0; c < channels.size(); ++c) {
     std::vector<float>& values = channels[c].values;
     values.resize(samples);
@@ -124,7 +119,7 @@ ValueRows::ValueRows(const GraphCurves::Channel& channel, int slot, const Pictur
     : low_(channel.low),
       range_(channel.high - channel.low),
       height_(size.height),
-      offset_(channel_step_twips * static_cast<float>(slot)),
+      offset_(channel_shift_twips * static_cast<float>(slot)),
       pixels_per_twip_(pixels_per_twip(size.pixels.height(), size.height, size.line)) {}
 
 std::vector<int> grid_lines(int pixels, float twips, int line) {

@@ -35,7 +35,7 @@ struct GraphCurves {
 
   // Takes the values of `count` samples, but at least one, from `start` on; the scales are left
   // alone. Throws BoundsError when a sample lies outside the arrays, and then takes nothing.
-  void take(const Recording& recording, std::int32_t start, std::int32_t count);
+  void copy_view(const Recording& recording, std::int32_t start, std::int32_t count);
 };
 
 // A picture's size in device pixels and in twips.

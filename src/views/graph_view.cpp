@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr double zoom_step = 1.25;
-constexpr std::int32_t least_view = 5;
-
 // Room above and below the extremes of an automatic scale, and the same for a scale too narrow to
 // be labelled; in the channel's unit.
 constexpr float automatic_margin = 5.0F;
@@ -34,7 +31,7 @@ std::int32_t view_start(int slider, int slider_maximum, std::int32_t sample_coun
 
 std::optional<std::int32_t> zoomed(Zoom zoom, std::int32_t view_count, std::int32_t sample_count) {
   if (zoom == Zoom::out && view_count >= sample_count) return std::nullopt;
-  const double wanted = zoom == Zoom::in ? view_count / zoom_step : view_count * zoom_step;
+  const double wanted = zoom == Zoom::in ? view_count / zoom_factor : view_count * zoom_factor;
   return std::min(std::max(to_int32(wanted), least_view), sample_count);
 }
 
@@ -81,9 +78,8 @@ QString scale_label(float high, float low, int row) {
 namespace {
 
 // Single precision has an end, and a scale beyond it cannot be drawn.
-float finite(float value) {
+void require_finite(float value) {
   if (!std::isfinite(value)) throw RunTimeError("overflow");
-  return value;
 }
 
 }  // namespace
@@ -99,10 +95,11 @@ ChannelScale channel_scale(std::span<const float> values,
     bottom -= automatic_margin;
   }
   ChannelScale scale;
-  // The last step is the largest number on the way to a label.
-  const float range = finite(top - bottom);
+  const float range = top - bottom;
+  require_finite(range);
   if (range >= narrow_range) {
-    static_cast<void>(finite(range * scale_steps));
+    // The largest number on the way to a label.
+    require_finite(range * scale_steps);
     for (int row = 0; row <= scale_steps; ++row) {
       scale.labels[static_cast<std::size_t>(row)] = scale_label(top, bottom, row);
     }

@@ -16,6 +16,11 @@ std::int32_t view_start(int slider, int slider_maximum, std::int32_t sample_coun
 
 enum class Zoom { out, in };
 
+// A step of zoom multiplies or divides the number of samples in view by this.
+inline constexpr double zoom_factor = 1.25;
+// The fewest samples that zooming in or choosing a time leaves in view.
+inline constexpr std::int32_t least_view = 5;
+
 // The number of samples in view after one step of zoom; nothing where the step does nothing at all
 // (out of the whole Recording). Throws ConversionError when the number does not fit.
 std::optional<std::int32_t> zoomed(Zoom zoom, std::int32_t view_count, std::int32_t sample_count);
@@ -49,6 +54,10 @@ float time_label_left(float cursor, float width);
 
 // A scale's labels divide it into this many steps.
 inline constexpr int scale_steps = 8;
+inline constexpr int labels_per_scale = scale_steps + 1;
+// Each channel's curve is drawn this much lower than the one before, on the screen and on paper, so
+// that equal values can be told apart.
+inline constexpr float channel_shift_twips = 3.0F;
 // The label at row 0 (`high`) to 8 (`low`), the same on the screen and on paper: computed in single
 // precision from the bottom up.
 QString scale_label(float high, float low, int row);
@@ -57,7 +66,7 @@ QString scale_label(float high, float low, int row);
 struct ChannelScale {
   float high = 0;
   float low = 0;
-  std::array<QString, scale_steps + 1> labels;
+  std::array<QString, labels_per_scale> labels;
 };
 
 // Fixed limits of a scale, in the channel's unit.

@@ -16,8 +16,8 @@ constexpr int first_value_column = 2;
 SheetModel::SheetModel(const Recording& recording, QObject* parent)
     : QAbstractTableModel(parent),
       recording_(recording),
-      samples_(recording.held_samples()),
-      channels_(recording.held_channels()) {}
+      samples_(recording.clamped_sample_count()),
+      channels_(recording.clamped_channel_count()) {}
 
 int SheetModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : samples_;
@@ -47,9 +47,7 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
   if (section == number_column) return QStringLiteral("Number");
   if (section == time_column) return QStringLiteral("Time");
-  const auto slot = static_cast<std::size_t>(section - first_value_column);
-  const auto& [number, name, unit, unused] = recording_.ChannelInfo;
-  return QString(name[slot] + u'(' + unit[slot] + u')');
+  return recording_.channel(static_cast<std::size_t>(section - first_value_column)).heading();
 }
 
 QString selection_text(const QItemSelection& selection, Headings headings) {

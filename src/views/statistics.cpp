@@ -13,12 +13,12 @@ void compute_statistics(Recording& recording) {
   for (std::size_t c = 0; c < Recording::max_channels; ++c) {
     maximum[c] = minimum[c] = average[c] = recording.SampleValues(0, static_cast<int>(c));
   }
-  const auto channels = static_cast<std::size_t>(recording.held_channels());
+  const auto channels = static_cast<std::size_t>(recording.clamped_channel_count());
   const double count = recording.SampleCount;
   for (std::size_t c = 0; c < channels; ++c) average[c] /= count;
 
   const std::span<const float> values = recording.all_values();
-  const auto held = static_cast<std::size_t>(recording.held_samples());
+  const auto held = static_cast<std::size_t>(recording.clamped_sample_count());
   for (std::size_t n = 1; n < held; ++n) {
     for (std::size_t c = 0; c < channels; ++c) {
       const float x = values[n * Recording::channel_slots + c];
@@ -52,12 +52,12 @@ std::vector<InformationRow> information_rows(const Recording& recording) {
       [&] { return recording.SampleTimes(std::int64_t{recording.SampleCount} - 1); });
   add(QStringLiteral("Interval Time"),
       [&] { return interval_text(recording.SampleTimes(0), recording.SampleTimes(1)); });
-  const auto& [number, name, unit, unused] = recording.ChannelInfo;
-  const auto& [maximum, minimum, average, unused_too] = recording.ChannelStats;
-  for (std::size_t c = 0; c < static_cast<std::size_t>(recording.held_channels()); ++c) {
-    add(QStringLiteral("Channel No."), [&, &text = number[c]] { return text; });
-    add(QStringLiteral("Channel Name"), [&, &text = name[c]] { return text; });
-    add(QStringLiteral("Unit"), [&, &text = unit[c]] { return text; });
+  const auto& [maximum, minimum, average, unused] = recording.ChannelStats;
+  for (std::size_t c = 0; c < static_cast<std::size_t>(recording.clamped_channel_count()); ++c) {
+    const ChannelTexts<const QString> channel = recording.channel(c);
+    add(QStringLiteral("Channel No."), [&] { return channel.number; });
+    add(QStringLiteral("Channel Name"), [&] { return channel.name; });
+    add(QStringLiteral("Unit"), [&] { return channel.unit; });
     add(QStringLiteral("Max."), [x = maximum[c]] { return fixed2(x); });
     add(QStringLiteral("Min."), [x = minimum[c]] { return fixed2(x); });
     add(QStringLiteral("Average"), [x = average[c]] { return fixed2(x); });

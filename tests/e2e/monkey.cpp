@@ -78,7 +78,7 @@ class Monkey : public QObject {
     if (window_->PrgB1->value() != 0 && !linked) fail("the progress bar stands");
     forget();
     linked_ += linked;
-    with_recording_ += User::recording.held_samples() > 0;
+    with_recording_ += User::recording.clamped_sample_count() > 0;
     if (auto* window = window_->loaded_realtime()) {
       most_live_ = std::max(most_live_, window->live().monitor().buffer.LiveCount());
     }

@@ -17,11 +17,11 @@ void show(Recording& recording) {
   const PictureSize size = picture_size({64, 48}, {64, 48}, 1);
   GraphPicture picture;
   GraphCurves& curves = picture.new_curves();
-  curves.span = recording.held_samples();
-  curves.channels.resize(static_cast<std::size_t>(recording.held_channels()));
+  curves.span = recording.clamped_sample_count();
+  curves.channels.resize(static_cast<std::size_t>(recording.clamped_channel_count()));
   if (curves.channels.empty() || curves.span == 0) return;
   holds([&] {
-    curves.take(recording, 0, recording.held_samples());
+    curves.copy_view(recording, 0, recording.clamped_sample_count());
     for (GraphCurves::Channel& channel : curves.channels) {
       const ChannelScale scale = channel_scale(channel.values, {});
       channel = {channel.values, scale.high, scale.low};

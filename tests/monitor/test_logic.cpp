@@ -54,7 +54,10 @@ class TestMonitorLogic : public QObject {
     auto add_until = [&, n = 0](int last) mutable {
       for (; n < last;) {
         const float value = ++n % 2 && n < 20000 ? 0 : 11;
-        if (live.add(QString::number(n), {value, value}, {alarm_limits(u"10", u"")})) saves << n;
+        live.add(QString::number(n), {value, value}, {alarm_limits(u"10", u"")});
+        if (!live.save_due()) continue;
+        saves << n;
+        live.SaveCounter = 0;
       }
     };
     const auto row = [](const auto& sheet, int n) { return row_text(&sheet, n, 2); };
@@ -109,7 +112,7 @@ class TestMonitorLogic : public QObject {
     LiveView view;
     view.FirstShown = 2;
     GraphCurves curves;
-    take_live_curves(curves, buffer, view, 2);
+    copy_live_curves(curves, buffer, view, 2);
     QCOMPARE(curves.span, 128);
     QCOMPARE(curves.channels[1].values, std::vector<float>({12, 13, 14}));
     QCOMPARE(curves.channels[1].high - curves.channels[1].low, 160.0F);
