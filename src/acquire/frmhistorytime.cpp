@@ -39,10 +39,10 @@ void frmhistorytime::build() {
     auto* list = new QComboBox(this);
     list->setObjectName(name);
     list->setAccessibleName(caption);
-    speak_choice(*list);
     auto* label = new QLabel(caption, this);
     label->setBuddy(list);
     give_letter(*label, caption.front());
+    speak_choice(*list);
     grid->addWidget(label, row, 0);
     grid->addWidget(list, row, 1);
     return list;

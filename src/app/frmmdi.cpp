@@ -229,7 +229,7 @@ void frmmdi::set_panel(int panel, const QString& text) {
 void frmmdi::set_progress(int value, const QString& text) {
   const bool step_done = value / spoken_step > PrgB1->value() / spoken_step;
   PrgB1->setValue(value);
-  if (step_done) announce(*Sts1[0], text);
+  if (step_done) announce(*this, text);
   Text1->setText(text);
   const QString style = value == 0 && text.isEmpty() ? empty_progress : QString();
   if (PrgB1->styleSheet() != style) PrgB1->setStyleSheet(style);

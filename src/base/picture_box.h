@@ -24,8 +24,6 @@ class PictureBox : public QWidget {
   void resized();
 
  protected:
-  // The picture as it was last drawn.
-  const QImage& image() const { return image_; }
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

@@ -60,12 +60,12 @@ void frmport::build() {
   Combo1 = new QComboBox(this);
   Combo1->setObjectName(QStringLiteral("Combo1"));
   Combo1->setAccessibleName(Label1->text());
-  speak_choice(*Combo1);
   // A long name is cut in the field and whole in the list and the tool tip.
   Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   Combo1->setMinimumContentsLength(22);
   Label1->setBuddy(Combo1);
   give_letter(*Label1, u'R');
+  speak_choice(*Combo1);
   connect(Combo1, &QComboBox::currentTextChanged, this,
           [this](const QString& type) { Combo1->setToolTip(plain_tool_tip(type)); });
 

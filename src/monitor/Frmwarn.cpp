@@ -63,7 +63,7 @@ QWidget* Frmwarn::build_channel(std::size_t channel) {
     const std::size_t index = 2 * channel + which;
     auto* box = new QLineEdit(page);
     box->setObjectName(QStringLiteral("Text1(%1)").arg(index));
-    box->setAccessibleName(QStringLiteral("%1, channel %2").arg(captions[which]).arg(channel + 1));
+    box->setAccessibleName(captions[which] + QStringLiteral(", ") + channel_text(channel));
     auto* label = new QLabel(captions[which], page);
     label->setBuddy(box);
     give_letter(*label, captions[which].front());

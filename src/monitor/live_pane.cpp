@@ -180,7 +180,7 @@ void LivePane::show_readings() {
     };
     QLabel& value = label(value_label);
     if (status.alarmed() && !value.font().bold()) {
-      announce(value, texts[name_label] + QStringLiteral(" Out Of Range ") + value.text());
+      announce(*this, texts[name_label] + QStringLiteral(" Out Of Range ") + value.text());
     }
     show_alarm(value, status.alarmed());
     show_alarm(label(up_limit_label), !float_of(limits.up));

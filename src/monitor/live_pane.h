@@ -80,6 +80,7 @@ class LivePane final : public QWidget {
   void cmd_Click(int index);
   void Pic1_MouseDown(float x);
   void Pic1_KeyDown(CursorStep step);
+  void move_cursor(std::int64_t reading);
 
   void show_reading(const LiveReading& reading);
   void show_stale();

@@ -106,6 +106,7 @@ QWidget* LivePane::build_graph_page() {
   connect(Pic1, &GraphSurface::resized, this, &LivePane::place_cursor);
   connect(Pic1, &GraphSurface::MouseDown, this, &LivePane::Pic1_MouseDown);
   connect(Pic1, &GraphSurface::cursor_step, this, &LivePane::Pic1_KeyDown);
+  connect(Pic1, &GraphSurface::sample_wanted, this, &LivePane::move_cursor);
   connect(Pic1, &GraphSurface::zoom_step, this, [this](bool in) { cmd_Click(in ? 1 : 0); });
   connect(Pic1, &GraphSurface::copy_wanted, page, [page] {
     QList<QWidget*> parts = page->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);

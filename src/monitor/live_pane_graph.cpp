@@ -45,7 +45,15 @@ void LivePane::Pic1_KeyDown(CursorStep step) {
   if (!last) return;
   const int from = cursor_slot().value_or(*last) - view_.FirstShown;
   const int to = stepped(step, from, page_of(view_.Span), view_.Span);
-  cursor_ = monitor_.buffer.dropped() + std::min(view_.FirstShown + to, *last);
+  move_cursor(monitor_.buffer.dropped() + view_.FirstShown + to);
+}
+
+// To a reading counted from the first one since the window opened, or the nearest one in sight.
+void LivePane::move_cursor(std::int64_t reading) {
+  const auto last = view_.last_reading(monitor_.buffer.LiveCount());
+  if (!last) return;
+  const std::int64_t dropped = monitor_.buffer.dropped();
+  cursor_ = std::clamp(reading, dropped + view_.FirstShown, dropped + *last);
   place_cursor();
 }
 

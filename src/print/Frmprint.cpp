@@ -83,12 +83,12 @@ void Frmprint::build_pages() {
   Combo1 = new QComboBox(this);
   Combo1->setObjectName(QStringLiteral("Combo1"));
   Combo1->setAccessibleName(Label1->text());
-  speak_choice(*Combo1);
   Combo1->setEditable(true);
   Combo1->setInsertPolicy(QComboBox::NoInsert);
   Combo1->setCompleter(nullptr);
   Label1->setBuddy(Combo1);
   give_letter(*Label1, u'P');
+  speak_choice(*Combo1);
   Cmd3 = new QPushButton(QStringLiteral("Printer Set"), this);
   Cmd3->setObjectName(QStringLiteral("Cmd3"));
   give_letter(*Cmd3, u'R');

@@ -151,7 +151,11 @@ void frmdisplay::Cmd6_Click() {
 }
 
 void frmdisplay::show_from(std::int32_t first) {
-  Slider1->setValue(first);
+  {
+    // Else it would redraw a first time.
+    const QSignalBlocker quiet(Slider1);
+    Slider1->setValue(first);
+  }
   RedrawGraph();
 }
 
@@ -181,18 +185,26 @@ void frmdisplay::Pic1_KeyDown(CursorStep step) {
 // is nothing to move.
 void frmdisplay::move_cursor(std::int32_t sample) {
   if (!cursor_shown_) return;
-  if (sample < ViewStart) show_from(sample);
-  if (sample > ViewEnd) show_from(sample - User::recording.ViewCount + 1);
-  if (User::recording.ViewCount == 1) return;
-  cursor_ = {sample - ViewStart, User::recording.ViewCount};
-  show_at_cursor(cursor_.sample);
+  const std::int32_t count = User::recording.ViewCount;
+  if (count == 1) return;
+  sample = std::clamp(sample, 0, User::recording.clamped_sample_count() - 1);
+  std::int32_t first = ViewStart;
+  if (sample < ViewStart) first = sample;
+  if (sample > ViewEnd) first = sample - count + 1;
+  // First, so that the redraw shows this sample and none on the way to it.
+  cursor_ = {sample - first, count};
+  first == ViewStart ? show_at_cursor(cursor_.sample) : show_from(first);
 }
 
-// Page Up leads back and Page Down on, as on the graph. False for other keys.
+// Page Up leads back and Page Down on, as on the graph. The view is what moves: the slider's handle
+// can be farther on than the last view begins. False for other keys.
 bool frmdisplay::Slider1_KeyDown(int key) {
-  if (key != Qt::Key_PageUp && key != Qt::Key_PageDown) return false;
   const int page = page_of(User::recording.ViewCount);
-  Slider1->setValue(ViewStart + (key == Qt::Key_PageUp ? -page : page));
+  const QHash<int, int> steps = {{Qt::Key_Left, -1},      {Qt::Key_Down, -1},
+                                 {Qt::Key_Right, 1},      {Qt::Key_Up, 1},
+                                 {Qt::Key_PageUp, -page}, {Qt::Key_PageDown, page}};
+  if (!steps.contains(key)) return false;
+  Slider1->setValue(ViewStart + steps.value(key));
   return true;
 }
 

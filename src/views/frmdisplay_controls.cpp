@@ -317,10 +317,10 @@ void frmdisplay::place_cursor() {
   // As wide as its longest word, be it wider than the step to the cursor's left.
   const int width = std::max(time_label_width, Label5->minimumSizeHint().width());
   const int height = Label5->heightForWidth(width);
-  const int middle = Pic1->height() * 15 / 16 - text_sizes_.line / 4;
+  const int top = Pic1->height() * 15 / 16 - text_sizes_.line / 4 - height / 2;
   const int left = qRound(time_label_left(x, Pic1->twips_width()) / twips_per_pixel);
-  Label5->setGeometry(std::max(0, std::min(left, Pic1->width() - width)), middle - height / 2,
-                      width, height);
+  Label5->setGeometry(std::max(0, std::min(left, Pic1->width() - width)),
+                      std::max(0, std::min(top, Pic1->height() - height)), width, height);
 }
 
 bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {

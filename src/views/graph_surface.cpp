@@ -103,6 +103,8 @@ void GraphSurface::add_legend(QWidget& part, int slot) {
 
 bool GraphSurface::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress && legend_.contains(watched)) {
+    // The keys that end it are the graph's.
+    setFocus(Qt::MouseFocusReason);
     choose(legend_.value(watched));
   }
   return PictureBox::eventFilter(watched, event);

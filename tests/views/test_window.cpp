@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "app/user.h"
+#include "base/contrast.h"
 #include "monitor/Frmwarn.h"
 #include "support/dialogs.h"
 #include "support/recordings.h"
@@ -133,6 +134,14 @@ class TestDisplay : public QObject {
       QTest::keyClick(window_->Slider1, key);
     }
     QCOMPARE(window_->ViewStart, 71);
+    // From the handle's last place too an arrow key moves the view at once.
+    for (const Qt::Key key : {Qt::Key_End, Qt::Key_Left}) QTest::keyClick(window_->Slider1, key);
+    QCOMPARE(window_->ViewStart, 78);
+    // A cell chosen outside the view is all that is marked.
+    QTest::keyClick(window_->Pic1, Qt::Key_End);
+    window_->MSFlG1->setFocus();
+    window_->MSFlG1->setCurrentIndex(window_->MSFlG1->model()->index(5, 2));
+    QCOMPARE(window_->MSFlG1->selectionModel()->selectedIndexes().size(), 1);
     QTest::keyClick(window_->Pic1, Qt::Key_Minus);
     QCOMPARE(User::recording.ViewCount, 28);
   }
@@ -162,9 +171,10 @@ class TestDisplay : public QObject {
     QCOMPARE(forward(), 1);
     QVERIFY(window_->Pic1->grab().toImage() != before);
     QTest::keyClick(window_->Pic1, Qt::Key_Escape);
+    window_->lv1->setFocus();
     QTest::mouseClick(window_->Label3[4], Qt::LeftButton);
     QCOMPARE(forward(), 0);
-    QTest::keyClick(window_->Pic1, Qt::Key_1);
+    QTest::keyClick(shell_.focusWidget(), Qt::Key_1);
     QCOMPARE(window_->Pic1->grab().toImage(), before);
     window_->Pic1->setFocus();
     QTest::keySequence(window_->Pic1, QKeySequence::Copy);
@@ -172,24 +182,71 @@ class TestDisplay : public QObject {
     QVERIFY(copied.width() > before.width() && copied.height() > before.height());
   }
 
+  // Every text has its contrast on light and on dark; the focus hides nothing of the picture.
+  void look() {
+    open(50, 4);
+    const QPalette before = QApplication::palette();
+    for (const QColor& window : {QColor(239, 239, 239), QColor(49, 54, 59)}) {
+      QApplication::setPalette(QPalette(window));
+      const auto colour = [&](const QLabel* label, QPalette::ColorRole role) {
+        return label->palette().color(role);
+      };
+      for (const QLabel* label : window_->findChildren<QLabel*>()) {
+        QVERIFY(contrast(colour(label, QPalette::WindowText), colour(label, QPalette::Window)) >=
+                4.5);
+      }
+    }
+    QApplication::setPalette(before);
+    QWidget& page = *window_->Pic1->parentWidget();
+    window_->lv1->setFocus();
+    const QImage without = page.grab(window_->Pic1->geometry()).toImage();
+    window_->Pic1->setFocus();
+    QCOMPARE(page.grab(window_->Pic1->geometry()).toImage(), without);
+  }
+
   void read_to_those_who_do_not_see() {
     open(30, 2);
     QAccessibleInterface* graph = QAccessible::queryAccessibleInterface(window_->Pic1);
     QCOMPARE(graph->role(), QAccessible::SpinBox);
     QCOMPARE(graph->text(QAccessible::Name), "Graph");
-    graph->valueInterface()->setCurrentValue(8);
+    for (const int wanted : {0, 99, 8}) graph->valueInterface()->setCurrentValue(wanted);
     QCOMPARE(graph->valueInterface()->currentValue().toInt(), 8);
     QCOMPARE(graph->textInterface()->text(0, 99), "2026-03-01 08:07:00; Air C 7; Humidity %RH 107");
+    // What is said without being asked for is a notification beside the labels, which keep theirs.
+    QLabel& panel = *shell_.Sts1[1];
+    QAccessible::queryAccessibleInterface(&panel);
+    for (const auto text : {"Link Ok", "Link Error"}) shell_.set_panel(2, text);
+    const auto* said = shell_.findChild<QWidget*>("announcer", Qt::FindDirectChildrenOnly);
+    QVERIFY(said);
+    const auto of = [](const QWidget* widget) {
+      return QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+    };
+    QCOMPARE(of(said)->role(), QAccessible::Notification);
+    QCOMPARE(of(said)->text(QAccessible::Name), "Link Error");
+    shell_.set_progress(30, "30%");
+    QCOMPARE(of(said)->text(QAccessible::Name), "30%");
+    QCOMPARE(of(&panel)->text(QAccessible::Name), "Link Error");
+    const auto look = when_shown<Frmwarn>([&of](Frmwarn& dialog) {
+      QCOMPARE(of(dialog.Text1[2])->text(QAccessible::Name), "Up Limit, Channel 2: Humidity");
+      dialog.reject();
+    });
+    window_->cmd2_Click();
   }
 
   // The commands are there before the window is: they load it.
   void commands_load_the_window() {
-    for (const auto command : {"in", "out", "limit", "setdisplaytime"}) {
+    for (const auto& [command, name] :
+         {std::pair{"in", ""}, {"out", ""}, {"limit", "Frmwarn"}, {"setdisplaytime", "frmdate"}}) {
       open(20, 1);
       shell_.unload_display();
-      const auto leave = when_shown<QDialog>([](QDialog& dialog) { dialog.reject(); });
+      QString shown;
+      const auto leave = when_shown<QDialog>([&shown](QDialog& dialog) {
+        shown = dialog.objectName();
+        dialog.reject();
+      });
       world_.main.run(command);
       QVERIFY(shell_.loaded_display());
+      QCOMPARE(shown, name);
       QCOMPARE(User::recording.ViewCount, command == QByteArray("in") ? 16 : 20);
     }
   }
