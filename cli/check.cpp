@@ -1,6 +1,4 @@
 // check: what is the matter with a line.
-#include <QFile>
-
 #include "base/errors.h"
 #include "cli/check_frames.h"
 #include "cli/check_verdict.h"
@@ -9,6 +7,7 @@
 #include "cli/output.h"
 #include "cli/port_state.h"
 #include "cli/traced_port.h"
+#include "data/whole_file.h"
 
 namespace {
 
@@ -43,6 +42,7 @@ class Check {
   void exchange(const Probe& probe);
   void collect();
   void await_late(qsizetype bytes);
+  void take_late(const TracedBytes& frame, const QString& meaning);
   // Takes what was sent out of the trace, and gives the answer that is left.
   QByteArray tell_sent(const Probe& probe, std::vector<TracedBytes>& trace);
   void tell(const QString& text);
@@ -57,6 +57,8 @@ class Check {
   TracedPort port_;
   RecorderLink link_;
   Findings findings_;
+  Request asked_;      // the last one
+  QByteArray answer_;  // all that has come for it
 };
 
 int fixed_port(const Arguments& arguments) {
@@ -84,13 +86,7 @@ int Check::conclude(const QString& sentence, const QString& advice, bool good) {
   tell(QStringLiteral("\nVerdict: %1\n").arg(sentence));
   if (!advice.isEmpty()) tell(QStringLiteral("Try next: %1\n").arg(advice));
   if (!log_path_.isEmpty()) {
-    write_whole(log_path_, [this](const QString& name) {
-      QFile file(name);
-      const QByteArray bytes = log_.toUtf8();
-      const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                           file.write(bytes) == bytes.size();
-      if (!written) throw FileError(file.errorString().toStdString());
-    });
+    write_file(log_path_, [this] { write_whole_file(log_path_, log_.toStdString()); });
   }
   return good ? exit_status::fine : exit_status::no_recorder;
 }
@@ -121,8 +117,22 @@ void Check::await_late(qsizetype bytes) {
   });
   collect();
   for (const TracedBytes& frame : port_.take_trace()) {
+    take_late(frame, QStringLiteral("%1 bytes, too late"));
+  }
+}
+
+// The answer came too late where these bytes make it right; otherwise they are noise.
+void Check::take_late(const TracedBytes& frame, const QString& meaning) {
+  tell(frame_text(frame, meaning.arg(frame.bytes.size())));
+  if (findings_.requests == 0) return;
+  const Outcome before = outcome_of(asked_, answer_);
+  answer_ += frame.bytes;
+  const Outcome now = outcome_of(asked_, answer_);
+  if (now != Outcome::right) {
+    --findings_.outcomes[before];
+    ++findings_.outcomes[now];
+  } else if (before != Outcome::right) {
     ++findings_.late;
-    tell(frame_text(frame, QStringLiteral("%1 bytes, too late").arg(frame.bytes.size())));
   }
 }
 
@@ -137,9 +147,7 @@ QByteArray Check::tell_sent(const Probe& probe, std::vector<TracedBytes>& trace)
       tell(frame_text(frame, sent == 1 ? QStringLiteral("address, sent with mark parity")
                                        : probe.name + QStringLiteral(", sent with space parity")));
     } else {
-      ++findings_.late;
-      tell(frame_text(frame,
-                      QStringLiteral("%1 bytes left over from before").arg(frame.bytes.size())));
+      take_late(frame, QStringLiteral("%1 bytes left over from before"));
     }
   }
   trace.erase(trace.begin(), trace.begin() + static_cast<std::ptrdiff_t>(told));
@@ -153,7 +161,9 @@ void Check::exchange(const Probe& probe) {
   collect();
   std::vector<TracedBytes> trace = port_.take_trace();
   const QByteArray answer = tell_sent(probe, trace);
-  const Outcome outcome = outcome_of(probe.request, answer);
+  asked_ = probe.request;
+  answer_ = answer;
+  const Outcome outcome = outcome_of(asked_, answer);
   const QDateTime time = trace.empty() ? interrupts_.clock.now() : trace.front().time;
   tell(frame_text({false, time, answer}, meaning_of(probe, outcome, answer)));
   ++findings_.requests;

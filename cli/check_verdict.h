@@ -11,7 +11,7 @@
 struct Findings {
   int requests = 0;
   std::map<Outcome, int> outcomes;
-  int late = 0;                // answers, or parts of them, that came after their time
+  int late = 0;                // answers that came after their time
   int channels = 0;            // asked for
   int answering_channels = 0;  // as the status answers show; 0 where none was whole
   QString refused_settings;    // what the port's driver would not do

@@ -52,32 +52,39 @@ void drop_empty_samples(Recording& recording) {
   recording.SampleCount = recording.ViewCount = kept;
 }
 
-ChannelReadings channel_readings(const Recording& recording, int slot) {
-  ChannelReadings channel;
+std::vector<Reading> channel_readings(const Recording& recording, int slot) {
+  std::vector<Reading> readings;
   for (int n = 0; n < recording.SampleCount; ++n) {
-    const QDateTime time = stamp_time(recording.SampleTimes(n));
+    const QDateTime time = date_time_of(recording.SampleTimes(n));
     if (!time.isValid()) {
       throw ConversionError("reading " + std::to_string(n + 1) + " has no time stamp");
     }
     if (n > 0) {
-      auto& before = channel.readings.back();
+      Reading& before = readings.back();
       before.seconds = std::max<qint64>(0, before.time.secsTo(time));
     }
-    channel.readings.push_back({time, recording.SampleValues(n, slot), 0});
+    readings.push_back({time, recording.SampleValues(n, slot), 0});
   }
-  const std::size_t count = channel.readings.size();
-  if (count > 1) channel.readings[count - 1].seconds = channel.readings[count - 2].seconds;
-  return channel;
+  const std::size_t count = readings.size();
+  if (count > 1) readings[count - 1].seconds = readings[count - 2].seconds;
+  return readings;
+}
+
+int first_step_back(const std::vector<Reading>& readings) {
+  const auto before =
+      std::adjacent_find(readings.begin(), readings.end(),
+                         [](const Reading& a, const Reading& b) { return b.time < a.time; });
+  return before == readings.end() ? 0 : static_cast<int>(before - readings.begin()) + 2;
 }
 
 // From the greatest term, so that no exponential leaves the range of a double.
-std::optional<double> mean_kinetic_temperature(const ChannelReadings& channel, const QString& unit,
-                                               double activation_energy) {
+std::optional<double> mean_kinetic_temperature(const std::vector<Reading>& readings,
+                                               const QString& unit, double activation_energy) {
   const auto scale = temperature_scale(unit);
-  if (!scale || channel.readings.empty()) return std::nullopt;
+  if (!scale || readings.empty()) return std::nullopt;
   const double energy_in_kelvin = activation_energy * 1000 / gas_constant;
   std::vector<double> exponents;
-  for (const auto& reading : channel.readings) {
+  for (const Reading& reading : readings) {
     const double kelvin = (double{reading.value} - scale->absolute_zero) / scale->per_kelvin;
     if (kelvin <= 0) return std::nullopt;
     exponents.push_back(-energy_in_kelvin / kelvin);
@@ -89,10 +96,10 @@ std::optional<double> mean_kinetic_temperature(const ChannelReadings& channel, c
   return -energy_in_kelvin / mean * scale->per_kelvin + scale->absolute_zero;
 }
 
-std::vector<Excursion> excursions(const ChannelReadings& channel, const AlarmLimits& limits) {
+std::vector<Excursion> excursions(const std::vector<Reading>& readings, const AlarmLimits& limits) {
   std::vector<Excursion> found;
   int before = 0;
-  for (const auto& reading : channel.readings) {
+  for (const Reading& reading : readings) {
     const int now = side(reading.value, limits);
     if (now != 0) {
       if (now != before) found.push_back({reading.time, {}, 0, now > 0, reading.value});

@@ -11,19 +11,20 @@
 #include "app/recording.h"
 #include "monitor/alarms.h"
 
-// Readings of one channel, with the time for which each stands: until the next reading, the last
-// one as long as the one before it.
-struct ChannelReadings {
-  struct Reading {
-    QDateTime time;
-    float value = 0;
-    qint64 seconds = 0;
-  };
-  std::vector<Reading> readings;
+// A reading of one channel, and the time for which it stands: until the next one, the last as long
+// as the one before it; no time where the next one is older.
+struct Reading {
+  QDateTime time;
+  float value = 0;
+  qint64 seconds = 0;
 };
 
 // Throws ConversionError for a time stamp that is none.
-ChannelReadings channel_readings(const Recording& recording, int slot);
+std::vector<Reading> channel_readings(const Recording& recording, int slot);
+
+// The number, counted from 1, of the first reading that is older than the one before it; 0 for
+// none.
+int first_step_back(const std::vector<Reading>& readings);
 
 // Drops the samples that no block of the download has filled: they have no time.
 void drop_empty_samples(Recording& recording);
@@ -33,8 +34,8 @@ inline constexpr double usual_activation_energy = 83.144;
 
 // In the channel's unit, if that is one of temperature ("C", "°C", "F", "K" and the like); nothing
 // for other units, for no readings, and below absolute zero.
-std::optional<double> mean_kinetic_temperature(const ChannelReadings& channel, const QString& unit,
-                                               double activation_energy);
+std::optional<double> mean_kinetic_temperature(const std::vector<Reading>& readings,
+                                               const QString& unit, double activation_energy);
 
 // Readings in a row above the upper limit, or in a row below the lower one.
 struct Excursion {
@@ -44,4 +45,4 @@ struct Excursion {
   bool above = false;
   float extreme = 0;
 };
-std::vector<Excursion> excursions(const ChannelReadings& channel, const AlarmLimits& limits);
+std::vector<Excursion> excursions(const std::vector<Reading>& readings, const AlarmLimits& limits);

@@ -65,10 +65,16 @@ QString RecorderType::words() const {
 }
 
 Connection::Connection(const Arguments& arguments, Interrupts& interrupts)
-    : interrupts_(interrupts), type_(arguments), link_(port_, interrupts.clock) {
-  const auto number = arguments.port();
-  if (number) {
-    connect_to(*number);
+    : interrupts_(interrupts),
+      number_(arguments.port()),
+      type_(arguments),
+      link_(port_, interrupts.clock) {
+  find();
+}
+
+void Connection::find() {
+  if (number_) {
+    connect_to(*number_);
   } else {
     search();
   }
@@ -126,5 +132,11 @@ QByteArray Connection::ask(const Request& request) {
 }
 
 bool Connection::take_up_again() {
-  return open(port_number()) && answers();
+  try {
+    find();
+    return true;
+  } catch (const Failure&) {
+    close();
+    return false;
+  }
 }

@@ -27,7 +27,7 @@ class Connection {
  public:
   // Looks for the recorder. Throws Failure when none answers.
   Connection(const Arguments& arguments, Interrupts& interrupts);
-  ~Connection() { port_.close(); }
+  ~Connection() { close(); }
 
   RecorderLink& link() { return link_; }
   const RecorderType& type() const { return type_; }
@@ -37,18 +37,23 @@ class Connection {
 
   // The answer to a request, tried three times. Throws Failure when there is none.
   QByteArray ask(const Request& request);
-  // Opens the port anew and asks whether the recorder answers, as after an adapter was unplugged.
+  // A port that is kept open keeps other programs out, and an adapter that is plugged in again from
+  // getting its old name.
+  void close() { port_.close(); }
+  // Looks for the recorder as at first. The port is closed where it does not answer.
   bool take_up_again();
 
   bool interrupted() const { return interrupts_.clock.stopped(); }
 
  private:
+  void find();
   bool open(int number);
   bool answers();
   void connect_to(int number);
   void search();
 
   Interrupts& interrupts_;
+  std::optional<int> number_;  // nothing for the search
   RecorderType type_;
   QtSerialPort port_;
   RecorderLink link_;

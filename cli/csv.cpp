@@ -23,7 +23,8 @@ QString csv_record(const QStringList& fields) {
 }
 
 QString iso_time(const QString& stamp) {
-  return stamp_time(stamp).isValid() ? QString(stamp).replace(10, 1, u'T') : stamp;
+  const QDateTime time = date_time_of(stamp);
+  return time.isValid() ? stamp_text(time).replace(10, 1, u'T') : stamp;
 }
 
 QString csv_number(float value) {

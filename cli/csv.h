@@ -9,7 +9,7 @@ class Recording;
 // One record with its line end; fields are quoted where they must be.
 QString csv_record(const QStringList& fields);
 
-// "2026-03-01T10:00:00" of a time stamp; another text as it is.
+// "2026-03-01T10:00:00" of a time stamp or a general date-time text; another text as it is.
 QString iso_time(const QString& stamp);
 
 // The shortest form of a reading that reads back as the same 32-bit number.

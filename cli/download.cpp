@@ -1,5 +1,5 @@
 // download: the recorder's stored readings as a data file.
-#include <QFileInfo>
+#include <QFile>
 
 #include <algorithm>
 
@@ -11,7 +11,9 @@
 #include "cli/files.h"
 #include "cli/output.h"
 #include "data/data_file.h"
-#include "data/file_handle.h"
+#include "data/field_writer.h"
+#include "data/whole_file.h"
+#include "device/request.h"
 #include "device/texts.h"
 
 namespace {
@@ -69,12 +71,7 @@ void Download::read_properties() {
   texts_ = decode_texts(recorder_.ask(texts_request()));
   header_.title = text_of_units(texts_.title.data(), static_cast<int>(texts_.title.size()));
   header_.recorder_type = recorder_.type().row;
-  const auto properties = engine_.read_properties();
-  if (!properties) {
-    throw Failure(exit_status::no_recorder,
-                  recorder_.where() + QStringLiteral(" does not answer any more"));
-  }
-  properties_ = *properties;
+  properties_ = decode_properties(recorder_.ask(properties_request()));
   for (int c = 0; c < static_cast<int>(properties_.channels.size()); ++c) {
     if (properties_.channels[static_cast<std::size_t>(c)]) header_.channels.push_back(c);
   }
@@ -82,6 +79,13 @@ void Download::read_properties() {
     throw Failure(exit_status::no_recorder,
                   QStringLiteral("the recorder on %1 holds no readings").arg(recorder_.where()));
   }
+}
+
+[[noreturn]] void fail_without_readings(const MemoryMap& memory) {
+  throw Failure(exit_status::no_recorder,
+                QStringLiteral("the recorder holds no readings of that time, but from %1 to %2")
+                    .arg(stamp_text(whole_second(memory.segments.front().first)),
+                         stamp_text(whole_second(memory.segments.back().last))));
 }
 
 void Download::choose_segments(const MemoryMap& memory) {
@@ -92,12 +96,7 @@ void Download::choose_segments(const MemoryMap& memory) {
   const auto behind = std::find_if(first, segments.end(), [this](const Segment& one) {
     return span_.to && whole_second(one.first) > *span_.to;
   });
-  if (first == behind) {
-    throw Failure(exit_status::no_recorder,
-                  QStringLiteral("the recorder holds no readings of that time, but from %1 to %2")
-                      .arg(stamp_text(whole_second(segments.front().first)),
-                           stamp_text(whole_second(segments.back().last))));
-  }
+  if (first == behind) fail_without_readings(memory);
   engine_.choose(static_cast<int>(first - segments.begin()),
                  static_cast<int>(behind - segments.begin()) - 1);
 }
@@ -122,8 +121,9 @@ void Download::fetch(KeptBlocks& kept) {
       bar.show(position, engine_.blocks());
     });
     if (!complete) break_off();
-  } catch (const FileError&) {
-    throw Failure(exit_status::file, path_ + QStringLiteral(".part cannot be written"));
+  } catch (const FileError& error) {
+    throw Failure(exit_status::file, QStringLiteral("%1.part cannot be written: %2")
+                                         .arg(path_, QString::fromLocal8Bit(error.what())));
   }
 }
 
@@ -149,34 +149,49 @@ void Download::cut(Recording& recording) const {
 }
 
 void Download::write(const Recording& recording) const {
-  write_whole(path_, [&](const QString& name) {
-    FileHandle file;
-    file.open_for_writing(name);
-    write_recording(recording, file);
-    file.close();
+  write_file(path_, [&] {
+    FieldWriter bytes;
+    format_recording(recording, bytes);
+    write_whole_file(path_, bytes.bytes());
   });
+}
+
+// Its blocks may be all that is left of that recording.
+void put_aside(const QString& part) {
+  QString old = part + QStringLiteral(".old");
+  for (int n = 2; QFile::exists(old); ++n) old = QStringLiteral("%1.old%2").arg(part).arg(n);
+  if (!QFile::rename(part, old)) {
+    throw Failure(exit_status::file, QStringLiteral("%1 is of another recording and cannot be "
+                                                    "renamed")
+                                         .arg(part));
+  }
+  complain(QStringLiteral("%1 is of another recording and is now called %2").arg(part, old));
 }
 
 int Download::run() {
   read_properties();
   const MemoryMap& memory = engine_.map(properties_, static_cast<int>(header_.channels.size()));
+  const QDateTime now = QDateTime::currentDateTimeUtc();
   choose_segments(memory);
-  KeptBlocks kept(path_ + QStringLiteral(".part"), recording_identity(properties_, texts_));
-  kept.align(properties_, memory);
+  const QString part = path_ + QStringLiteral(".part");
+  KeptBlocks kept(part, recording_identity(properties_, texts_));
+  if (kept.of_another_recording()) put_aside(part);
+  kept.align(properties_, memory, now);
   fetch(kept);
   Recording recording;
   engine_.store(header_, recorder_.type().table, recording);
   cut(recording);
+  if (recording.SampleCount == 0) fail_without_readings(memory);
   write(recording);
   kept.remove();
   const int count = recording.SampleCount;
-  print(QStringLiteral("%1 is complete: %2 samples of %3 channels, %4 to %5; %6 of %7 blocks had "
+  print(QStringLiteral("%1 is complete: %2 samples of %3 channel%4, %5 to %6; %7 of %8 blocks had "
                        "been kept\n")
             .arg(path_)
             .arg(count)
             .arg(recording.ChannelCount)
-            .arg(count > 0 ? recording.SampleTimes(0) : QStringLiteral("-"),
-                 count > 0 ? recording.SampleTimes(count - 1) : QStringLiteral("-"))
+            .arg(recording.ChannelCount == 1 ? QString() : QStringLiteral("s"),
+                 recording.SampleTimes(0), recording.SampleTimes(count - 1))
             .arg(kept_before_)
             .arg(engine_.blocks()));
   return exit_status::fine;

@@ -1,8 +1,6 @@
 // export: a data file in other forms.
-#include <QFile>
 #include <QFileInfo>
 
-#include <atomic>
 #include <future>
 
 #include "base/errors.h"
@@ -20,6 +18,8 @@
 #include "data/export_watch.h"
 #include "data/export_workbook.h"
 #include "data/file_handle.h"
+#include "data/whole_file.h"
+#include "views/statistics.h"
 
 namespace {
 
@@ -32,16 +32,15 @@ void write_text(const Recording& recording, const QString& path, Interrupts&) {
   file.close();
 }
 
-void write_csv(const Recording& recording, const QString& path, Interrupts&) {
-  QFile file(path);
-  const QByteArray bytes = csv_of(recording).toUtf8();
-  const bool written =
-      file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
-  if (!written) throw FileError(file.errorString().toStdString());
+void write_csv(const Recording& recording, const QString& path, Interrupts& interrupts) {
+  const std::string bytes = csv_of(recording).toStdString();
+  interrupts.throw_if_interrupted();
+  write_whole_file(path, bytes);
 }
 
 void write_pages(const Recording& recording, const QString& path, Interrupts& interrupts) {
-  write_pdf(recording, path, stamp_text(interrupts.clock.now()));
+  write_pdf(recording, path, stamp_text(interrupts.clock.now()),
+            [&] { interrupts.throw_if_interrupted(); });
 }
 
 // Ends what the export has started, however it ends.
@@ -68,9 +67,7 @@ Write by_office(Export export_recording) {
           user.office.give_up();
           work.wait();
         }
-        if (interrupts.clock.stopped()) {
-          throw Failure(exit_status::file, QStringLiteral("interrupted"));
-        }
+        interrupts.throw_if_interrupted();
         work.get();
       };
 }
@@ -90,8 +87,11 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
   const QString path = arguments.text("output");
   if (path.isEmpty()) arguments.refuse(QStringLiteral("the file to write is missing (-o)"));
   const Write write = form_of(arguments, path);
-  const Recording recording = load_recording(arguments.file());
-  write_whole(path, [&](const QString& name) { write(recording, name, interrupts); });
+  require_writable(path);
+  Recording recording = load_recording(arguments.file());
+  if (recording.SampleCount > 0) compute_statistics(recording);
+  interrupts.throw_if_interrupted();
+  write_file(path, [&] { write(recording, path, interrupts); });
   return exit_status::fine;
 }
 

@@ -7,15 +7,13 @@
 
 #include "app/recording.h"
 
-// The Recording in a data file, with its statistics computed. Throws Failure for a file that is
+// The Recording in a data file; its statistics are not computed. Throws Failure for a file that is
 // missing, cannot be read, or is no data file.
 Recording load_recording(const QString& path);
 
-// Has `write` make a file of the name it is given, which ends as `path` does, in a new folder
-// beside it, and puts that file in the place of `path` when it is whole and on the disk. Before
-// that nothing changes at `path`, whatever happens. Throws Failure when that cannot be done; what
-// `write` throws counts as such.
-void write_whole(const QString& path, const std::function<void(const QString& name)>& write);
-
-// Throws Failure when no file can be made at `path`, before work is put into one.
+// Throws Failure when no file can be written at `path`, before work is put into one.
 void require_writable(const QString& path);
+
+// Runs `write`, which writes the file `path` whole or leaves it as it was. Throws Failure with the
+// reason of the RunTimeError that `write` throws.
+void write_file(const QString& path, const std::function<void()>& write);

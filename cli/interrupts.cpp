@@ -6,6 +6,8 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "cli/command.h"
+
 namespace {
 
 volatile std::sig_atomic_t came = 0;
@@ -14,8 +16,7 @@ int wake_up = -1;
 // A signal handler may do little more than write to a pipe.
 void on_signal(int number) {
   const int before = errno;
-  if (came != 0) _exit(128 + number);
-  came = number;
+  if (came == 0) came = number;
   const char byte = 0;
   [[maybe_unused]] const auto written = write(wake_up, &byte, 1);
   errno = before;
@@ -46,4 +47,8 @@ Interrupts::~Interrupts() {
 
 int Interrupts::signal() const {
   return came;
+}
+
+void Interrupts::throw_if_interrupted() const {
+  if (came != 0) throw Failure(exit_status::file, QStringLiteral("interrupted"));
 }

@@ -9,9 +9,9 @@
 #include "base/clock.h"
 
 // While it lives SIGINT, SIGTERM and SIGHUP stop the clock: every wait ends, every exchange with
-// the recorder fails, and the command leaves by its usual way. A second one ends the program at
-// once. Writing to a pipe that nobody reads, or beyond the size limit for files, is an error and no
-// signal.
+// the recorder fails, and the command leaves by its usual way, in which it clears up. A second one
+// changes nothing. Writing to a pipe that nobody reads, or beyond the size limit for files, is an
+// error and no signal.
 class Interrupts {
  public:
   Interrupts();
@@ -22,6 +22,8 @@ class Interrupts {
   SystemClock clock;
   // The signal that came, 0 for none.
   int signal() const;
+  // Throws Failure when one came: for work without a wait, between its steps.
+  void throw_if_interrupted() const;
 
  private:
   std::array<int, 2> pipe_ = {-1, -1};

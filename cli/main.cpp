@@ -2,7 +2,9 @@
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <fcntl.h>
 #include <memory>
+#include <unistd.h>
 
 #include "base/errors.h"
 #include "cli/arguments.h"
@@ -78,6 +80,10 @@ std::unique_ptr<QCoreApplication> application_for(int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A port or file would get the number of a descriptor that the caller has closed, and the output.
+  for (int number = 0; number <= STDERR_FILENO; ++number) {
+    if (fcntl(number, F_GETFD) < 0) open("/dev/null", O_RDWR);
+  }
   const auto application = application_for(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("corvane-cli"));
   QCoreApplication::setApplicationVersion(QStringLiteral(CORVANE_VERSION));

@@ -10,6 +10,8 @@
 
 namespace {
 
+bool reader_gone = false;
+
 // Texts come from recorders and files: none of them gets a command to the terminal through.
 QString without_controls(QString text) {
   for (QChar& c : text) {
@@ -22,18 +24,22 @@ QString without_controls(QString text) {
 }  // namespace
 
 void print(const QString& text) {
+  if (reader_gone) return;
   const QByteArray bytes = without_controls(text).toUtf8();
   const bool written = std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()),
                                    stdout) == static_cast<std::size_t>(bytes.size()) &&
                        std::fflush(stdout) == 0;
-  if (written) return;
-  if (errno == EPIPE) throw Failure(exit_status::fine, {});
+  reader_gone = !written && errno == EPIPE;
+  if (written || reader_gone) return;
   throw Failure(exit_status::file, QStringLiteral("standard output cannot be written: %1")
                                        .arg(QString::fromLocal8Bit(std::strerror(errno))));
 }
 
+bool output_has_reader() {
+  return !reader_gone;
+}
+
 void complain(const QString& sentence) {
-  if (sentence.isEmpty()) return;
   std::fprintf(stderr, "corvane-cli: %s\n", without_controls(sentence).toUtf8().constData());
 }
 

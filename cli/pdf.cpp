@@ -8,7 +8,8 @@
 #include "views/graph_picture.h"
 #include "views/graph_view.h"
 
-void write_pdf(const Recording& recording, const QString& path, const QString& printed) {
+void write_pdf(const Recording& recording, const QString& path, const QString& printed,
+               const std::function<void()>& before_page) {
   PrintedView view{.recording = recording, .printed = printed};
   GraphCurves curves;
   curves.copy_view(recording, 0, recording.SampleCount);
@@ -23,6 +24,7 @@ void write_pdf(const Recording& recording, const QString& path, const QString& p
   draw_graph_page(painter, file.paper_size(), view);
   const int pages = SheetPages(view, file.paper_size()).count();
   for (int page = 0; page < pages; ++page) {
+    before_page();
     file.new_page();
     draw_sheet_page(painter, file.paper_size(), view, page);
   }

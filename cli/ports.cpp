@@ -1,5 +1,6 @@
 // ports: what is behind COM1 to COM8.
 #include "cli/arguments.h"
+#include "cli/interrupts.h"
 #include "cli/output.h"
 #include "cli/port_state.h"
 
@@ -7,8 +8,9 @@ namespace {
 
 constexpr int ports = 8;
 
-int run(const Arguments&, Interrupts&) {
+int run(const Arguments&, Interrupts& interrupts) {
   for (int number = 1; number <= ports; ++number) {
+    interrupts.throw_if_interrupted();
     const PortState state = look_at_port(number);
     QString line = QStringLiteral("COM%1  %2  %3")
                        .arg(number)

@@ -11,6 +11,7 @@
 #include "cli/cold_chain.h"
 #include "cli/csv.h"
 #include "cli/files.h"
+#include "cli/interrupts.h"
 #include "cli/output.h"
 #include "views/statistics.h"
 
@@ -54,12 +55,11 @@ void set_limits(const Arguments& arguments, const QString& text, const Recording
   refuse(QStringLiteral("names a channel that the file does not have"));
 }
 
-ChannelReport report_of(const Recording& recording, int slot, const AlarmLimits& limits,
-                        double activation_energy) {
+ChannelReport report_of(const Recording& recording, int slot, const std::vector<Reading>& readings,
+                        const AlarmLimits& limits, double activation_energy) {
   const auto c = static_cast<std::size_t>(slot);
   const auto& info = recording.ChannelInfo;
   const auto& stats = recording.ChannelStats;
-  const ChannelReadings readings = channel_readings(recording, slot);
   ChannelReport report = {.number = info[0][c],
                           .name = info[1][c],
                           .unit = info[2][c],
@@ -100,7 +100,6 @@ QString text_of(const ChannelReport& report, int count) {
   const auto value = [&](double x) { return fixed2(x) + u' ' + report.unit; };
   QString text = QStringLiteral("\nChannel %1, %2\n").arg(report.number, report.name);
   text += line(QStringLiteral("Count"), QString::number(count));
-  if (count == 0) return text;
   text += line(QStringLiteral("Maximum"), value(report.maximum));
   text += line(QStringLiteral("Minimum"), value(report.minimum));
   text += line(QStringLiteral("Average"), value(report.average));
@@ -133,17 +132,13 @@ QJsonObject json_of(const ChannelReport& report, int count) {
                             {"side", one.above ? "above" : "below"},
                             {"extreme", json_of(one.extreme)}});
   }
-  const auto of_some = [count](double x) { return count > 0 ? QJsonValue(x) : QJsonValue(); };
-  const auto of_float = [count](double x) {
-    return count > 0 ? json_of(static_cast<float>(x)) : QJsonValue();
-  };
   return {{"channel", report.number},
           {"name", report.name},
           {"unit", report.unit},
           {"count", count},
-          {"maximum", of_float(report.maximum)},
-          {"minimum", of_float(report.minimum)},
-          {"average", of_some(report.average)},
+          {"maximum", json_of(static_cast<float>(report.maximum))},
+          {"minimum", json_of(static_cast<float>(report.minimum))},
+          {"average", report.average},
           {"mean_kinetic_temperature", report.kinetic ? QJsonValue(*report.kinetic) : QJsonValue()},
           {"up_limit", json_of(report.limits.up)},
           {"down_limit", json_of(report.limits.down)},
@@ -166,26 +161,34 @@ QString json_of(const Recording& recording, const std::vector<ChannelReport>& re
                 double activation_energy) {
   QJsonArray channels;
   for (const ChannelReport& report : reports) channels << json_of(report, recording.SampleCount);
-  const bool some = recording.SampleCount > 0;
-  const auto time = [&](int n) {
-    return some ? QJsonValue(iso_time(recording.SampleTimes(n))) : QJsonValue();
-  };
   const QJsonObject all = {{"title", recording.Title},
                            {"recorder", recording.RecorderName},
                            {"count", recording.SampleCount},
-                           {"start", time(0)},
-                           {"end", time(recording.SampleCount - 1)},
+                           {"start", iso_time(recording.SampleTimes(0))},
+                           {"end", iso_time(recording.SampleTimes(recording.SampleCount - 1))},
                            {"activation_energy_kj_per_mol", activation_energy},
                            {"channels", channels}};
   return QString::fromUtf8(QJsonDocument(all).toJson());
 }
 
-int run(const Arguments& arguments, Interrupts&) {
+void tell_of_step_back(const QString& file, const std::vector<Reading>& readings) {
+  const int number = first_step_back(readings);
+  if (number == 0) return;
+  complain(QStringLiteral("%1: the times run backwards at reading %2; a reading before such a step "
+                          "counts no time")
+               .arg(file)
+               .arg(number));
+}
+
+int run(const Arguments& arguments, Interrupts& interrupts) {
   const double energy =
       arguments.decimal("activation-energy", 1, 1000).value_or(usual_activation_energy);
   Recording recording = load_recording(arguments.file());
   drop_empty_samples(recording);
-  if (recording.SampleCount > 0) compute_statistics(recording);
+  if (recording.SampleCount == 0) {
+    throw Failure(exit_status::file, arguments.file() + QStringLiteral(" has no readings"));
+  }
+  compute_statistics(recording);
   Limits limits;
   for (const QString& text : arguments.texts("limit"))
     set_limits(arguments, text, recording, limits);
@@ -193,12 +196,16 @@ int run(const Arguments& arguments, Interrupts&) {
   bool out = false;
   try {
     for (int slot = 0; slot < recording.clamped_channel_count(); ++slot) {
-      reports.push_back(report_of(recording, slot, limits[static_cast<std::size_t>(slot)], energy));
+      const std::vector<Reading> readings = channel_readings(recording, slot);
+      if (slot == 0) tell_of_step_back(arguments.file(), readings);
+      const AlarmLimits& guarded = limits[static_cast<std::size_t>(slot)];
+      reports.push_back(report_of(recording, slot, readings, guarded, energy));
       out = out || !reports.back().excursions.empty();
     }
   } catch (const ConversionError& error) {
     throw Failure(exit_status::file, QStringLiteral("%1: %2").arg(arguments.file(), error.what()));
   }
+  interrupts.throw_if_interrupted();
   print(arguments.is_set("json") ? json_of(recording, reports, energy)
                                  : text_of(recording, reports, energy));
   return out ? exit_status::out_of_range : exit_status::fine;

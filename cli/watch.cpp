@@ -91,6 +91,7 @@ bool Watch::find_again() {
   try {
     read_limits();
   } catch (const Failure&) {
+    recorder_.close();
     return false;  // lost again
   }
   complain(recorder_.where() + QStringLiteral(" answers again"));
@@ -174,13 +175,15 @@ int Watch::run() {
   const auto interval = static_cast<qint64>(interval_s_ * 1000);
   const auto search = static_cast<qint64>(std::min(interval_s_, longest_search_s) * 1000);
   qint64 next = interrupts_.clock.steady_ms();
-  for (int told = 0; !recorder_.interrupted() && (count_ == 0 || told < count_);) {
+  for (int told = 0;
+       !recorder_.interrupted() && output_has_reader() && (count_ == 0 || told < count_);) {
     if ((!lost_ || find_again()) && poll()) {
       ++told;
     } else if (!lost_ && !recorder_.interrupted()) {
       complain(QStringLiteral("%1: %2 gives no readings; trying again")
                    .arg(stamp_text(interrupts_.clock.now()), recorder_.where()));
       lost_ = true;
+      recorder_.close();
     }
     // What is missed is not made up for.
     const qint64 now = interrupts_.clock.steady_ms();

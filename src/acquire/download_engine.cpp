@@ -1,5 +1,7 @@
 #include "acquire/download_engine.h"
 
+#include <algorithm>
+
 #include "acquire/kept_blocks.h"
 #include "base/clock.h"
 #include "base/errors.h"
@@ -75,14 +77,20 @@ std::optional<QByteArray> DownloadEngine::kept_or_read(int position) {
 // False when the recorder does not answer.
 bool DownloadEngine::prove_kept_blocks() {
   if (!kept_ || kept_->empty()) return true;
+  int most = 0;
+  int proof = 0;
   for (int position = 0; position < blocks(); ++position) {
-    const auto kept = kept_->find(block_at(position));
-    if (!kept) continue;
-    const auto answer = ask_for_block(position);
-    if (!answer) return false;
-    if (!KeptBlocks::same_readings(*kept, *answer)) kept_->start_over();
-    return true;
+    const int samples = kept_->different_samples(block_at(position));
+    if (samples > most) proof = position;
+    most = std::max(most, samples);
   }
+  bool proved = false;
+  if (most >= kept_->samples_for_proof()) {
+    const auto answer = ask_for_block(proof);
+    if (!answer) return false;
+    proved = KeptBlocks::same_readings(*kept_->find(block_at(proof)), *answer);
+  }
+  if (!proved) kept_->start_over();
   return true;
 }
 

@@ -45,7 +45,8 @@ class DownloadEngine {
 
   // Reads the chosen blocks, newest first. `progress` hears the position of each before it is asked
   // for. False when the recorder does not answer or the download is abandoned. Kept blocks count
-  // only if the recorder still has the same readings, for which it is asked for one of them again.
+  // only if the recorder still has the same readings, for which it is asked again for the one that
+  // varies most; where all are too steady to prove it, none counts.
   bool read_blocks(const std::function<void(int position)>& progress);
 
   // Makes what was read the Recording, field by field. The views then show its first 128 samples.

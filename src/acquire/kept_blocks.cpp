@@ -3,8 +3,8 @@
 #include <QSaveFile>
 #include <QStringList>
 
-#include <algorithm>
 #include <cmath>
+#include <set>
 #include <utility>
 
 #include "base/errors.h"
@@ -20,7 +20,7 @@
 
 namespace {
 
-const QByteArray first_line = "Corvane: blocks of a download that was broken off, version 1";
+const QByteArray first_line = "Corvane: blocks of a download that was broken off, version 2";
 constexpr qint64 largest_file = 1024 * 1024;
 constexpr int answer_length = 260;
 constexpr int length_at = 2;
@@ -54,6 +54,15 @@ bool is_full(const QByteArray& answer) {
   return byte_at(answer, 1) != 0;
 }
 
+int data_size(const QByteArray& answer) {
+  return is_full(answer) ? reading_size * readings_per_block : byte_at(answer, length_at);
+}
+
+[[noreturn]] void fail(const QFileDevice& file) {
+  const bool known = file.error() != QFileDevice::NoError;
+  throw FileError((known ? file.errorString() : qt_error_string()).toStdString());
+}
+
 }  // namespace
 
 QByteArray recording_identity(const RecorderProperties& properties, const RecorderTexts& texts) {
@@ -83,8 +92,9 @@ KeptBlocks::KeptBlocks(QString path, QByteArray identity)
 void KeptBlocks::load() {
   QFile file(path_);
   if (!file.open(QIODevice::ReadOnly)) return;
-  if (unchecked(file.readLine(largest_file)) != first_line) return;
-  if (unchecked(file.readLine(largest_file)) != "recording " + identity_) return;
+  of_another_ = unchecked(file.readLine(largest_file)) != first_line ||
+                unchecked(file.readLine(largest_file)) != "recording " + identity_;
+  if (of_another_) return;
   while (!file.atEnd() && file.pos() < largest_file && take_line(file.readLine(largest_file))) {
   }
 }
@@ -107,29 +117,34 @@ bool KeptBlocks::take_line(const QByteArray& line) {
 }
 
 std::optional<int> KeptBlocks::readings_since(const RecorderProperties& properties,
-                                              const MemoryMap& memory) const {
+                                              const MemoryMap& memory, const QDateTime& end) {
   const int more = properties.readings_held - state_->held;
-  if (!properties.wrap || (!state_->recording && !properties.recording)) {
+  const bool may_have_dropped =
+      properties.wrap && properties.readings_held > nearly_full - about_to_go;
+  placed_by_time_ = may_have_dropped && (state_->recording || properties.recording);
+  if (!placed_by_time_) {
     if (more < 0 || (more > 0 && !state_->recording)) return std::nullopt;
     return more;
   }
   const bool age_known = properties.idle_seconds < largest_age_s && state_->recording;
   if (!age_known || memory.interval < least_certain_interval_s) return std::nullopt;
-  const double seconds = static_cast<double>(state_->end.msecsTo(memory.end)) / 1000.0;
+  const double seconds = static_cast<double>(state_->end.msecsTo(end)) / 1000.0;
   const double samples = round_half_even(seconds / memory.interval);
   const double off = std::abs(seconds - samples * memory.interval);
   if (samples < 0 || samples > 1e6 || off > end_tolerance_s) return std::nullopt;
   return static_cast<int>(samples) * memory.channels;
 }
 
-void KeptBlocks::align(const RecorderProperties& properties, const MemoryMap& memory) {
+void KeptBlocks::align(const RecorderProperties& properties, const MemoryMap& memory,
+                       const QDateTime& now) {
   channels_ = memory.channels;
-  const auto more = state_ ? readings_since(properties, memory) : std::nullopt;
+  const QDateTime end = now.addSecs(-properties.idle_seconds);
+  const auto more = state_ ? readings_since(properties, memory, end) : std::nullopt;
   if (!more) blocks_.clear();
   state_ = {.newest = more ? state_->newest + *more : properties.readings_held,
             .held = properties.readings_held,
             .recording = properties.recording,
-            .end = memory.end};
+            .end = end};
   // What a wrapping recorder has dropped.
   std::erase_if(blocks_, [oldest = state_->newest - state_->held](const auto& block) {
     return block.first <= oldest;
@@ -149,9 +164,10 @@ void KeptBlocks::begin() {
     text += checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
   }
   file_.setFileName(path_);
-  const bool made = whole.open(QIODevice::WriteOnly) && whole.write(text) == text.size() &&
-                    whole.commit() && file_.open(QIODevice::WriteOnly | QIODevice::Append);
-  if (!made) throw FileError("the blocks cannot be kept");
+  const bool made =
+      whole.open(QIODevice::WriteOnly) && whole.write(text) == text.size() && whole.commit();
+  if (!made) fail(whole);
+  if (!file_.open(QIODevice::WriteOnly | QIODevice::Append)) fail(file_);
 }
 
 void KeptBlocks::start_over() {
@@ -164,9 +180,7 @@ void KeptBlocks::keep(int block, const QByteArray& answer) {
   const int end = state_->newest - block * readings_per_block;
   blocks_[end] = answer;
   const QByteArray line = checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
-  if (file_.write(line) != line.size() || !sync(file_)) {
-    throw FileError("the blocks cannot be kept");
-  }
+  if (file_.write(line) != line.size() || !sync(file_)) fail(file_);
 }
 
 std::optional<QByteArray> KeptBlocks::find(int block) const {
@@ -197,11 +211,21 @@ std::optional<QByteArray> KeptBlocks::find(int block) const {
   return answer;
 }
 
+int KeptBlocks::different_samples(int block) const {
+  const auto answer = find(block);
+  if (!answer) return 0;
+  // The whole samples stand at the data's end.
+  std::set<QByteArray> samples;
+  const int size = reading_size * channels_;
+  for (int at = data_at + data_size(*answer) - size; at >= data_at; at -= size) {
+    samples.insert(answer->mid(at, size));
+  }
+  return static_cast<int>(samples.size());
+}
+
 bool KeptBlocks::same_readings(const QByteArray& one, const QByteArray& other) {
-  if (is_full(one) != is_full(other)) return false;
-  if (!is_full(one) && byte_at(one, length_at) != byte_at(other, length_at)) return false;
-  const int size = is_full(one) ? reading_size * readings_per_block : byte_at(one, length_at);
-  return one.mid(data_at, size) == other.mid(data_at, size);
+  return is_full(one) == is_full(other) &&
+         one.mid(data_at, data_size(one)) == other.mid(data_at, data_size(other));
 }
 
 void KeptBlocks::remove() {

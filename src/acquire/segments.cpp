@@ -8,10 +8,6 @@
 
 namespace {
 
-// A wrapping recorder whose memory is nearly full is about to erase this many readings.
-constexpr int nearly_full = 27500;
-constexpr int about_to_go = 512;
-
 QDateTime later(const QDateTime& time, double seconds) {
   return time.addMSecs(std::llround(seconds * 1000.0));
 }

@@ -11,6 +11,10 @@
 // Segments beyond these are not kept.
 inline constexpr int max_segments = 251;
 
+// A wrapping recorder whose memory is nearly full is about to erase this many readings.
+inline constexpr int nearly_full = 27500;
+inline constexpr int about_to_go = 512;
+
 struct Segment {
   QDateTime first;  // time of its first sample
   QDateTime last;   // time of its last sample

@@ -19,6 +19,8 @@ void check_slot(std::size_t slot) {
   if (slot >= Recording::channel_slots) throw BoundsError("channel slot outside the Recording");
 }
 
+}  // namespace
+
 void format_recording(const Recording& recording, FieldWriter& out) {
   out.text(recording.Title).end_line();
   out.text(recording.RecorderName).end_line();
@@ -36,8 +38,6 @@ void format_recording(const Recording& recording, FieldWriter& out) {
     }
   }
 }
-
-}  // namespace
 
 void read_recording(std::string_view bytes, Recording& recording) {
   FieldReader reader(bytes);

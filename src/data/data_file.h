@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+class FieldWriter;
 class FileHandle;
 class Recording;
 
@@ -15,7 +16,10 @@ void read_recording(std::string_view bytes, Recording& recording);
 // Recording takes.
 void read_recording(FileHandle& file, Recording& recording);
 
-// Writes the same fields into the open `file` and returns when they are on the disk. Throws
+// Writes the same fields. Throws BoundsError when the counts go beyond what a Recording holds.
+void format_recording(const Recording& recording, FieldWriter& out);
+
+// Writes them into the open `file` and returns when they are on the disk. Throws
 // FileError when they could not be written, BoundsError when the counts go beyond what a Recording
 // holds: an older file is then as it was; where there was none it has what could be written.
 void write_recording(const Recording& recording, FileHandle& file);

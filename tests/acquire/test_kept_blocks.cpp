@@ -13,6 +13,7 @@ struct Later {
   simulator::Settings settings;
   int seconds;  // between the two downloads
   int asked;    // blocks that the second one asks for, of 8
+  int set = 0;  // seconds by which the computer's clock is set meanwhile
 };
 
 }  // namespace
@@ -30,13 +31,13 @@ class TestKeptBlocks : public QObject {
     }
     QString file() const { return folder.filePath("run.part"); }
     // The samples, and in `asked` how many blocks were asked for.
-    Recording read(KeptBlocks* kept, int last = 7) {
+    Recording read(KeptBlocks* kept, int set = 0) {
       DownloadEngine engine(link, [] { return false; });
       const RecorderProperties properties = *engine.read_properties();
       const MemoryMap& memory = engine.map(properties, 2);
-      engine.choose(memory.segment_count - 1 - last, memory.segment_count - 1);
+      engine.choose(memory.segment_count - 8, memory.segment_count - 1);
       if (kept) {
-        kept->align(properties, memory);
+        kept->align(properties, memory, clock.now().addSecs(set));
         kept->begin();
         engine.keep_in(*kept);
       }
@@ -67,12 +68,28 @@ class TestKeptBlocks : public QObject {
     quick.interval_s = 2;
     simulator::Settings still = full;
     still.running = false;
+    // Its newest readings stay the same, or all of them.
+    simulator::Settings steady = full;
+    steady.signal = [](auto n, int channel) {
+      return simulator::demo_signal(std::min<std::int64_t>(n, 15'700), channel);
+    };
+    simulator::Settings same = full;
+    same.signal = [](auto, int) { return 1024; };
+    simulator::Settings same_stops = same;
+    same_stops.wrap = false;
+    same_stops.readings = 1024;
     add_rows<Later>({{"at once", stops, 0, 1},
                      {"goes on", stops, 300, 2},
                      {"wraps", wraps, 300, 2},
                      {"full, drops the oldest", full, 300, 2},
                      {"full, many new blocks", full, 3000, 6},
                      {"too quick to be certain", quick, 20, 8},
+                     {"clock set, not full", wraps, 300, 2, 20},
+                     {"clock set by two intervals", steady, 300, 9, 20},
+                     {"clock set by half an interval", steady, 300, 8, 5},
+                     {"steady at the end", steady, 300, 2},
+                     {"too steady for a proof", same, 300, 8},
+                     {"steady, place certain", same_stops, 300, 2},
                      {"stopped", still, 300, 1}});
   }
   // The later download gives what it would give without the kept blocks.
@@ -88,7 +105,7 @@ class TestKeptBlocks : public QObject {
       one->clock.sleep(row.seconds * 1000);
     }
     KeptBlocks kept(w.file(), "one");
-    const Recording resumed = w.read(&kept);
+    const Recording resumed = w.read(&kept, row.set);
     QCOMPARE(w.asked, row.asked);
     const Recording whole = twin.read(nullptr);
     QCOMPARE(resumed.SampleCount, whole.SampleCount);

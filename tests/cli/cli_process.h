@@ -22,14 +22,17 @@ class CliWorld {
   }
 
   QString path(const QString& name) const { return folder_.filePath(name); }
+  QStringList files(const QString& pattern) const {
+    return QDir(folder_.path()).entryList({pattern}, QDir::AllEntries | QDir::Hidden);
+  }
   QByteArray contents(const QString& name) const {
     QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
   }
 
-  bool plug_in(const QString& options) {
+  bool plug_in(const QString& options, const QString& port = "com1") {
     simulator_.reset();
-    simulator_ = std::make_unique<SimulatorProcess>(QStringList{"--link", path("com1")} +
+    simulator_ = std::make_unique<SimulatorProcess>(QStringList{"--link", path(port)} +
                                                     QProcess::splitCommand(options));
     return simulator_->wait_ready();
   }

@@ -3,6 +3,7 @@
 #include "acquire/frmhistorytime.h"
 #include "app/user.h"
 #include "base/clock.h"
+#include "base/times.h"
 #include "device/frmport.h"
 #include "device/qt_serial_port.h"
 #include "support/dialogs.h"
@@ -70,15 +71,21 @@ class TestCliDownload : public QObject {
   void only_the_wanted_time() {
     QVERIFY(
         w_.plug_in("--unpaced --channels 1 --readings 700 --interval 30 --stopped --elapsed 60"));
-    QVERIFY(w_.run("download -o all.qlx --type One").out.contains("700 samples of 1 channels"));
+    QVERIFY(w_.run("download -o all.qlx --type One").out.contains("700 samples of 1 channel,"));
     const QList<QByteArray> all = w_.contents("all.qlx").split('\n');
     const auto stamp = [&](int n) { return all[7 + 2 * n].mid(1, 19); };
     const QString span = QString("--from \"%1\" --to \"%2\"").arg(stamp(100), stamp(299));
     QVERIFY(w_.run("download -o some.qlx --type One " + span).out.contains("200 samples"));
     const QList<QByteArray> some = w_.contents("some.qlx").split('\n');
     QCOMPARE(some.mid(7), all.mid(7 + 200, 400) + QList<QByteArray>{""});
-    QCOMPARE(w_.run("download -o none.qlx --type One --to 2001-01-01").status, 2);
-    QVERIFY(!QFile::exists(w_.path("none.qlx")));
+    // Before all readings, and between two of them; the file that is there stays.
+    const QString between = stamp_text(stamp_time(stamp(100)).addSecs(10));
+    for (const QString& none :
+         {QString("--to 2001-01-01"), QString("--from \"%1\" --to \"%1\"").arg(between)}) {
+      const Ran ran = w_.run("download -o some.qlx --type One " + none);
+      QVERIFY(ran.status == 2 && ran.errors.contains("no readings of that time"));
+      QCOMPARE(w_.contents("some.qlx").split('\n'), some);
+    }
   }
 
   // However a download ends: the next one fetches only what is missing, and the file is bit for bit
@@ -103,7 +110,7 @@ class TestCliDownload : public QObject {
     const auto plugged = [&](const QString& options) {
       return plug_in("--start \"2026-02-01 08:00:00\" " + options);
     };
-    for (const char* const name : {"log", "run.qlx", "run.qlx.part"}) QFile::remove(w_.path(name));
+    for (const QString& name : w_.files("run.qlx*")) QFile::remove(w_.path(name));
     QVERIFY(plugged(row.options));
     QProcess broken;
     w_.start(broken, "download -o run.qlx" + type);
@@ -122,10 +129,11 @@ class TestCliDownload : public QObject {
     QVERIFY(plugged(QString(row.options).section(" --fault", 0, 0) + ' ' + row.later + " --log " +
                     w_.path("log")));
     const Ran resumed = w_.run("download -o run.qlx" + type);
-    QCOMPARE(resumed.errors, "");
+    const bool same = row.new_blocks < row.blocks;
+    QCOMPARE(resumed.errors.contains("now called run.qlx.part.old"), !same);
+    QCOMPARE(w_.contents("run.qlx.part.old").count("block "), same ? 0 : kept);
     // One kept block is asked for again, as a proof.
     const int fetched = static_cast<int>(w_.contents("log").count("> 01 01 "));
-    const bool same = row.new_blocks < row.blocks;
     QCOMPARE(fetched, same ? row.blocks - kept + row.new_blocks + 1 : row.blocks);
     QVERIFY(!QFile::exists(w_.path("run.qlx.part")));
     QVERIFY(w_.run("download -o whole.qlx" + type).out.contains(" 0 of "));
