@@ -94,7 +94,7 @@ Verdict verdict_on(const Findings& findings, const QString& recorder) {
             QStringLiteral("Choose a --type with %1 channels.").arg(findings.answering_channels)};
   }
   if (right > 0) return unsteady(findings, right);
-  if (findings.count(Outcome::silent) == findings.requests) {
+  if (findings.count(Outcome::silent) == findings.requests && findings.late == 0) {
     return {false, QStringLiteral("Nobody answers: the line is silent."), cable_advice};
   }
   return never_right(findings);

@@ -212,6 +212,7 @@ class TestCli : public QObject {
         {"flood", "--fault garbage:bytes=3000", "", 2, "not one right answer"},
         {"loose", "--fault silent:request=4", "", 2, "answers in 19 of 20 only"},
         {"late", "--fault late:request=2,ms=1100", "", 2, "too late in 1 of 20"},
+        {"all late", "--fault late", "", 2, "What answers, answers too late"},
         {"never right", "--fault check", "", 2, "not one right answer"},
         {"another type", "--channels 2", "", 2, "A recorder with 2 channels answers"},
         {"unplugged", "--fault unplug:request=5", "", 2, "failed in the middle"},
