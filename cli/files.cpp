@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
+
 #include "base/errors.h"
 #include "cli/command.h"
 #include "data/data_file.h"
@@ -51,8 +53,11 @@ void require_writable(const QString& path) {
 }
 
 void write_file(const QString& path, const std::function<void()>& write) {
+  errno = 0;
   try {
     write();
+  } catch (const FileError& error) {
+    fail_to_write(path, errno == 0 ? QString::fromLocal8Bit(error.what()) : qt_error_string());
   } catch (const RunTimeError& error) {
     fail_to_write(path, QString::fromLocal8Bit(error.what()));
   }

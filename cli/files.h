@@ -15,5 +15,5 @@ Recording load_recording(const QString& path);
 void require_writable(const QString& path);
 
 // Runs `write`, which writes the file `path` whole or leaves it as it was. Throws Failure with the
-// reason of the RunTimeError that `write` throws.
+// system's reason, or that of the RunTimeError that `write` throws.
 void write_file(const QString& path, const std::function<void()>& write);

@@ -1,6 +1,5 @@
 #include "acquire/kept_blocks.h"
 
-#include <QSaveFile>
 #include <QStringList>
 
 #include <cmath>
@@ -9,6 +8,7 @@
 
 #include "base/errors.h"
 #include "base/numbers.h"
+#include "data/whole_file.h"
 #include "device/answer_bytes.h"
 #include "device/stored_block.h"
 
@@ -58,9 +58,8 @@ int data_size(const QByteArray& answer) {
   return is_full(answer) ? reading_size * readings_per_block : byte_at(answer, length_at);
 }
 
-[[noreturn]] void fail(const QFileDevice& file) {
-  const bool known = file.error() != QFileDevice::NoError;
-  throw FileError((known ? file.errorString() : qt_error_string()).toStdString());
+[[noreturn]] void fail_for_system() {
+  throw FileError(qt_error_string().toStdString());
 }
 
 }  // namespace
@@ -157,17 +156,14 @@ QByteArray KeptBlocks::state_line() const {
 }
 
 void KeptBlocks::begin() {
-  QSaveFile whole(path_);
   QByteArray text = checked_line(first_line) + checked_line("recording " + identity_) +
                     checked_line(state_line());
   for (const auto& [end, answer] : blocks_) {
     text += checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
   }
+  write_whole_file(path_, text.toStdString());
   file_.setFileName(path_);
-  const bool made =
-      whole.open(QIODevice::WriteOnly) && whole.write(text) == text.size() && whole.commit();
-  if (!made) fail(whole);
-  if (!file_.open(QIODevice::WriteOnly | QIODevice::Append)) fail(file_);
+  if (!file_.open(QIODevice::WriteOnly | QIODevice::Append)) fail_for_system();
 }
 
 void KeptBlocks::start_over() {
@@ -180,7 +176,7 @@ void KeptBlocks::keep(int block, const QByteArray& answer) {
   const int end = state_->newest - block * readings_per_block;
   blocks_[end] = answer;
   const QByteArray line = checked_line("block " + QByteArray::number(end) + ' ' + answer.toHex());
-  if (file_.write(line) != line.size() || !sync(file_)) fail(file_);
+  if (file_.write(line) != line.size() || !sync(file_)) fail_for_system();
 }
 
 std::optional<QByteArray> KeptBlocks::find(int block) const {

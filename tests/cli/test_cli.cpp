@@ -157,7 +157,7 @@ class TestCli : public QObject {
     const QByteArray before = w_.contents("out.csv");
     make_file(w_.path("long.qlx"), QByteArray(readings).replace("Air", QByteArray(3000, 'a')));
     const Ran full = w_.shell("ulimit -f 1; ./corvane-cli export long.qlx -o out.csv");
-    QVERIFY2(full.status == 3 && full.errors.contains("cannot be written"),
+    QVERIFY2(full.status == 3 && full.errors.contains("cannot be written: File too large"),
              qPrintable(full.errors));
     QCOMPARE(w_.contents("out.csv"), before);
     QCOMPARE(w_.files("*out.csv*"), QStringList{"out.csv"});
