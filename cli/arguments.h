@@ -1,4 +1,4 @@
-// What stands on the command line behind the command's name.
+// The arguments of a command.
 #pragma once
 
 #include <QCommandLineParser>

@@ -11,7 +11,7 @@
 #include "app/recording.h"
 #include "monitor/alarms.h"
 
-// A reading of one channel, and the time for which it stands: until the next one, the last as long
+// A reading of one channel, and how long it lasts: until the next one, the last as long
 // as the one before it; no time where the next one is older.
 struct Reading {
   QDateTime time;
@@ -40,7 +40,7 @@ std::optional<double> mean_kinetic_temperature(const std::vector<Reading>& readi
 // Readings in a row above the upper limit, or in a row below the lower one.
 struct Excursion {
   QDateTime start;  // of its first reading
-  QDateTime end;    // when its last reading no longer stands
+  QDateTime end;    // when its last reading ends
   qint64 seconds = 0;
   bool above = false;
   float extreme = 0;

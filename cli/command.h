@@ -32,7 +32,7 @@ class Failure : public std::runtime_error {
 
 struct Option {
   const char* name;   // "port", or "output" with a letter in front: "o|output"
-  const char* value;  // what stands for the value in the help; null for a switch
+  const char* value;  // the name of its value in the help; null for a switch
   const char* help;
 };
 

@@ -212,10 +212,10 @@ Command download_command() {
       "same as the desktop program's Read Data and Save do. A download that is broken off keeps\n"
       "the blocks that came in FILE.qlx.part; the same command then fetches only the missing\n"
       "ones, if the recorder still holds the same recording. FILE.qlx itself appears, or is\n"
-      "replaced, only when it is complete.",
+      "replaced, only when it is complete. A FILE.qlx.part of another recording is renamed.",
       {{"o|output", "FILE", "The data file to write; one that exists is replaced."},
-       {"from", "TIME", "Only readings from YYYY-MM-DD [HH:MM[:SS]] on."},
-       {"to", "TIME", "Only readings up to YYYY-MM-DD [HH:MM[:SS]]."},
+       {"from", "TIME", "Only readings from YYYY-MM-DD[THH:MM[:SS]] on."},
+       {"to", "TIME", "Only readings up to YYYY-MM-DD[THH:MM[:SS]]; a day counts whole."},
        port_option,
        type_option},
       0,

@@ -103,8 +103,9 @@ Command export_command() {
           "Writes a data file as text, CSV, PDF, document or workbook.",
           "Writes what a data file holds in another form, which the ending of the name chooses.\n"
           ".txt, .doc and .xls are what the desktop program's Save As makes; documents and\n"
-          "workbooks need LibreOffice. .csv has a head and a line a sample, as spreadsheets and\n"
-          "pandas read it: UTF-8, a comma between the fields, times such as 2026-03-01T10:00:00.\n"
+          "workbooks need LibreOffice. .csv has a header line and a line for each sample, as\n"
+          "spreadsheets and pandas read it: UTF-8, a comma between the fields, times such as "
+          "2026-03-01T10:00:00.\n"
           ".pdf is the desktop program's printout: the graph of all readings, then the sheet.",
           {{"o|output", "FILE", "The file to write; one that exists is replaced."}},
           1,

@@ -44,13 +44,14 @@ QString help_of_all() {
   for (const Command& command : commands()) {
     text += two_columns(QString::fromLatin1(command.name), QString::fromLatin1(command.summary));
   }
-  return text + QStringLiteral(
-                    "\n"
-                    "corvane-cli COMMAND --help tells more of a command; corvane-cli --version "
-                    "the version.\n"
-                    "\n"
-                    "Exit status: 0 fine, 1 wrong usage, 2 no recorder or no readings, 3 a file\n"
-                    "that cannot be read or written, 4 a reading out of range.\n");
+  return text +
+         QStringLiteral(
+             "\n"
+             "corvane-cli COMMAND --help says more; corvane-cli --version gives the "
+             "version.\n"
+             "\n"
+             "Exit status: 0 fine, 1 wrong usage, 2 no recorder or no readings, 3 a file\n"
+             "that cannot be read or written, 4 a reading out of range, 128 + n signal n.\n");
 }
 
 QString help_of(const Command& command) {
@@ -59,7 +60,7 @@ QString help_of(const Command& command) {
                           wrapped(QString::fromUtf8(command.details), 0));
   for (const Option& option : command.options) {
     const QString head = option_head(option);
-    // A head that is too long for its column stands on a line of its own.
+    // A head that is too long for its column gets a line of its own.
     const bool fits = head.size() + 2 < column;
     if (!fits) text += QStringLiteral("  ") + head + u'\n';
     text += two_columns(fits ? head : QString(), QString::fromUtf8(option.help));

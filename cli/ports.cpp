@@ -27,7 +27,7 @@ int run(const Arguments&, Interrupts& interrupts) {
 Command ports_command() {
   return {
       "ports",
-      "",
+      "[OPTION]",
       "Shows what is behind COM1 to COM8.",
       "Prints a line for each of COM1 to COM8: the device behind it, whether it exists, may be\n"
       "opened or is in use by another program and how that was found, and whether its driver\n"

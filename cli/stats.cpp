@@ -220,7 +220,7 @@ Command stats_command() {
           "Prints for each channel of a data file the number of readings, maximum, minimum and\n"
           "average, for temperatures the mean kinetic temperature, and for channels with a limit\n"
           "the time out of range and every excursion: start, end, duration, extreme. A reading\n"
-          "stands until the next one; a value equal to a limit is in range.\n"
+          "lasts until the next one; a value equal to a limit is in range.\n"
           "Ends with status 4 when there was an excursion.",
           {{"limit", "CH:UP:DOWN",
             "Limits of the recorder's channel CH, such as 1:8:2; one may be empty."},

@@ -85,7 +85,7 @@ bool Watch::poll() {
   return true;
 }
 
-// The limits are read anew: they may have been set meanwhile.
+// The limits are read again: they may have been set meanwhile.
 bool Watch::find_again() {
   if (!recorder_.take_up_again()) return false;
   try {
@@ -203,15 +203,16 @@ Command watch_command() {
   return {
       "watch",
       "[OPTION]...",
-      "Prints a line a reading as it comes.",
+      "Prints each reading as it comes, on a line of its own.",
       "Asks the recorder for its readings again and again and prints a line for each, with the\n"
-      "channels that are out of the recorder's alarm limits. Runs until Ctrl+C. A recorder that\n"
-      "does not answer is told on standard error and taken up again when it is back, also after\n"
-      "its adapter was unplugged. Ends with status 4 when a reading was out of range.",
+      "channels that are out of the recorder's alarm limits. Runs until Ctrl+C. When the recorder\n"
+      "stops answering, standard error says so, and watch waits until it is back, also after its\n"
+      "adapter was unplugged; with --port auto it searches all ports again. Ends with status 4\n"
+      "when a reading was out of range.",
       {{"interval", "S", "Seconds between readings (default 5)."},
        {"count", "N", "Ends after N readings."},
-       {"csv", nullptr, "Prints CSV, with a head."},
-       {"json", nullptr, "Prints a JSON object a line."},
+       {"csv", nullptr, "Prints CSV, with a header line."},
+       {"json", nullptr, "Prints each reading as a JSON object on a line."},
        port_option,
        type_option},
       0,

@@ -189,7 +189,7 @@ std::optional<QByteArray> KeptBlocks::find(int block) const {
     if (kept == blocks_.end() || is_full(kept->second)) return std::nullopt;
     return kept->second;
   }
-  // The readings stand newest first. Those of one block may be spread over several kept ones; with
+  // The readings come newest first. Those of one block may be spread over several kept ones; with
   // three channels a block is no whole number of samples, and only one that has not moved counts.
   QByteArray answer;
   for (int at = end; at > end - readings_per_block;) {
@@ -210,7 +210,7 @@ std::optional<QByteArray> KeptBlocks::find(int block) const {
 int KeptBlocks::different_samples(int block) const {
   const auto answer = find(block);
   if (!answer) return 0;
-  // The whole samples stand at the data's end.
+  // The whole samples are at the data's end.
   std::set<QByteArray> samples;
   const int size = reading_size * channels_;
   for (int at = data_at + data_size(*answer) - size; at >= data_at; at -= size) {

@@ -22,7 +22,7 @@ QByteArray recording_identity(const RecorderProperties& properties, const Record
 class KeptBlocks {
  public:
   // Takes what the file `path` keeps of the recording `identity`. A file of another recording gives
-  // nothing; of a damaged one counts what stands before the damage.
+  // nothing; of a damaged one counts what comes before the damage.
   KeptBlocks(QString path, QByteArray identity);
   // The file is there, and not of this recording: begin() would overwrite it.
   bool of_another_recording() const { return of_another_; }
@@ -33,7 +33,7 @@ class KeptBlocks {
   // reading's age in whole seconds, too coarse for an interval below three.
   void align(const RecorderProperties& properties, const MemoryMap& memory, const QDateTime& now);
 
-  // Makes the file anew, with what is kept, for the blocks to come. Throws FileError.
+  // Writes the file with what is kept, for the blocks to come. Throws FileError.
   void begin();
   // Adds the answer to the request for block `block`; it is on the disk when this returns. Throws
   // FileError.
