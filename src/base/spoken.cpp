@@ -3,6 +3,7 @@
 #include <QAccessibleWidget>
 #include <QComboBox>
 #include <QLabel>
+#include <QTimer>
 
 namespace {
 
@@ -13,7 +14,25 @@ class Announcer final : public QWidget {
  public:
   explicit Announcer(QWidget* window) : QWidget(window) { setObjectName(name()); }
   static QString name() { return QStringLiteral("announcer"); }
-  QString text;
+
+  // A screen reader asks for the text some time after the event. What one handler has to say is
+  // therefore said together, so that nothing takes the place of what came just before it.
+  void say(const QString& text) {
+    to_say_ << text;
+    if (to_say_.size() == 1) QTimer::singleShot(0, this, &Announcer::say_all);
+  }
+  const QString& said() const { return said_; }
+
+ private:
+  void say_all() {
+    said_ = to_say_.join(QStringLiteral(". "));
+    to_say_.clear();
+    QAccessibleEvent event(this, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&event);
+  }
+
+  QStringList to_say_;
+  QString said_;
 };
 
 class Announcement final : public QAccessibleWidget {
@@ -22,7 +41,7 @@ class Announcement final : public QAccessibleWidget {
       : QAccessibleWidget(&announcer, QAccessible::Notification) {}
 
   QString text(QAccessible::Text which) const override {
-    if (which == QAccessible::Name) return static_cast<Announcer*>(object())->text;
+    if (which == QAccessible::Name) return static_cast<Announcer*>(object())->said();
     return QAccessibleWidget::text(which);
   }
 };
@@ -45,16 +64,13 @@ Announcer& announcer_of(QWidget& window) {
 }  // namespace
 
 void announce(const QWidget& at, const QString& text) {
-  Announcer& announcer = announcer_of(*at.window());
-  announcer.text = text;
-  QAccessibleEvent event(&announcer, QAccessible::ObjectShow);
-  QAccessible::updateAccessibility(&event);
+  announcer_of(*at.window()).say(text);
 }
 
 void show_spoken(QLabel& label, const QString& text) {
   if (label.text() == text) return;
   label.setText(text);
-  announce(label, text);
+  if (!text.isEmpty()) announce(label, text);
 }
 
 // Qt tells a screen reader the name of a list and not what is chosen in it; so the choice is its

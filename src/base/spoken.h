@@ -6,7 +6,7 @@ class QLabel;
 class QString;
 class QWidget;
 
-// Has `text` said at once, as a notification of the window that `at` belongs to.
+// Has `text` said soon, as a notification of the window that `at` belongs to.
 void announce(const QWidget& at, const QString& text);
 
 // Shows a new text and has it said; the same again is not said twice.

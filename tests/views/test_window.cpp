@@ -215,15 +215,17 @@ class TestDisplay : public QObject {
     // What is said without being asked for is a notification beside the labels, which keep theirs.
     QLabel& panel = *shell_.Sts1[1];
     QAccessible::queryAccessibleInterface(&panel);
-    for (const auto text : {"Link Ok", "Link Error"}) shell_.set_panel(2, text);
+    for (const auto text : {"Link Ok", "", "Link Error"}) shell_.set_panel(2, text);
+    QCoreApplication::processEvents();
     const auto* said = shell_.findChild<QWidget*>("announcer", Qt::FindDirectChildrenOnly);
     QVERIFY(said);
     const auto of = [](const QWidget* widget) {
       return QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
     };
     QCOMPARE(of(said)->role(), QAccessible::Notification);
-    QCOMPARE(of(said)->text(QAccessible::Name), "Link Error");
+    QCOMPARE(of(said)->text(QAccessible::Name), "Link Ok. Link Error");
     shell_.set_progress(30, "30%");
+    QCoreApplication::processEvents();
     QCOMPARE(of(said)->text(QAccessible::Name), "30%");
     QCOMPARE(of(&panel)->text(QAccessible::Name), "Link Error");
     const auto look = when_shown<Frmwarn>([&of](Frmwarn& dialog) {
