@@ -36,7 +36,11 @@ Interrupts::Interrupts() {
   });
   struct sigaction action {};
   action.sa_handler = on_signal;
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+  for (const int number : {SIGINT, SIGTERM}) sigaction(number, &action, nullptr);
+  // Under nohup the end of the session is no reason to end.
+  struct sigaction before {};
+  sigaction(SIGHUP, nullptr, &before);
+  if (before.sa_handler != SIG_IGN) sigaction(SIGHUP, &action, nullptr);
   for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
 }
 

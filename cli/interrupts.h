@@ -8,10 +8,10 @@
 
 #include "base/clock.h"
 
-// While it lives SIGINT, SIGTERM and SIGHUP stop the clock: every wait ends, every exchange with
-// the recorder fails, and the command leaves by its usual way, in which it clears up. A second one
-// changes nothing. Writing to a pipe that nobody reads, or beyond the size limit for files, is an
-// error and no signal.
+// While it lives SIGINT, SIGTERM and, unless ignored before, SIGHUP stop the clock: every wait
+// ends, every exchange with the recorder fails, and the command leaves by its usual way, in which
+// it clears up. A second one changes nothing. Writing to a pipe that nobody reads, or beyond the
+// size limit for files, is an error and no signal.
 class Interrupts {
  public:
   Interrupts();

@@ -55,10 +55,8 @@ class TestCli : public QObject {
     add_rows<Usage>({
         {"no command", "", 1, "no command"},
         {"unknown command", "fetch", 1, "no command \"fetch\""},
-        {"unknown option", "ports --all", 1, "unknown option 'all'"},
         {"no output", "download", 1, "(-o)"},
         {"no file", "stats", 1, "file is missing"},
-        {"two files", "stats a b", 1, "\"b\" is one argument too many"},
         {"port", "identify --port 9", 1, "\"9\" is not a port"},
         {"type", "identify --type Six", 1, "One, Two, Three, Four"},
         {"type without channels", "identify --type Broken", 3, "no number of channels"},
@@ -259,6 +257,8 @@ class TestCli : public QObject {
     QCOMPARE(csv.status, 4);
     QVERIFY(w_.run("watch --type Two --count 1 --json").out.contains("\"alarm\":true"));
     QVERIFY(w_.run("watch --type Two --count 1").out.contains("DampOut Of Range"));
+    const QString nohup = "trap '' HUP; ./corvane-cli watch --type Two --interval 0.3 --count 5 & ";
+    QCOMPARE(w_.shell(nohup + "sleep 0.8; kill -HUP $!; wait $!").out.count('\n'), 5);
     // A reader that has had enough.
     const Ran piped =
         w_.shell("set -o pipefail; ./corvane-cli watch --type Two --interval 0.1 | head -n 1");
