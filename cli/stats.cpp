@@ -185,7 +185,7 @@ int run(const Arguments& arguments, Interrupts& interrupts) {
       arguments.decimal("activation-energy", 1, 1000).value_or(usual_activation_energy);
   Recording recording = load_recording(arguments.file());
   drop_empty_samples(recording);
-  if (recording.SampleCount == 0) {
+  if (recording.SampleCount == 0 || recording.ChannelCount == 0) {
     throw Failure(exit_status::file, arguments.file() + QStringLiteral(" has no readings"));
   }
   compute_statistics(recording);

@@ -54,9 +54,7 @@ class TestCli : public QObject {
   void refuses_data() {
     add_rows<Usage>({
         {"no command", "", 1, "no command"},
-        {"unknown command", "fetch", 1, "no command \"fetch\""},
         {"no output", "download", 1, "(-o)"},
-        {"no file", "stats", 1, "file is missing"},
         {"port", "identify --port 9", 1, "\"9\" is not a port"},
         {"type", "identify --type Six", 1, "One, Two, Three, Four"},
         {"type without channels", "identify --type Broken", 3, "no number of channels"},
@@ -68,6 +66,7 @@ class TestCli : public QObject {
         {"limit's channel", "stats store.qlx --limit 2:8:2", 1, "does not have"},
         {"form", "export store.qlx -o a.ods", 1, "does not end in"},
         {"no readings", "stats empty.qlx", 3, "empty.qlx has no readings"},
+        {"no channels", "stats bare.qlx", 3, "bare.qlx has no readings"},
         {"missing file", "stats none.qlx", 3, "none.qlx does not exist"},
         {"no data file", "stats device.txt", 3, "is not a data file"},
         {"folder", "download -o missing/a.qlx", 3, "missing/a.qlx cannot be written"},
@@ -78,6 +77,7 @@ class TestCli : public QObject {
   void refuses() {
     QFETCH(Usage, row);
     make_file(w_.path("store.qlx"), readings);
+    make_file(w_.path("bare.qlx"), "\"\"\r\n\"\"\r\n0\r\n1\r\n\"2026-03-01 23:50:00\"\r\n");
     make_file(w_.path("empty.qlx"), QByteArray(readings).replace("\r\n5\r\n", "\r\n0\r\n"));
     const Ran ran = w_.run(row.words);
     QCOMPARE(ran.out, "");
