@@ -1,4 +1,4 @@
-// Copying what a window shows to the clipboard.
+// Copies what a window shows to the clipboard.
 #pragma once
 
 #include <QList>
@@ -6,10 +6,10 @@
 class QAbstractItemView;
 class QWidget;
 
-// The copy key puts the selected cells on the clipboard as tab-separated text. The context menu
-// offers the same, and with the columns' headings above it.
+// Makes the copy key put the selected cells on the clipboard as tab-separated text. The context
+// menu offers the same, and also with the column headings.
 void copy_selection_on_request(QAbstractItemView& view);
 
-// Puts a picture of these widgets on the clipboard, those that are visible, as they stand in their
-// common parent. There is at least one.
+// Puts a picture of those of these widgets that are visible on the clipboard, arranged as in their
+// common parent. `parts` is not empty.
 void copy_picture(const QList<QWidget*>& parts);

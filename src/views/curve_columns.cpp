@@ -40,7 +40,7 @@ void CurveColumns::find_covered_rows(Curve& curve) {
   if (first_ == end_) return;
   if (end_ - first_ > 1) {
     const auto [smallest, largest] = extremes_of(in_column(curve));
-    // Rows run against the values, with upside-down limits along with them.
+    // The largest value has the first row, or the last if the limits are upside down.
     const Rows rows = rows_between(curve.row_of(smallest), curve.row_of(largest));
     curve.covered = hull(curve.covered, common(rows, {0, size_.height() - 1}));
   }
@@ -54,7 +54,7 @@ void CurveColumns::find_covered_rows(Curve& curve) {
   curve.covered = hull(curve.covered, curve.leaving);
 }
 
-// Writes the rows that one curve alone covers; those that several cover are left open.
+// Writes the rows that only one curve covers; leaves open those that several cover.
 void CurveColumns::draw_rows_of_one_curve(PixelRuns& picture) {
   edges_.clear();
   for (const Curve& curve : curves_) {
@@ -79,7 +79,7 @@ void CurveColumns::draw_rows_of_one_curve(PixelRuns& picture) {
   }
 }
 
-// Gives the open rows to the lines through them, the last line first.
+// Goes backwards through the lines in the column: an open row gets the colour drawn last.
 void CurveColumns::draw_rows_of_several(PixelRuns& picture) {
   for (Curve& curve : curves_) {
     const auto values = in_column(curve);

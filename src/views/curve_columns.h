@@ -1,5 +1,5 @@
-// The curves of a graph, pixel column by pixel column: where many samples share a column only what
-// remains visible in the end is written.
+// Draws the curves of a graph column by column. Where many samples share a pixel column, it writes
+// only the pixels that remain visible.
 #pragma once
 
 #include <span>
@@ -13,14 +13,14 @@ using SlotColours = std::array<QRgb, Recording::max_channels>;
 
 class CurveColumns {
  public:
-  // The curves stay the caller's.
+  // Refers to `curves`, which must outlive this object.
   CurveColumns(const GraphCurves& curves, const SlotColours& colours, const PictureSize& size);
 
-  // Adds the next column, the leftmost first, to `picture`: the pixels that a line from each sample
-  // to the next covers, one pixel wide, drawn sample after sample and within it channel after
-  // channel.
+  // Adds the next column, from the left, to `picture`. The result is that of drawing a line one
+  // pixel wide from each sample to the next, sample after sample and, for each sample, channel
+  // after channel.
   void draw_next(PixelRuns& picture);
-  // Passes the next column; gives what the first curve covers there.
+  // Skips the next column; gives the rows that the first curve covers there.
   Rows pass_next();
 
  private:
@@ -28,10 +28,10 @@ class CurveColumns {
     std::span<const float> values;
     ValueRows row_of;
     QRgb colour;
-    // From the last sample passed to the next one.
+    // The line from the last sample passed to the next one.
     LineRows line{};
-    // Of the column at hand: the part of the line that enters it, of the one that leaves it, and
-    // all that the curve covers; the row of each sample, where they are asked for.
+    // In the current column: the rows of the line that enters it, of the line that leaves it, and
+    // of the whole curve; the row of each sample, set only where several curves overlap.
     Rows entering = no_rows;
     Rows leaving = no_rows;
     Rows covered = no_rows;
@@ -51,10 +51,10 @@ class CurveColumns {
   std::vector<int> columns_;
   std::vector<Curve> curves_;
   int column_ = -1;
-  // The samples in the column at hand: from `first_` up to but without `end_`.
+  // The samples in the current column: from `first_` up to, but not including, `end_`.
   std::size_t first_ = 0;
   std::size_t end_ = 0;
-  // The rows of the column that several curves cover and none has got yet.
+  // Rows of the column that several curves cover and that have no colour yet.
   std::vector<Rows> open_;
   std::vector<int> edges_;
 };

@@ -13,8 +13,7 @@ struct DateSegment {
   std::int32_t count = 0;
 };
 
-// Times are compared as texts "YYYY-MM-DD HH:MM:SS"; an automatic save's stamps are brought into
-// that form first. The sample at the end time itself falls just outside. At least 5 samples; a
-// start after the last sample is the last sample. Throws BoundsError when the search runs out of
-// what the Recording can hold.
+// Compares times as texts "YYYY-MM-DD HH:MM:SS", into which it first converts an automatic save's
+// stamps. The sample at the end time falls just outside. The view has at least 5 samples; a start
+// after the last sample is the last sample. Throws BoundsError if the search leaves the arrays.
 DateSegment date_segment(const Recording& recording, const QString& start, const QString& end);

@@ -1,6 +1,6 @@
 #include "views/extremes.h"
 
-// Built with the promise that values are finite, which lets the compiler take several at a time.
+// Compiled on the assumption that values are finite, so that several are compared at a time.
 Extremes extremes_of(std::span<const float> values) {
   Extremes result = {values[0], values[0]};
   for (const float value : values) {

@@ -8,5 +8,5 @@ struct Extremes {
   float largest;
 };
 
-// Of at least one value, none of them infinite or no number.
+// Takes at least one value. All must be finite.
 Extremes extremes_of(std::span<const float> values);

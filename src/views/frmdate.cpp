@@ -16,14 +16,14 @@
 
 namespace {
 
-// The time of a sample's stamp. Throws where there is no sample or its stamp is no time.
+// The time of a sample's stamp. Throws if there is no such sample or its stamp is not a time.
 QDateTime sample_time(std::int64_t sample) {
   QDateTime time = date_time_of(User::recording.SampleTimes(sample));
   if (!time.isValid()) throw ConversionError("not a time stamp");
   return time;
 }
 
-// A Recording whose clock was set back can end before it begins: its end is then no limit.
+// If the clock was set back, a Recording can end before it begins. Its end is then no limit.
 void set_latest(QDateTimeEdit& picker, QDate date) {
   if (date < picker.minimumDate()) throw ConversionError("latest date before the earliest");
   picker.setMaximumDate(date);

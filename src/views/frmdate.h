@@ -1,4 +1,4 @@
-// The dialog "Select Date Segment": the graph's view by the times of its first and last sample.
+// The dialog "Select Date Segment": sets the graph's view by its first and last times.
 #pragma once
 
 #include <QDateTimeEdit>
@@ -16,8 +16,8 @@ class frmdate final : public QDialog {
   Q_OBJECT
 
  public:
-  // Opens on the segment that begins at sample `view_start`. "Ok" sets User::recording.ViewCount
-  // and hands the first sample to `show`.
+  // Opens with the view that begins at sample `view_start`. "Ok" sets User::recording.ViewCount and
+  // hands the first sample to `show`.
   frmdate(MessageBox& messages, std::int32_t view_start, std::function<void(std::int32_t)> show,
           QWidget* parent);
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Sets off where a channel begins in the information list.
+// Sets the row where a channel begins in the information list in bold.
 void emphasise(QTreeWidgetItem& item) {
   QFont font = item.font(1);
   font.setBold(true);
@@ -105,15 +105,15 @@ void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
   for (std::size_t k = 0; k < scale.labels.size(); ++k) {
     QLabel& label = *Label4[labels_per_scale * slot + k];
     label.setText(scale.labels[k]);
-    // Inside the graph a text needs something behind it, an empty one must not hide the grid.
+    // Inside the graph a text needs a background, but an empty label must not hide the grid.
     label.setAutoFillBackground(slot >= 2 && !scale.labels[k].isEmpty());
   }
   User::AxisHigh[slot] = high = scale.high;
   User::AxisLow[slot] = low = scale.low;
 }
 
-// Nothing of the view before stays that could be taken for the present one's: the grid is empty,
-// and the scales are from the slot on that has none.
+// Clears whatever could be mistaken for the current view: the curves, the values at the cursor, and
+// the scales from `from_slot` on, the first slot without one.
 void frmdisplay::show_no_curves(std::size_t from_slot) {
   Pic1->new_curves().channels.clear();
   for (std::size_t i = labels_per_scale * from_slot; i < Label4.size(); ++i) {
@@ -141,7 +141,7 @@ void frmdisplay::cmd2_Click() {
   if (!kept.unloaded()) RedrawGraph();
 }
 
-// A download that ends under the open dialog brings a new window; the choice is then for that one.
+// A download that ends while the dialog is open brings a new window. The choice then applies to it.
 void frmdisplay::Cmd6_Click() {
   const KeepAlive kept(*this);
   const auto show = [&shell = shell_](std::int32_t first) {
@@ -152,7 +152,7 @@ void frmdisplay::Cmd6_Click() {
 
 void frmdisplay::show_from(std::int32_t first) {
   {
-    // Else it would redraw a first time.
+    // Otherwise setValue() would redraw once more.
     const QSignalBlocker quiet(Slider1);
     Slider1->setValue(first);
   }
@@ -162,7 +162,7 @@ void frmdisplay::show_from(std::int32_t first) {
 void frmdisplay::Pic1_MouseDown(float x) {
   stop_at_first_failure([&] {
     const Recording& recording = User::recording;
-    // An empty window has nothing to point at, whatever the closed Recording left behind.
+    // An empty window has no sample to click on, whatever the closed Recording left behind.
     if (recording.SampleCount < 1) return;
     const std::int32_t count = recording.ViewCount;
     if (count == 1) return;
@@ -181,8 +181,8 @@ void frmdisplay::Pic1_KeyDown(CursorStep step) {
   });
 }
 
-// To any sample of the Recording; the view follows as far as it must. Where nothing is drawn there
-// is nothing to move.
+// Moves the cursor to any sample of the Recording; the view follows only as far as it must. Does
+// nothing while no cursor is shown.
 void frmdisplay::move_cursor(std::int32_t sample) {
   if (!cursor_shown_) return;
   const std::int32_t count = User::recording.ViewCount;
@@ -191,13 +191,13 @@ void frmdisplay::move_cursor(std::int32_t sample) {
   std::int32_t first = ViewStart;
   if (sample < ViewStart) first = sample;
   if (sample > ViewEnd) first = sample - count + 1;
-  // First, so that the redraw shows this sample and none on the way to it.
+  // Set before the redraw, which then shows this sample and none in between.
   cursor_ = {sample - first, count};
   first == ViewStart ? show_at_cursor(cursor_.sample) : show_from(first);
 }
 
-// Page Up leads back and Page Down on, as on the graph. The view is what moves: the slider's handle
-// can be farther on than the last view begins. False for other keys.
+// Page Up goes back and Page Down forward, as on the graph. Steps count from the view's start: the
+// slider's handle can be beyond the start of the last view. False for other keys.
 bool frmdisplay::Slider1_KeyDown(int key) {
   const int page = page_of(User::recording.ViewCount);
   const QHash<int, int> steps = {{Qt::Key_Left, -1},      {Qt::Key_Down, -1},
@@ -237,8 +237,8 @@ void frmdisplay::hide_cursor() {
   place_cursor();
 }
 
-// A loaded window has its first row at hand, but nothing is marked in the sheet before the cursor
-// moves.
+// In a newly loaded window the first row is current, but nothing is selected in the sheet until the
+// cursor moves.
 void frmdisplay::select_in_sheet(std::int32_t sample) {
   QItemSelectionModel* selection = MSFlG1->selectionModel();
   if (!selection) return;

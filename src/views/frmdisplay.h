@@ -26,9 +26,9 @@ class frmdisplay final : public ChildWindow {
   // Shows the Recording as it is now.
   void Form_Load();
 
-  // Shows the view that the slider and User::recording.ViewCount say.
+  // Draws the view that the slider and User::recording.ViewCount select.
   void RedrawGraph();
-  // Zoom in (1) or out (0).
+  // Zooms in (1) or out (0).
   void cmd_Click(int index);
   // Display Limit Set.
   void cmd2_Click();
@@ -47,13 +47,13 @@ class frmdisplay final : public ChildWindow {
   // Times of the first and of the last sample in view.
   QLabel* Label1;
   QLabel* Label2;
-  // Scales: nine labels from top to bottom a channel slot.
+  // Scales: nine labels per channel slot, from top to bottom.
   std::array<QLabel*, 4 * labels_per_scale> Label4{};
-  // Per channel slot c: title of the scale c, legend c + 4, value at the cursor c + 8.
+  // Per channel slot c: [c] the scale's title, [c + 4] the legend, [c + 8] the value at the cursor.
   std::array<QLabel*, 12> Label3{};
   // Colour swatches of the legend.
   std::array<QFrame*, 4> Line1{};
-  // Cursor, and the time at it.
+  // The cursor and the time at it.
   QFrame* Line2;
   QLabel* Label5;
   std::array<QPushButton*, 2> cmd{};
@@ -97,14 +97,14 @@ class frmdisplay final : public ChildWindow {
   Shell& shell_;
   GraphTextSizes text_sizes_;
   QSize arranged_page_;
-  // The cursor is at sample `sample` of a view of `view_count` samples. When the view changes it
-  // keeps its place in the picture.
+  // The cursor's place: sample `sample` of a view of `view_count` samples. When the view changes,
+  // the cursor keeps its place in the picture.
   struct Cursor {
     std::int32_t sample = 0;
     std::int32_t view_count = 2;
   };
   Cursor cursor_;
   bool cursor_shown_ = false;
-  // The sheet is following the cursor, not the other way round.
+  // True while the sheet follows the cursor, not the other way round.
   bool selecting_ = false;
 };

@@ -1,4 +1,4 @@
-// The controls of the Historical Data window and where they stand.
+// The controls of the Historical Data window and their layout.
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -21,11 +21,11 @@ constexpr int list_width = 4875 / twips_per_pixel;
 constexpr int widest_list = 420;
 constexpr int column_width = 960 / twips_per_pixel;
 constexpr int time_column_width = 2000 / twips_per_pixel;
-// Opacity, of 255, of what lies behind texts inside the graph: a scale must not hide the curves
+// Opacity, 0..255, of the background of texts inside the graph: a scale must not hide the curves
 // under it.
 constexpr int scale_opacity = 170;
 constexpr int time_opacity = 215;
-// The text's share in the colour of a channel's texts, at least.
+// The least share of the window's text colour in the colour of a channel's texts.
 constexpr double text_share = 0.6;
 constexpr int time_label_width = static_cast<int>(time_label_twips) / twips_per_pixel;
 
@@ -41,8 +41,8 @@ QLabel* label(const QString& name, QWidget* parent, Qt::Alignment alignment) {
   return result;
 }
 
-// The sheet's row follows the graph's cursor. A screen reader is told of it only where the sheet
-// has the focus: it would take the sheet for what is being used.
+// The sheet's row follows the graph's cursor. The sheet reports this to screen readers only while
+// it has the focus: otherwise they would take it for the control in use.
 class SheetView final : public QTableView {
  public:
   using QTableView::QTableView;
@@ -50,7 +50,7 @@ class SheetView final : public QTableView {
  protected:
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
     if (hasFocus()) return QTableView::currentChanged(current, previous);
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call): without the table's word to screen readers
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): skips the report to screen readers
     QAbstractItemView::currentChanged(current, previous);
   }
   void selectionChanged(const QItemSelection& now, const QItemSelection& before) override {
@@ -92,7 +92,7 @@ void frmdisplay::build() {
   MSFlG1 = new SheetView(SSTab1);
   MSFlG1->setObjectName(QStringLiteral("MSFlG1"));
   MSFlG1->setAccessibleName(QStringLiteral("Data Sheet"));
-  // The Tab key leads out of the sheet again.
+  // The Tab key leaves the sheet instead of moving from cell to cell.
   MSFlG1->setTabKeyNavigation(false);
   copy_selection_on_request(*MSFlG1);
   SSTab1->addTab(build_graph_page(), QStringLiteral("Data Graph"));
@@ -210,7 +210,7 @@ void frmdisplay::build_sheet() {
   auto* model = new SheetModel(User::recording, this);
   MSFlG1->setWordWrap(false);
   MSFlG1->verticalHeader()->hide();
-  // The height first: with the rows there, each of them would be told of it.
+  // The height before the model: afterwards every row would be notified.
   MSFlG1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   MSFlG1->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   MSFlG1->setModel(model);
@@ -231,9 +231,8 @@ void frmdisplay::build_sheet() {
   }
 }
 
-// Texts of a channel carry its colour, darkened or lightened towards the text colour so that even
-// yellow can be read, inside the graph on any curve too; curves and swatches have the colours
-// themselves.
+// A channel's texts have its colour, mixed with the text colour until even yellow is readable, also
+// over any curve inside the graph. Curves and swatches have the unmixed colour.
 void frmdisplay::set_colours() {
   const QColor window_text = palette().color(QPalette::WindowText);
   const QColor window = palette().color(QPalette::Window);
@@ -268,7 +267,7 @@ GraphTextSizes frmdisplay::measure_texts() const {
     return text->fontMetrics().horizontalAdvance(text->text());
   };
   GraphTextSizes sizes;
-  // Those that were loaded: a download may be filling the Recording with others.
+  // The channels that were loaded: a download may be filling the Recording with others.
   sizes.channels = static_cast<int>(std::count_if(
       Line1.begin(), Line1.end(), [](const QFrame* swatch) { return !swatch->isHidden(); }));
   sizes.line = fontMetrics().height();
@@ -286,7 +285,7 @@ GraphTextSizes frmdisplay::measure_texts() const {
 
 void frmdisplay::arrange() {
   GraphTextSizes sizes = measure_texts();
-  // A scale that once needed more room keeps it: the graph does not jump while it is scrolled.
+  // A scale that once needed more room keeps it, so that the graph does not jump while scrolling.
   for (std::size_t c = 0; c < sizes.scales.size(); ++c) {
     sizes.scales[c] = std::max(sizes.scales[c], text_sizes_.scales[c]);
   }
@@ -307,14 +306,14 @@ void frmdisplay::arrange() {
   place_cursor();
 }
 
-// The time hangs between the lowest two labels of an inner scale, of which the last stands inside.
+// The time lies midway between the lowest two labels of an inner scale; the last is moved inside.
 void frmdisplay::place_cursor() {
   Line2->setVisible(cursor_shown_);
   Label5->setVisible(cursor_shown_ && !Label5->text().isEmpty());
   if (!cursor_shown_) return;
   const float x = cursor_twips();
   Line2->setGeometry(Pic1->pixel(x), 0, 1, Pic1->height());
-  // As wide as its longest word, be it wider than the step to the cursor's left.
+  // As wide as its longest word, even if that is wider than the step to the cursor's left.
   const int width = std::max(time_label_width, Label5->minimumSizeHint().width());
   const int height = Label5->heightForWidth(width);
   const int top = Pic1->height() * 15 / 16 - text_sizes_.line / 4 - height / 2;
@@ -332,7 +331,7 @@ bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {
   return ChildWindow::eventFilter(watched, event);
 }
 
-// Underlined: a bold text would be wider, and the graph would move.
+// Underlines the chosen legend: bold text would be wider and move the graph.
 void frmdisplay::show_chosen() {
   for (std::size_t c = 0; c < Line1.size(); ++c) {
     QFont font = Label3[c + 4]->font();
@@ -341,7 +340,7 @@ void frmdisplay::show_chosen() {
   }
 }
 
-// The graph with its scales, legend and times, as it stands in the window.
+// Copies the graph with its scales, legend and times as the window shows it.
 void frmdisplay::copy_graph() const {
   QList<QWidget*> parts = {Pic1, Label1, Label2};
   for (std::size_t i = 0; i < 18; ++i) parts << Label4[i];

@@ -30,7 +30,7 @@ class GraphAccessible final : public QAccessibleWidget,
     Q_EMIT graph_.sample_wanted(value.toInt() - 1);
   }
 
-  // A text to be read as a whole: nothing in it is selected, nor has it a caret or places.
+  // The text is read as a whole: it has no selection, no caret and no places of characters.
   QString text(int start, int end) const override { return shown().mid(start, end - start); }
   int characterCount() const override { return static_cast<int>(shown().size()); }
   int cursorPosition() const override { return 0; }
@@ -62,7 +62,7 @@ QAccessibleInterface* interface_of(const QString&, QObject* object) {
 
 }  // namespace
 
-// The same function again is not installed twice.
+// Qt does not install the same function twice.
 void make_graph_accessible() {
   QAccessible::installFactory(interface_of);
 }

@@ -1,7 +1,7 @@
-// The graph as a screen reader meets it.
+// The graph as screen readers present it.
 #pragma once
 
-// From the first call on every GraphSurface is a spin box of samples to a screen reader: its value
+// From the first call on, every GraphSurface is a spin box of samples for screen readers: its value
 // is the number of the sample at the cursor, its text the time and the readings there. This is the
-// one role whose text, and not only its number, is read when the value changes.
+// only role whose text, not only its number, is read when the value changes.
 void make_graph_accessible();

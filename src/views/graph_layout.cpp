@@ -10,8 +10,8 @@ constexpr int pixels(int twips) {
   return (twips + twips_per_pixel / 2) / twips_per_pixel;
 }
 
-// Of the design: the graph's left edge and top, and where the two times begin, counted from the
-// graph's left and right edge.
+// From the design: the graph's left edge and top, and how far left of the graph's left and right
+// edges the two times begin.
 constexpr int graph_left = pixels(630);
 constexpr int graph_top = pixels(390);
 constexpr int start_time_before_left = pixels(630 - 240);

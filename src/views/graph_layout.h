@@ -1,5 +1,5 @@
-// Where the controls of the graph tab stand. The distances are those of the window's design in
-// twips; what the window has beyond its design size goes to the graph.
+// Places the controls of the graph tab. The distances come from the window's design, in twips; room
+// beyond the design size goes to the graph.
 #pragma once
 
 #include <QRect>
@@ -9,7 +9,7 @@
 
 #include "views/graph_view.h"
 
-// What the texts need, in pixels of the window.
+// The room that texts and controls need, in window pixels.
 struct GraphTextSizes {
   int line = 0;                    // height of a line
   std::array<int, 4> scales = {};  // widest text of each slot's scale
@@ -26,7 +26,7 @@ struct GraphLayout {
   QRect Slider1;
   QRect Label1;
   QRect Label2;
-  // A scale's labels from top to bottom, slot after slot; those of slots 2 and 3 inside Pic1.
+  // Slot after slot, each scale's labels from top to bottom; those of slots 2 and 3 lie in Pic1.
   std::array<QRect, 4 * labels_per_scale> Label4;
   // Titles of the scales, legend texts, values at the cursor.
   std::array<QRect, 12> Label3;

@@ -13,7 +13,7 @@ QRgb pale(QRgb colour, QRgb background) {
               (qBlue(colour) + qBlue(background)) / 2);
 }
 
-// What a curve covers in each column.
+// The rows that a curve covers in each pixel column.
 std::vector<Rows> rows_of(const GraphCurves& curves, int slot, const PictureSize& size) {
   SlotColours only = {};
   only[static_cast<std::size_t>(slot)] = curve_colours[static_cast<std::size_t>(slot)];
@@ -24,7 +24,7 @@ std::vector<Rows> rows_of(const GraphCurves& curves, int slot, const PictureSize
   return rows;
 }
 
-// All that is no farther than `margin` pixels from the curve, to the sides and up and down.
+// Every pixel at most `margin` columns and `margin` rows away from the curve.
 PixelRuns band_around(const std::vector<Rows>& curve, int margin, QRgb colour, QSize size) {
   PixelRuns band(size, 1);
   std::vector<Rows> near;
@@ -46,7 +46,7 @@ PixelRuns band_around(const std::vector<Rows>& curve, int margin, QRgb colour, Q
   return band;
 }
 
-// A row of the grid between its lines across, and one of those lines.
+// The grid's two kinds of pixel row, between its horizontal lines and on one, and which is where.
 struct GridRows {
   GridRows(const PictureSize& size, QRgb background)
       : between(static_cast<std::size_t>(size.pixels.width()), background),
@@ -64,7 +64,7 @@ struct GridRows {
   std::vector<bool> is_line;
 };
 
-// The layers over each other and over the grid, the lowest first.
+// Draws the grid and the layers over it, the lowest first.
 void compose(QImage& image, const PictureSize& size, QRgb background, std::span<PixelRuns> layers) {
   const GridRows grid(size, background);
   for (int y = 0; y < image.height(); ++y) {
@@ -153,7 +153,7 @@ void GraphPicture::draw(QImage& image, const PictureSize& size,
   compose(image, size, colours.background, layers);
 }
 
-// The others one device pixel wide, and the chosen one over them.
+// Draws the other curves one device pixel wide and the chosen one over them.
 void GraphPicture::draw_one_forward(QImage& image, const PictureSize& size,
                                     const PictureColours& colours) const {
   const auto slot = static_cast<std::size_t>(*forward_);

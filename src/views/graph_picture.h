@@ -1,5 +1,5 @@
-// The picture of the graph: grid and curves, drawn from the values that the last redraw took,
-// whatever has become of the Recording since.
+// The graph's picture: grid and curves. It draws the values copied at the last redraw, whatever
+// happens to the Recording afterwards.
 #pragma once
 
 #include <QImage>
@@ -18,8 +18,8 @@ inline constexpr std::array<QRgb, Recording::max_channels> curve_colours = {
     qRgb(255, 0, 0), qRgb(0, 0, 255), qRgb(0, 192, 192), qRgb(255, 255, 0)};
 inline constexpr QRgb grid_colour = qRgb(200, 200, 200);
 
-// What a redraw shows: the values of the view's samples, channel by channel, and the values at the
-// top and the bottom edge of the graph. Without channels the grid alone is drawn.
+// What a redraw shows: per channel, the values of the view's samples and the values at the graph's
+// top and bottom edges. Without channels only the grid is drawn.
 struct GraphCurves {
   struct Channel {
     std::vector<float> values;
@@ -27,14 +27,14 @@ struct GraphCurves {
     float low = 0;
   };
   std::vector<Channel> channels;
-  // The samples that the picture's width is for. Where there are fewer, its right part stays empty;
-  // there being more, it is for them.
+  // The number of samples that the picture's width has room for. Fewer samples leave its right part
+  // empty; more samples share the whole width.
   int span = 0;
 
   int samples() const;
 
-  // Takes the values of `count` samples, but at least one, from `start` on; the scales are left
-  // alone. Throws BoundsError when a sample lies outside the arrays, and then takes nothing.
+  // Copies the values of `count` samples (at least one) from sample `start` on and leaves the
+  // scales alone. Throws BoundsError and copies nothing if a sample lies outside the arrays.
   void copy_view(const Recording& recording, std::int32_t start, std::int32_t count);
 };
 
@@ -43,22 +43,21 @@ struct PictureSize {
   QSize pixels;
   float width = 0;
   float height = 0;
-  // Width in device pixels of the grid's and the curves' lines: a pixel of the window, but at least
-  // one of the device.
+  // Line width of grid and curves in device pixels: one window pixel, rounded down, but at least 1.
   int line = 1;
 };
-// `logical` is the size in pixels of the window.
+// `logical` is the size in window pixels, `device` the size in device pixels.
 PictureSize picture_size(QSize logical, QSize device, double device_pixel_ratio);
 
-// Device pixels to the twip along a side of the picture. The lines of the first and the last place
-// fill the picture's edges.
+// Device pixels per twip along one side of the picture, less one line: the lines at both ends then
+// lie just inside the edges.
 inline float pixels_per_twip(int pixels, float twips, int line) {
   return static_cast<float>(pixels - line) / twips;
 }
 
-// Twips to the nearest whole pixel, ties to the right and downwards. A place more than a million
-// pixels away is put there: whole numbers stay exact in single precision, and the slope of a line
-// through the picture does not visibly change.
+// Converts twips to the nearest whole pixel; half a pixel rounds right and down. Limits the result
+// to 1048576 pixels either way: whole numbers stay exact in single precision, and the slope of a
+// line through the picture does not visibly change.
 inline int whole_pixel(float twips, float pixels_per_twip) {
   constexpr float farthest = 1048576.0F;
   float place = twips * pixels_per_twip + 0.5F;
@@ -68,12 +67,12 @@ inline int whole_pixel(float twips, float pixels_per_twip) {
   return towards_zero - static_cast<int>(place < static_cast<float>(towards_zero));
 }
 
-// The pixel column of each of the first `samples` samples of a view of `span` samples, or of as
-// many where that is more. The picture's edges are the view's first and last column.
+// The pixel column of each of `samples` samples in a picture whose width holds `span` samples, or
+// `samples` if that is more. The first and the last of these lie on the picture's edges.
 std::vector<int> sample_columns(int samples, const PictureSize& size, int span = 0);
 
-// The pixel row of a value of one channel. The picture's edges are its first and last row; values
-// outside the scale keep their places outside, up to a million pixels away.
+// Converts a channel's value to its pixel row. The scale fills the picture from its first row to
+// its last, lowered by the slot's shift; values beyond it lie outside, at most 1048576 pixels away.
 class ValueRows {
  public:
   ValueRows(const GraphCurves::Channel& channel, int slot, const PictureSize& size);
@@ -89,29 +88,29 @@ class ValueRows {
   float pixels_per_twip_;
 };
 
-// The first pixel of each line of the grid along a side of the picture.
+// The first pixel of each grid line along one side of the picture.
 std::vector<int> grid_lines(int pixels, float twips, int line);
 
 struct PictureColours {
   QRgb background;
-  // Edge of the curve that is brought forward.
+  // Colour of the edge around the curve that is brought forward.
   QRgb edge;
 };
 
-// Keeps the curves and draws them as often as they are wanted.
+// Keeps the curves and draws them whenever a picture is needed.
 class GraphPicture {
  public:
-  // The curves to show from now on, to be filled by the caller. Before the first call the picture
+  // Gives the curves to show from now on; the caller fills them. Before the first call the picture
   // is empty, without a grid.
   GraphCurves& new_curves();
   const GraphCurves& curves() const { return curves_; }
 
-  // The channel slot whose curve is drawn wide, with an edge, over the others, which are drawn
-  // thin and pale; none: all alike.
+  // Draws this slot's curve wide, with an edge, over the others, which become thin and pale.
+  // Without a slot all curves look alike.
   void bring_forward(std::optional<int> slot) { forward_ = slot; }
   std::optional<int> forward() const { return forward_; }
 
-  // Fills an image of 32 bits a pixel that has this size.
+  // Fills `image`, which has this size and 32 bits per pixel.
   void draw(QImage& image, const PictureSize& size, const PictureColours& colours) const;
 
  private:

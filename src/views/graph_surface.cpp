@@ -33,7 +33,7 @@ std::optional<CursorStep> step_of(int key) {
   }
 }
 
-// Stands around the graph and not in it, where it would hide the first and the last samples.
+// Drawn around the graph: inside, it would hide the first and the last samples.
 class GraphFocus final : public QFocusFrame {
  public:
   using QFocusFrame::QFocusFrame;
@@ -74,7 +74,7 @@ int GraphSurface::pixel(float x_twips) const {
   return whole_pixel(x_twips, static_cast<float>(width() - 1) / twips_width());
 }
 
-// The counterpart of where samples are drawn: the picture's edges are its first and last column.
+// Converts a mouse position to twips, the inverse of sample_columns().
 float GraphSurface::place_of(double x_pixel) const {
   const double ratio = devicePixelRatioF();
   const PictureSize drawn = picture_size(size(), (QSizeF(size()) * ratio).toSize(), ratio);
@@ -103,7 +103,7 @@ void GraphSurface::add_legend(QWidget& part, int slot) {
 
 bool GraphSurface::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress && legend_.contains(watched)) {
-    // The keys that end it are the graph's.
+    // The graph takes the focus because its keys end the choice.
     setFocus(Qt::MouseFocusReason);
     choose(legend_.value(watched));
   }
@@ -131,7 +131,7 @@ void GraphSurface::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) redraw();
 }
 
-// A notch of an ordinary wheel is a step; finer wheels and touch pads add up to one.
+// One notch of an ordinary wheel is one step; finer wheels and touch pads add up to one.
 void GraphSurface::wheelEvent(QWheelEvent* event) {
   constexpr int notch = 120;
   wheel_ += event->angleDelta().y();
@@ -144,7 +144,7 @@ void GraphSurface::keyPressEvent(QKeyEvent* event) {
   if (!press(*event)) PictureBox::keyPressEvent(event);
 }
 
-// False for a key that means nothing here.
+// Returns false for a key that the graph does not use.
 bool GraphSurface::press(const QKeyEvent& key) {
   if (key.matches(QKeySequence::Copy)) {
     Q_EMIT copy_wanted();

@@ -1,5 +1,5 @@
-// The picture box of the graph: shows the kept picture and says in the graph's own terms what the
-// user does with mouse and keys.
+// The graph's picture box. It shows the kept picture and reports mouse and keyboard input in the
+// graph's own terms.
 #pragma once
 
 #include <QFocusFrame>
@@ -9,8 +9,8 @@
 #include "views/graph_picture.h"
 #include "views/graph_view.h"
 
-// What a screen reader says of the graph: the time and the readings at the cursor, and which of the
-// `samples` it is, counted from 1; an empty text without a cursor.
+// What a screen reader says of the graph: the time and the readings at the cursor, and the number
+// of the cursor's sample, 1 to `samples`. The text is empty without a cursor.
 struct GraphValue {
   QString text{};
   int sample = 0;
@@ -23,33 +23,33 @@ class GraphSurface final : public PictureBox {
  public:
   explicit GraphSurface(QWidget* parent);
 
-  // The curves to show from now on, to be filled by the caller.
+  // Gives the curves to show from now on; the caller fills them.
   GraphCurves& new_curves();
 
   // Width in twips.
   float twips_width() const { return static_cast<float>(width() * twips_per_pixel); }
-  // The pixel of the window that holds this place.
+  // The column of this place, in window pixels.
   int pixel(float x_twips) const;
 
-  // Said aloud where it is another sample than before.
+  // Keeps the value for screen readers and, if it is of another sample, has them say it.
   void show_value(const GraphValue& value);
   const GraphValue& value() const { return value_; }
 
-  // The channel slot that is brought forward (GraphPicture); choosing it again ends it.
+  // Brings a channel slot forward (see GraphPicture); choosing the same slot again ends this.
   void choose(int slot);
   std::optional<int> chosen() const { return picture_.forward(); }
-  // A click on this part of the legend chooses the slot.
+  // Makes a click on this part of the legend choose the slot.
   void add_legend(QWidget& part, int slot);
 
  Q_SIGNALS:
-  // A button was pressed at this x in twips.
+  // A mouse button was pressed at this x, in twips.
   void MouseDown(float x);
   void cursor_step(CursorStep step);
   void zoom_step(bool in);
   void chosen_changed();
-  // A screen reader asks for the sample of this number, counted from 0.
+  // A screen reader asks for the cursor to move to this sample, counted from 0.
   void sample_wanted(int sample);
-  // The copy key was pressed, or "Copy" chosen from the context menu.
+  // The copy key was pressed or "Copy" was chosen from the context menu.
   void copy_wanted();
 
  protected:

@@ -9,16 +9,16 @@
 
 namespace {
 
-// Room above and below the extremes of an automatic scale, and the same for a scale too narrow to
-// be labelled; in the channel's unit.
+// In the channel's unit: the margin above and below an automatic scale, the range below which a
+// scale is too narrow for all labels, and the margin added to such a scale.
 constexpr float automatic_margin = 5.0F;
 constexpr float narrow_range = 0.08F;
 constexpr float narrow_margin = 0.5F;
 
 }  // namespace
 
-// The test for the end multiplies by the number of samples and the position by one less. That is
-// so on purpose: it decides how early the view sticks to the Recording's end.
+// The test for the end multiplies by the number of samples, the position by one less. This is on
+// purpose: it decides how early the view sticks to the Recording's end.
 std::int32_t view_start(int slider, int slider_maximum, std::int32_t sample_count,
                         std::int32_t view_count) {
   if (slider_maximum == 0) throw RunTimeError("division by zero");
@@ -77,7 +77,7 @@ QString scale_label(float high, float low, int row) {
 
 namespace {
 
-// Single precision has an end, and a scale beyond it cannot be drawn.
+// A scale that overflows single precision cannot be drawn.
 void require_finite(float value) {
   if (!std::isfinite(value)) throw RunTimeError("overflow");
 }
@@ -98,7 +98,7 @@ ChannelScale channel_scale(std::span<const float> values,
   const float range = top - bottom;
   require_finite(range);
   if (range >= narrow_range) {
-    // The largest number on the way to a label.
+    // The largest number that scale_label() computes with.
     require_finite(range * scale_steps);
     for (int row = 0; row <= scale_steps; ++row) {
       scale.labels[static_cast<std::size_t>(row)] = scale_label(top, bottom, row);

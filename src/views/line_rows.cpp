@@ -5,8 +5,8 @@
 
 namespace {
 
-// The painter's units: ends have 64 to the pixel, positions on the way 65536. Each step rounds as
-// the painter does, for that decides to which column a row in the middle of a line belongs.
+// The painter's units per pixel: 64 for a line's ends, 65536 for positions along it. Each step
+// rounds as the painter does, because that decides to which column a row of the line belongs.
 constexpr int end_units = 64;
 constexpr int half_pixel = end_units / 2;
 constexpr std::int64_t way_units = 65536;
@@ -18,7 +18,7 @@ struct Ends {
   double y2;
 };
 
-// Cuts off what lies more than a pixel outside the picture. False where nothing is left.
+// Cuts off what lies more than a pixel above or below the picture. False if nothing is left.
 bool clip(Ends& line, int height) {
   const double top = -1;
   const double bottom = height + 1;
@@ -78,7 +78,7 @@ Rows LineRows::flat_rows(int column) const {
   return {row, row};
 }
 
-// The rows in which the line stands between the column's edges.
+// The rows in which the line is between the column's edges.
 Rows LineRows::steep_rows(int column) const {
   const std::int64_t left = column * way_units - across_;
   const std::int64_t right = left + way_units;

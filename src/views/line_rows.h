@@ -1,4 +1,4 @@
-// A straight line as the runs of rows that it covers in the pixel columns it passes.
+// A straight line as the run of rows that it covers in each pixel column.
 #pragma once
 
 #include <QSize>
@@ -20,7 +20,7 @@ inline Rows rows_between(int row, int other) {
 inline Rows common(Rows a, Rows b) {
   return {std::max(a.first, b.first), std::min(a.last, b.last)};
 }
-// The rows from the upper end of both to the lower one; an empty run has no part in it.
+// The smallest run that contains both; an empty run adds nothing.
 inline Rows hull(Rows a, Rows b) {
   if (a.empty()) return b;
   if (b.empty()) return a;
@@ -32,23 +32,23 @@ struct PixelPoint {
   int row;
 };
 
-// The line from one pixel to another in a later column, with exactly the pixels that
-// QPainter::drawLine sets with a pen of one pixel, not smoothed, in a picture of this size. Both
-// columns lie in the picture; the rows may lie outside.
+// The line from one pixel to another in a later column. It has exactly the pixels that QPainter
+// sets in a picture of this size with a pen of one pixel, not antialiased. Both columns lie in the
+// picture; the rows may lie outside.
 class LineRows {
  public:
   LineRows() = default;
   LineRows(PixelPoint from, PixelPoint to, QSize picture);
 
-  // The rows of the picture that it covers in this column; none where it does not come.
+  // The rows of the picture that the line covers in this column; none if it does not come there.
   Rows in(int column) const;
 
  private:
   Rows flat_rows(int column) const;
   Rows steep_rows(int column) const;
 
-  // A steep line stands at the column `across_` in row `first_` and moves by `step_` a row until
-  // `last_`, in 65536ths of a pixel; a flat one likewise with rows for columns.
+  // A steep line is at column `across_` in row `first_` and moves by `step_` per row up to row
+  // `last_`, in 65536ths of a pixel. In a flat line rows and columns change places.
   bool is_steep_ = false;
   std::int64_t across_ = 0;
   std::int64_t step_ = 0;

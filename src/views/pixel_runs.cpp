@@ -8,7 +8,7 @@ constexpr std::int32_t no_change = -1;
 
 void lay_over(std::span<QRgb> target, std::span<const QRgb> upper, std::span<const QRgb> lower) {
   for (std::size_t i = 0; i < target.size(); ++i) {
-    // Both are read whatever the choice: the compiler then takes several at a time.
+    // Reading both in any case lets the compiler process several pixels at a time.
     const QRgb above = upper[i];
     const QRgb below = lower[i];
     target[i] = above ? above : below;

@@ -1,5 +1,5 @@
-// A layer of a picture, made of upright runs of pixels. It is collected column by column and read
-// row by row, as the rows of an image lie in memory; what it costs depends on the runs' number,
+// A layer of a picture, made of vertical runs of pixels. It is filled column by column and read row
+// by row, in the order in which an image lies in memory. Its cost depends on the number of runs,
 // not on their length.
 #pragma once
 
@@ -12,23 +12,23 @@
 
 #include "views/line_rows.h"
 
-// The first colour of each pair that is not 0. All have the same length.
+// Each pixel of `upper`, or of `lower` where the upper one is 0. All have the same length.
 void lay_over(std::span<QRgb> target, std::span<const QRgb> upper, std::span<const QRgb> lower);
 
 class PixelRuns {
  public:
-  // Each run is to be drawn `line` pixels wide; `size` is the picture's.
+  // Makes each run `line` pixels wide; `size` is the picture's.
   PixelRuns(QSize size, int line);
 
-  // Runs lie in the picture and do not overlap.
+  // Runs must lie in the picture and must not overlap.
   void add(int column, Rows rows, QRgb colour);
 
-  // The next row of the picture, the uppermost first: the runs' colours, 0 where there is none.
+  // The next row of the picture, from the top: the runs' colours, 0 where there is no run.
   std::span<const QRgb> next_row();
 
  private:
-  // From a row on, a column has another colour. Each row has a list of its changes: first those
-  // where a run ends, then those where one begins.
+  // The change of a column's colour at a row. Each row has two lists of changes: where runs end,
+  // applied first, and where runs begin.
   struct Change {
     int column;
     QRgb colour;
@@ -36,11 +36,11 @@ class PixelRuns {
   };
   void add_change(std::vector<std::int32_t>& lists, int row, int column, QRgb colour);
   void apply(std::int32_t list);
-  // One more pixel of width: each pixel of a run covers its right, lower and lower right neighbour
-  // where no run is.
+  // Adds one pixel of width: each pixel of a run also covers its right, lower and lower right
+  // neighbours where no run is.
   struct Widening {
     std::vector<QRgb> row;
-    // This row and the one above it, widened to the right alone.
+    // This row and the one above it, widened only to the right.
     std::vector<QRgb> sideways;
     std::vector<QRgb> sideways_above;
   };

@@ -1,5 +1,5 @@
-// The Recording as a sheet: a row a sample with its number, time and values. Texts are made when
-// they are asked for, so a full Recording costs nothing until it is looked at.
+// The Recording as a sheet: one row per sample with its number, time and values. A text is made
+// only when a view asks for it, so a full Recording costs nothing until it is seen.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -11,7 +11,7 @@ class SheetModel final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  // The Recording outlives the model, and its size is the one of this moment.
+  // The Recording must outlive the model, which keeps the size that it has now.
   explicit SheetModel(const Recording& recording, QObject* parent = nullptr);
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -29,7 +29,7 @@ class SheetModel final : public QAbstractTableModel {
 
 enum class Headings { left_out, first };
 
-// The selected cells as text: tabs between columns, a line a row, the headings in the first one
-// where they are wanted. Cells of a selected row and column that are not selected themselves stay
-// empty; columns without a heading are left out.
+// The selected cells as text: one line per row, tabs between columns, the headings in the first
+// line if wanted. Cells that are not selected, but whose row and column are, stay empty; columns
+// without a heading are left out.
 QString selection_text(const QItemSelection& selection, Headings headings);
