@@ -22,7 +22,7 @@ namespace {
 const QStringList pages_offered = {"1", "2", "3",  "4",  "5",  "6",  "7",
                                    "8", "9", "10", "20", "30", "50", "100"};
 
-// A name is shown as it is, its "&" no mark of a shortcut.
+// Doubles each "&" of a name, which would otherwise mark a shortcut.
 QString as_caption(QString text) {
   return text.replace(u'&', QStringLiteral("&&"));
 }
@@ -68,7 +68,7 @@ void Frmprint::build_channels() {
   auto* channels = new QVBoxLayout(Frame1);
   for (std::size_t i = 1; i < Check1.size(); ++i) {
     Check1[i] = new QCheckBox(QStringLiteral("Channel %1").arg(i), Frame1);
-    // A long name does not push the dialog off the screen; the tool tip has it whole.
+    // A long name must not push the dialog off the screen; the tool tip shows it whole.
     Check1[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     channels->addWidget(Check1[i]);
   }
@@ -127,13 +127,13 @@ void Frmprint::Form_Load() {
     const bool present = c <= channels;
     Check1[c]->setEnabled(present);
     Check1[c]->setChecked(present);
-    // Without a caption a reader of the screen would have nothing to say.
+    // Without a caption a screen reader would have nothing to say.
     Check1[c]->setAccessibleName(present ? QString() : Check1[c]->text());
     const ChannelTexts<const QString> channel = recording.channel(c - 1);
     Check1[c]->setText(present ? as_caption(channel.number + u'(' + channel.name + u')')
                                : QString());
     Check1[c]->setToolTip(present ? plain_tool_tip(channel.name) : QString());
-    // A new text takes the shortcut away.
+    // Setting a text removes the shortcut.
     give_letter(*Check1[c], QChar(u'0' + static_cast<char16_t>(c)));
   }
   Option1[0]->setChecked(true);
@@ -160,7 +160,7 @@ void Frmprint::Cmd1_Click() {
   accept();
 }
 
-// Everything stays as it was when the dialog is cancelled or there is no printer.
+// Nothing changes if the dialog is cancelled or there is no printer.
 void Frmprint::Cmd3_Click() {
   shell_.printer().show_setup(this);
 }

@@ -17,8 +17,8 @@ class Frmprint : public QDialog {
   Q_OBJECT
 
  public:
-  // Reads the channels of User::recording. What is confirmed goes into User::PrintPages,
-  // PrintGraph and PrintChannels; PrintPages is 0 after everything else.
+  // Shows the channels of User::recording. Ok stores the choice in User::PrintPages, PrintGraph and
+  // PrintChannels; however else the dialog ends, PrintPages is 0.
   explicit Frmprint(Shell& shell);
 
   QGroupBox* Frm1;

@@ -10,8 +10,8 @@
 
 namespace {
 
-// Lengths of dashes and gaps in turns, as multiples of the line's width. They are measured across,
-// so that they can be told apart however much a curve rises and falls.
+// Whether `x` is in a dash. Dashes and gaps alternate, their lengths in line widths. They are
+// measured horizontally, so that the patterns differ however much a curve rises and falls.
 bool in_dash(std::size_t slot, double x) {
   static const std::array<std::vector<double>, Recording::max_channels> dashes = {
       {{}, {9, 4}, {3, 3}, {12, 3, 3, 3}}};
@@ -23,7 +23,7 @@ bool in_dash(std::size_t slot, double x) {
   return i % 2 == 0;
 }
 
-// Gaps are not empty but pale: a peak of one sample must not fall into one.
+// Gaps are pale, not empty: a peak of one sample must not vanish in one.
 QColor pale(const QColor& colour) {
   const auto paled = [](int part) { return 255 - (255 - part) * 2 / 5; };
   return {paled(colour.red()), paled(colour.green()), paled(colour.blue())};
@@ -32,7 +32,7 @@ QColor pale(const QColor& colour) {
 }  // namespace
 
 void draw_ink(QPainter& painter, const std::vector<Ink>& inks, const CurveLook& look) {
-  // What is between the dashes first.
+  // The gaps, which are drawn first, and the dashes.
   std::array<QList<QRectF>, 2> parts;
   for (std::size_t k = 0; k < inks.size(); ++k) {
     const double top = std::max(inks[k].top, -curve_width);

@@ -1,4 +1,4 @@
-// The look of a channel's curve on paper: its colour, and dashes for paper without colours.
+// The look of a channel's curve on paper: its colour, and dashes for print without colour.
 #pragma once
 
 #include <QColor>
@@ -10,8 +10,8 @@
 
 class QPainter;
 
-// Colours of the channel slots on paper, of curves and texts: those of the screen, teal and yellow
-// dark enough to be read on white.
+// Colours of the channel slots on paper, for curves and texts: the screen's colours, with teal and
+// yellow darkened until they are readable on white.
 inline constexpr std::array<QRgb, Recording::max_channels> paper_colours = {
     qRgb(255, 0, 0), qRgb(0, 0, 255), qRgb(0, 128, 128), qRgb(140, 112, 0)};
 
@@ -26,5 +26,5 @@ struct CurveLook {
   double height = 0;
 };
 
-// Draws a curve from the painter's origin on as a square pen would that is led along it.
+// Draws a curve as a square pen would that follows it. The painter's origin is the graph's corner.
 void draw_ink(QPainter& painter, const std::vector<Ink>& inks, const CurveLook& look);

@@ -13,7 +13,7 @@
 
 namespace {
 
-// The two Prints differ in how much they print.
+// The two Print commands differ in how many pages they print.
 QString pages_note(int pages) {
   if (pages == 1) return QStringLiteral("\"Print\" prints this one page.");
   return QStringLiteral(

@@ -11,7 +11,7 @@ class frmDataView final : public Preview {
  public:
   explicit frmDataView(Shell& shell);
 
-  // The page shown, counted from 0; a number outside leads to the nearest page.
+  // The page shown, counted from 0. A number out of range means the nearest page.
   int page() const { return page_; }
   void show_page(int page);
 

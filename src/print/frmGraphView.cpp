@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int repaint_interval_ms = 1000;
-// The page's white margin, not its edge, stands at the left of the frame.
+// Hides the page's left edge, so that the frame begins in the page's white margin.
 constexpr int portrait_scroll = 5;
 
 }  // namespace

@@ -17,7 +17,7 @@ int draw_graph_header(const Paper& paper, const Page& page, const PrintedView& v
   const Recording& recording = view.recording;
   const double left = page.across(left_mm);
   const double room = page.size().width() - left - page.across(right_margin_mm);
-  // On paper that lies the lines stand closer together.
+  // In landscape the lines are closer together.
   const double points =
       points_within(header_points, page.down(header_line_mm(2) - header_line_mm(1)));
   int line = 0;
@@ -33,7 +33,7 @@ int draw_graph_header(const Paper& paper, const Page& page, const PrintedView& v
   const std::int64_t end = std::int64_t{view.start} + recording.ViewCount - 1;
   add(QStringLiteral("End Time：") + recording.SampleTimes(end));
   for (const int slot : printed_slots(view)) {
-    // The name stands before the middle, the statistics at the end.
+    // The cut spares the name at the start and the statistics at the end.
     add(channel_line(recording, slot, MinimumLabel::with_stop), Paper::Fit::cut_middle);
   }
   return line;

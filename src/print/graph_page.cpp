@@ -15,7 +15,7 @@
 
 namespace {
 
-// All in millimetres of A4 in portrait.
+// All in millimetres of portrait A4.
 constexpr double left_mm = 20;
 constexpr double right_mm = 190;
 constexpr double scale_column_mm = 12;
@@ -28,7 +28,7 @@ constexpr double bottom_mm = 287;
 constexpr double gap_mm = 0.5;
 constexpr double scale_gap_mm = 1;
 constexpr double sample_line_mm = 10;
-// Below this columns of samples are finer than paper shows.
+// Columns of ink narrower than this are finer than paper shows.
 constexpr double finest_column_mm = 0.05;
 
 constexpr double points = 9;
@@ -38,7 +38,7 @@ constexpr int time_steps = 4;
 constexpr double thin_line = 6;
 constexpr double frame_line = 12;
 
-// One frame with what belongs to it.
+// One frame with its headings, scales, curves and times.
 class Graph {
  public:
   Graph(const Paper& paper, const Page& page, const PrintedView& view, const GraphPlace& place)
@@ -64,7 +64,7 @@ class Graph {
   double row_y(int row) const { return frame_.top() + frame_.height() * row / scale_steps; }
   double time_x(int step) const { return frame_.left() + frame_.width() * step / time_steps; }
 
-  // Throws BoundsError when the view has samples outside the arrays.
+  // Throws BoundsError if the view has samples outside the arrays.
   CurveSamples samples_of(int slot) const {
     const Recording& recording = view_.recording;
     recording.require_samples(view_.start, count_);
@@ -99,8 +99,8 @@ class Graph {
     }
   }
 
-  // The headings stand one under the other, each above its own column of values, so that a name
-  // may be wider than a column.
+  // The headings are one under the other, each beginning above its own column of values, so that a
+  // name may be wider than a column.
   void draw_heading(std::size_t column) const {
     const auto nth = static_cast<double>(column);
     const auto c = static_cast<std::size_t>(place_.slots_shown[column]);
@@ -137,7 +137,7 @@ class Graph {
     }
   }
 
-  // The wildest curve first, so that it does not hide the calmer ones.
+  // The curve with the most ups and downs comes first, so that it does not hide calmer ones.
   std::vector<int> slots_from_the_back() const {
     std::vector<std::pair<double, int>> order;
     for (const int slot : place_.slots_shown) {
@@ -170,12 +170,12 @@ class Graph {
     line(frame_.bottomLeft(), frame_.topLeft());
   }
 
-  // Date over time of day, so that five of them stand side by side.
+  // The date is above the time of day, so that five of them fit side by side.
   void draw_times() const {
     painter().setPen(Qt::black);
     const double room = frame_.width() / time_steps - page_.across(gap_mm);
     const Paper::Line line = {{points}, room, Paper::Align::centre, Paper::Fit::shrink};
-    // Below the lowest value of the scale, which stands half a line below the frame.
+    // Below the scale's lowest value, which reaches half a line below the frame.
     const double top = frame_.bottom() + line_height(points) / 2;
     for (int step = 0; step <= time_steps; ++step) {
       const double offset = round_half_even((count_ - 1) * (step / double{time_steps}));

@@ -1,5 +1,5 @@
-// The geometry of a sheet of paper: places as millimetres of an A4 page in portrait, spread over
-// the paper that there is.
+// The geometry of a sheet of paper: places in millimetres of portrait A4, stretched to the actual
+// paper.
 #pragma once
 
 #include <QSizeF>
@@ -9,13 +9,13 @@ inline constexpr QSizeF a4_portrait{210 * twips_per_mm, 297 * twips_per_mm};
 
 class Page {
  public:
-  // `size` of the paper in twips.
+  // `size` is the paper's, in twips.
   explicit Page(QSizeF size) : size_(size) {}
 
   QSizeF size() const { return size_; }
 
-  // Twips from the left and the top edge of a place given in millimetres of A4 in portrait. On
-  // other paper the whole page is stretched, text sizes apart.
+  // Convert a place in millimetres of portrait A4 to twips from the left and from the top edge.
+  // Other paper stretches the whole page, except for the sizes of texts.
   double across(double mm) const {
     return mm * twips_per_mm * (size_.width() / a4_portrait.width());
   }

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The horizontal bar takes this value also when all of the page is seen.
+// Even when the whole page is seen, the bars reach this value, where the graph preview starts.
 constexpr int least_range = 5;
 constexpr int arrow_step = 40;
 
@@ -39,7 +39,7 @@ void PageArea::set_page_size(QSizeF twips) {
   lay_out();
 }
 
-// A bar that appears takes room from the other direction, so both are worked out from the whole.
+// A bar that appears takes room from the other direction, so both are decided together.
 void PageArea::lay_out() {
   const QSize room = contentsRect().size();
   const int bar = HScroll1->sizeHint().height();
@@ -76,7 +76,7 @@ void PageArea::scrollContentsBy(int, int) {
   place_page();
 }
 
-// The base class scrolls by arrows and Page Up and Down; the ends of the page it leaves out.
+// The base class handles the arrows, Page Up and Page Down, but not Home and End.
 void PageArea::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Home) {
     VScroll1->setValue(0);

@@ -1,5 +1,4 @@
-// The middle of a preview: a page at full size behind a frame, moved by scroll bars, wheel and
-// keys.
+// The middle of a preview: a page at full size behind a frame, scrolled by bars, wheel and keys.
 #pragma once
 
 #include <QAbstractScrollArea>
@@ -15,7 +14,7 @@ class PageArea : public QAbstractScrollArea {
   Q_OBJECT
 
  public:
-  // Draws the page; the painter's unit is the twip, its origin the corner of the paper.
+  // Draws the page. The painter's unit is the twip, its origin the paper's corner.
   using DrawPage = std::function<void(QPainter& painter, QSizeF size)>;
 
   PageArea(DrawPage draw, QWidget* parent);
@@ -24,13 +23,13 @@ class PageArea : public QAbstractScrollArea {
   void set_page_size(QSizeF twips);
   QSizeF page_size() const { return page_size_; }
   void redraw() { Pic->redraw(); }
-  // The page as it is shown now.
+  // The page as it looks now, drawn again.
   QImage picture(double device_pixel_ratio = 1) const;
 
   QWidget* Picture2;  // the frame
   PictureBox* Pic;    // the page
-  // In pixels of the page that lie outside the frame. They vanish when the page fits, and keep
-  // their values.
+  // They count the pixels of the page hidden left of and above the frame. A bar vanishes when the
+  // page fits, and keeps its value.
   QScrollBar* HScroll1;
   QScrollBar* VScroll1;
 

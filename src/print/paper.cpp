@@ -15,7 +15,7 @@ constexpr double twips_per_point = 20;
 constexpr double smallest_share = 2.0 / 3.0;
 
 // Sized in twips and laid out without hinting, so that a line is equally long on every device. The
-// later families are the likeness of the first where that one is missing; a character that none of
+// later families resemble the first and replace it where it is missing; a character that none of
 // them has comes from any family that has it.
 QFont paper_font(TextStyle style) {
   add_own_glyphs();
@@ -52,7 +52,7 @@ double Paper::device_pixel() const {
 }
 
 void Paper::rule(QPointF from, QPointF to, QColor colour, double width, Rule kind) const {
-  // Whole pixels, so that lines of one width look alike wherever they stand.
+  // Whole pixels, so that lines of the same width look alike everywhere.
   const double seen = std::max(1.0, std::round(width / device_pixel())) * device_pixel();
   QPen pen(QBrush(colour), seen, Qt::SolidLine, Qt::FlatCap);
   if (kind == Rule::dotted) pen.setDashPattern({twips_per_mm / 2 / seen, twips_per_mm / 2 / seen});

@@ -1,4 +1,4 @@
-// Drawing on paper: straight rules and lines of text, alike on every device.
+// Draws straight rules and lines of text on paper, alike on every device.
 #pragma once
 
 #include <QColor>
@@ -18,13 +18,13 @@ struct TextStyle {
   bool operator==(const TextStyle&) const = default;
 };
 
-// The height and the length of a line of text, in twips.
+// The height and the width of a line of text, in twips.
 double line_height(double points);
 double text_width(const QString& text, TextStyle style);
-// The text with its end replaced by dots where it is longer than `room`.
+// The text, its end replaced by dots if it is wider than `room` twips.
 QString cut_text(const QString& text, TextStyle style, double room);
-// The size of a text whose lines stand `step` twips apart: `points`, or less where lines of that
-// size would touch.
+// The text size in points for lines `step` twips apart: `points`, or less if lines of that size
+// would overlap.
 double points_within(double points, double step);
 
 // Draws with a painter whose unit is the twip.
@@ -33,18 +33,18 @@ class Paper {
   explicit Paper(QPainter& painter) : painter_(painter) {}
 
   QPainter& painter() const { return painter_; }
-  // The size of a pixel of the device, in twips.
+  // The size of a device pixel, in twips.
   double device_pixel() const;
 
-  // A straight line along an edge of the paper, crisp and a whole number of pixels wide. A dotted
-  // one has dots and gaps of half a millimetre.
+  // Draws a horizontal or vertical line, sharp and a whole number of pixels wide. A dotted one has
+  // dots and gaps of half a millimetre.
   enum class Rule { solid, dotted };
   void rule(QPointF from, QPointF to, QColor colour, double width, Rule kind = Rule::solid) const;
 
   enum class Align { left, centre, right };
-  // What becomes of a text that is wider than its room. It is set smaller, and below two thirds of
-  // its size `cut` replaces its end, `cut_middle` its middle by dots. `shrink`, for numbers, sets
-  // it as small as it takes.
+  // How a text wider than its room is made to fit. It is set smaller, down to two thirds of its
+  // size; then `cut` replaces its end, `cut_middle` its middle by dots. `shrink`, for numbers, sets
+  // it as small as necessary.
   enum class Fit { cut, cut_middle, shrink };
   struct Line {
     TextStyle style;
@@ -53,11 +53,11 @@ class Paper {
     Align align = Align::left;
     Fit fit = Fit::cut;
   };
-  // One line of text whose left end, middle or right end stands at `place`, on which its line box
-  // hangs. A smaller line keeps its middle where the line of full size has it.
+  // Draws one line of text. `place` is the left, middle or right of its line box's top, by `align`.
+  // A line set smaller keeps the middle of the full-size line.
   void text(QPointF place, const QString& text, const Line& line) const;
 
-  // line_height(), faster.
+  // The same as line_height(), but faster.
   double height_of(double points) const { return face({points}).metrics.height(); }
 
  private:
@@ -69,6 +69,6 @@ class Paper {
   const Face& face(TextStyle style) const;
 
   QPainter& painter_;
-  // The one used last: making one costs as much as drawing with it.
+  // The face used last: making one costs as much as drawing with it.
   mutable std::optional<Face> face_;
 };

@@ -9,7 +9,7 @@
 
 namespace {
 
-// A curve that goes up and down by more than this many widths of its graph is not calm.
+// The ups and downs of a calm curve add up to at most this many widths of its graph.
 constexpr double calm_widths = 10;
 
 double y_of(float value, const CurvePlace& place) {
@@ -17,7 +17,7 @@ double y_of(float value, const CurvePlace& place) {
   return place.size.height() - (value - place.low) * scale + place.shift;
 }
 
-// Puts the line between two points into the columns that it passes.
+// Adds the line between two points to the columns that it passes.
 void cover(std::vector<Ink>& inks, double column, QPointF from, QPointF to) {
   const auto column_at = [&](double x) {
     return std::min(static_cast<std::size_t>(x / column), inks.size() - 1);
@@ -65,7 +65,7 @@ double ups_and_downs(const CurveSamples& samples, const CurvePlace& place) {
 
 bool takes_dashes(const CurveSamples& samples, const CurvePlace& place) {
   const double width = place.size.width();
-  // As many as a preview has columns of pixels.
+  // A preview has this many columns of pixels.
   if (samples.count > width / twips_per_pixel) return false;
   return ups_and_downs(samples, place) <= calm_widths * width;
 }

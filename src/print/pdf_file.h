@@ -1,4 +1,4 @@
-// A PDF file as the place where pages go; no printer and no window is needed.
+// Prints into a PDF file, without a printer or a window.
 #pragma once
 
 #include <QPainter>
@@ -9,8 +9,8 @@
 
 #include "print/printout.h"
 
-// Writes each document to the same file, on A4. An older file stays until the document is whole and
-// on the disk.
+// Writes each document to the same file, on A4. An older file stays until the new document is
+// complete and on the disk.
 class PdfFile final : public Printout {
  public:
   PdfFile(const QString& name, Orientation orientation);

@@ -44,7 +44,7 @@ Preview::Preview(Shell& shell) : QDialog(shell.window()), shell_(shell) {
   row_->setContentsMargins(9, 9, 9, 9);
   row_->setSpacing(6);
   row_->addStretch();
-  // The whole width of a page and of the scroll bar beside it, where the screen has it.
+  // As wide as a page and the scroll bar beside it, if the screen is wide enough.
   const QSize screen = this->screen()->availableSize();
   const int page = static_cast<int>(std::ceil(a4_portrait.width() / twips_per_pixel));
   const int wanted = page + area->VScroll1->sizeHint().width();
@@ -59,7 +59,7 @@ QPushButton* Preview::add_button(const QString& name, const QString& caption,
   give_letter(*button, caption.front());
   button->installEventFilter(this);
   row_->addWidget(button);
-  // A button's own shortcut presses it visibly, which holds up a key that is kept down.
+  // A button's own shortcut animates each press, which slows repeats while the key is held down.
   if (key.isEmpty()) return button;
   auto* shortcut = new QShortcut(key, this);
   connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
@@ -93,7 +93,7 @@ void Preview::showEvent(QShowEvent* event) {
   if (!event->spontaneous()) Form_Activate();
 }
 
-// The keys that scroll do so wherever the focus is.
+// Keys that scroll the page do so even while a button has the focus.
 bool Preview::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && scrolls(static_cast<QKeyEvent&>(*event))) {
     return QCoreApplication::sendEvent(area, event);

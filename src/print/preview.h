@@ -1,4 +1,4 @@
-// What both previews are: a modal window with the page in it and buttons below.
+// The base of both previews: a modal window with the page and a row of buttons below it.
 #pragma once
 
 #include <QDialog>
@@ -23,16 +23,16 @@ class Preview : public QDialog {
  protected:
   explicit Preview(Shell& shell);
 
-  // A button at the right end of the row, `key` its shortcut.
+  // Adds a button at the right end of the row; `key` is its shortcut.
   QPushButton* add_button(const QString& name, const QString& caption,
                           const QKeySequence& key = {});
-  // Print and Quit, which every preview ends its row with.
+  // Adds Print and Quit, the last two buttons of every preview.
   void add_print_and_quit();
   void add_above_buttons(QWidget* widget);
   QHBoxLayout* row() const { return row_; }
 
-  // The printer's paper as it is turned: A4, unless other paper was chosen under Printer Set. A4 in
-  // portrait without a printer.
+  // The printer's paper in twips, in its orientation: A4, unless other paper was chosen under
+  // Printer Set. Portrait A4 without a printer.
   QSizeF paper() const;
   Shell& shell() const { return shell_; }
 

@@ -26,8 +26,8 @@ class Hourglass {
   Hourglass& operator=(const Hourglass&) = delete;
 };
 
-// Shows Print Set; false when nothing is to be printed. The Historical Data window holds the view
-// and the scales that are printed, so one that was closed is opened again.
+// Shows Print Set; false if nothing is to be printed. Printing takes the view and the scales from
+// the Historical Data window, so it is opened again if it was closed.
 bool ask_what_to_print(Shell& shell) {
   Frmprint(shell).exec();
   if (User::PrintPages == 0 || shell.shutting_down()) return false;
@@ -61,7 +61,7 @@ void printdata_Click(Shell& shell) {
     print_sheet(shell, User::PrintPages);
     return;
   }
-  // Each run tells its own failure; the program may be ended under the message.
+  // Each run reports its own failure; the user may end the program under that message.
   for (int run = 0; run < User::PrintPages && !shell.shutting_down(); ++run) print_graph(shell);
 }
 

@@ -2,8 +2,8 @@
 
 #include <QLibrary>
 
-// Qt's own printing has loaded this library; loaded again it is the same one, with the same last
-// answer of the server.
+// Qt's printing has already loaded this library. Loading it again gives the same instance, with the
+// server's last answer.
 bool print_queue_took_it() {
 #ifdef Q_OS_UNIX
   constexpr int first_error = 0x400;

@@ -1,11 +1,11 @@
-// Printing: one document on a printout, from a view.
+// Prints a view as one document on a Printout.
 #pragma once
 
 #include "print/printed_view.h"
 
 class Printout;
 
-// Both throw PrinterError when the printout fails; the document is thrown away then.
+// Both throw PrinterError if the printout fails, and discard the document.
 void print_graph(Printout& printout, const PrintedView& view);
-// The first `pages` pages of the sheet, or as many as there are.
+// Prints the first `pages` pages of the sheet, or all if there are fewer.
 void print_sheet(Printout& printout, const PrintedView& view, int pages);

@@ -11,19 +11,19 @@
 
 struct PrintedView {
   const Recording& recording;
-  // First sample of the graph's view; recording.ViewCount says how many it has.
+  // The first sample of the graph's view; recording.ViewCount is the number of its samples.
   std::int32_t start = 0;
-  // By channel slot: to be printed, and the values at the top and the bottom edge of the graph.
+  // Per channel slot: whether to print it, and the values at the graph's top and bottom edges.
   std::array<bool, Recording::max_channels> chosen{};
   std::array<float, Recording::max_channels> high{};
   std::array<float, Recording::max_channels> low{};
-  // All curves in one graph, else a graph a channel.
+  // True: all curves in one graph; false: one graph per channel.
   bool combined = true;
   // The date and time of printing.
   QString printed = {};
 };
 
-// The channel slots to print, those that the Recording does not have left out.
+// The channel slots to print, without those that the Recording does not have.
 std::vector<int> printed_slots(const PrintedView& view);
 
 // The number of the view's samples that the Recording holds.

@@ -1,4 +1,4 @@
-// Where pages go: a printer or a file, one document at a time.
+// The target of printed pages: a printer or a file, one document at a time.
 #pragma once
 
 #include <QSizeF>
@@ -17,7 +17,7 @@ class PrinterError : public RunTimeError {
 // The orientation codes of printers.
 enum class Orientation { portrait = 1, landscape = 2 };
 
-// Every call but the last throws PrinterError when it fails.
+// Every call but abort_document() throws PrinterError if it fails.
 class Printout {
  public:
   Printout() = default;
@@ -25,14 +25,14 @@ class Printout {
   Printout& operator=(const Printout&) = delete;
   virtual ~Printout() = default;
 
-  // Opens a document with its first page. The painter's unit is the twip, its origin the corner
-  // of the paper; it is good until the document ends.
+  // Opens a document with its first page. The painter's unit is the twip, its origin the paper's
+  // corner; it is valid until the document ends.
   virtual QPainter& start_document(const QString& title) = 0;
-  // The whole paper, in twips, as it is turned.
+  // The size of the whole paper in twips, in its orientation.
   virtual QSizeF paper_size() = 0;
   virtual void new_page() = 0;
   // Sends the document.
   virtual void end_document() = 0;
-  // Throws the document away; never fails.
+  // Discards the document; never fails.
   virtual void abort_document() = 0;
 };

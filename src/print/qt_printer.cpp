@@ -18,13 +18,13 @@ void require(bool held, const char* what) {
 }
 
 std::unique_ptr<QPrinter> on_paper(std::unique_ptr<QPrinter> printer) {
-  // The page is placed from the corner of the paper, not from that of the printable part.
+  // Places count from the corner of the paper, not of its printable part.
   printer->setFullPage(true);
   printer->setPageSize(QPageSize(QPageSize::A4));
   return printer;
 }
 
-// The default printer, or one that can be chosen instead of it.
+// The default printer, or else the first one available.
 QPrinterInfo any_printer() {
   const QPrinterInfo info = QPrinterInfo::defaultPrinter();
   return info.isNull() ? QPrinterInfo(QPrinterInfo::availablePrinters().value(0)) : info;
@@ -35,9 +35,9 @@ std::unique_ptr<QPrinter> printer_of(const QPrinterInfo& info) {
   return on_paper(std::make_unique<QPrinter>(info, QPrinter::HighResolution));
 }
 
-// The dialog sets the printer up; what to print and how often is asked elsewhere. The tab with the
-// pages, their order and the copies goes, because with CUPS no option hides it, and what is chosen
-// there would hold for all later documents.
+// Limits the dialog to setting the printer up; Print Set asks what to print and how often. The tab
+// with the pages, their order and the copies is removed: with CUPS no option hides it, and what is
+// chosen there would hold for all later documents.
 void keep_to_set_up(QPrintDialog& dialog) {
   dialog.setWindowTitle(QStringLiteral("Printer Set"));
   for (const auto option :
@@ -53,7 +53,7 @@ void keep_to_set_up(QPrintDialog& dialog) {
   }
 }
 
-// What other systems' dialogs may have set all the same.
+// Resets what other systems' dialogs may have set nevertheless.
 void forget_what_to_print(QPrinter& printer) {
   printer.setCopyCount(1);
   printer.setPrintRange(QPrinter::AllPages);

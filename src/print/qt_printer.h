@@ -8,8 +8,8 @@
 
 #include "print/printer.h"
 
-// The default printer until one is chosen in the set-up dialog. It is looked for at each use as
-// long as there is none, so one that is installed meanwhile is found.
+// The default printer until another is chosen in the set-up dialog. While there is none, each use
+// looks for it again and so finds one that was installed meanwhile.
 class QtPrinter : public Printer {
  public:
   Orientation orientation() override;
@@ -23,7 +23,7 @@ class QtPrinter : public Printer {
   void end_document() override;
   void abort_document() override;
 
-  // Writes documents to this file as PDF instead; no printer is needed then.
+  // Writes documents to this file as PDF instead, which needs no printer.
   void print_to_file(const QString& name);
 
  private:

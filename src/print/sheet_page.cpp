@@ -20,7 +20,7 @@ constexpr double smallest_head = 2.0 / 3.0;
 using Align = Paper::Align;
 using Fit = Paper::Fit;
 
-// What all parts of a page are drawn with.
+// What every part of a page is drawn with.
 struct Sheet {
   const Paper& paper;
   const PrintedView& view;
@@ -30,7 +30,7 @@ struct Sheet {
   double width() const { return pages.right() - pages.left(); }
 };
 
-// A line of text in a box `height` high, which reaches from `right - room` to `right`.
+// The box of a line of text, `height` high, from `right - room` to `right`; in twips.
 struct Cell {
   double right;
   double room;
@@ -58,7 +58,7 @@ QString span_text(const PrintedView& view) {
          view.recording.SampleTimes(view.start + samples - 1);
 }
 
-// On every page, so that it can be told where a single one belongs.
+// Drawn on every page, so that a single page shows where it belongs.
 void draw_head(const Sheet& sheet) {
   const double left = sheet.pages.left();
   const double right = sheet.pages.right();
@@ -87,7 +87,7 @@ QString statistics_title(const PrintedView& view) {
   return title;
 }
 
-// A row a channel: number, name, unit and the statistics.
+// One row per channel: number, name, unit and the statistics.
 void draw_statistics(const Sheet& sheet, double top) {
   constexpr std::array after_name = {"Unit", "Max.", "Min.", "Average"};
   constexpr double column_mm = 25;
@@ -141,7 +141,7 @@ void draw_information(const Sheet& sheet) {
   draw_statistics(sheet, top);
 }
 
-// The name is cut, not the unit.
+// A column's heading, made to fit: the name is cut, not the unit.
 QString head_text(const Recording& recording, std::size_t c, double room, TextStyle& style) {
   const QString& name = recording.channel(c).name;
   const QString heading = recording.channel(c).heading();
@@ -152,7 +152,7 @@ QString head_text(const Recording& recording, std::size_t c, double room, TextSt
   return cut_text(name, style, room - text_width(unit, style)) + unit;
 }
 
-// One of the groups of columns that stand side by side.
+// One of the groups of columns that lie side by side.
 class Group {
  public:
   Group(const Sheet& sheet, int number)
@@ -161,7 +161,7 @@ class Group {
         left_(sheet.pages.left() + number * sheet.pages.group_step()),
         top_(sheet.pages.table_top(sheet.page)) {}
 
-  // `rows` of the view, from the top down.
+  // Draws `rows` of the view, from the top down.
   void draw(SheetRows rows) const {
     sheet_.paper.painter().setPen(Qt::black);
     draw_heads();

@@ -1,4 +1,4 @@
-// The drawing of a page of the data sheet.
+// Draws a page of the data sheet.
 #pragma once
 
 #include <QSizeF>
@@ -6,6 +6,6 @@
 class QPainter;
 struct PrintedView;
 
-// Draws page `page`, counted from 0, on paper of `size` twips, which are the painter's unit: a
-// head, on the first page what the recording is, and the table (docs/print.md).
+// Draws page `page`, counted from 0, on paper of `size` twips; the painter's unit is the twip. A
+// page has a head, the first also the Recording's information, and the table (docs/print.md).
 void draw_sheet_page(QPainter& painter, QSizeF size, const PrintedView& view, int page);

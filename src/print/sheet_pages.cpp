@@ -50,8 +50,7 @@ SheetPages::SheetPages(const PrintedView& view, QSizeF size)
   lay_out_columns(wanted_widths(view, samples_));
 }
 
-// What room is left widens the channels' columns, for their names; where there is too little, all
-// columns are narrower.
+// Spare room widens the channels' columns, for their names; too little room narrows all columns.
 void SheetPages::lay_out_columns(const std::vector<double>& widths) {
   const double wanted = std::accumulate(widths.begin(), widths.end(), 0.0);
   const double gap = sheet_twips(sheet_mm.group_gap);
@@ -74,7 +73,7 @@ double SheetPages::group_step() const {
 
 double SheetPages::table_top(int page) const {
   if (page > 0) return sheet_twips(sheet_mm.body_top);
-  // Two lines of text, a row a channel under a head, and an empty line.
+  // Two lines of text, a heading and a row per channel, and an empty line.
   return sheet_twips(sheet_mm.body_top + 3 * sheet_mm.line + sheet_mm.head_row +
                      sheet_mm.row * channels_);
 }

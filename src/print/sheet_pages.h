@@ -1,4 +1,4 @@
-// The geometry of the data sheet: which samples stand on which page, and where. In twips.
+// The geometry of the data sheet, in twips: which samples are on which page, and where.
 #pragma once
 
 #include <QSizeF>
@@ -8,7 +8,7 @@
 #include "print/page.h"
 #include "print/printed_view.h"
 
-// In millimetres as they are on the paper, whichever way it is turned.
+// In millimetres on the actual paper, in either orientation.
 struct SheetMeasures {
   double side_margin = 20;
   double title_top = 12;
@@ -19,7 +19,7 @@ struct SheetMeasures {
   double line = 5.5;
   double row = 5;
   double head_row = 6;
-  // Left of a column's text.
+  // The gap left of a column's text.
   double cell_gap = 3;
   double group_gap = 6;
   double least_value = 15;
@@ -31,16 +31,16 @@ constexpr double sheet_twips(double mm) {
   return mm * twips_per_mm;
 }
 
-// A run of samples of the view, counted from its start.
+// A run of samples of the view, counted from the view's start.
 struct SheetRows {
   int first = 0;
   int count = 0;
 };
 
-// How a sheet of the view's samples is cut into pages of `size` twips. The table's columns (number,
-// time, one a channel) are as wide as their widest number; where they fit more than once, groups of
-// them stand side by side and are filled one after the other. There is always a page, also for a
-// view without samples; samples that the Recording does not hold are left out.
+// Divides a sheet of the view's samples into pages of `size` twips. The table's columns (number,
+// time, one per channel) are as wide as their widest number. If they fit more than once, groups of
+// them lie side by side and are filled one after the other. Even a view without samples has a page;
+// samples that the Recording does not hold are left out.
 class SheetPages {
  public:
   SheetPages(const PrintedView& view, QSizeF size);
@@ -55,7 +55,7 @@ class SheetPages {
   double table_top(int page) const;
   int rows_in_group(int page) const;
   int groups() const { return groups_; }
-  // From a group's left edge to the next one's.
+  // The distance from a group's left edge to the next one's.
   double group_step() const;
   // The right edges of a group's columns, counted from its left edge.
   const std::vector<double>& column_edges() const { return column_edges_; }
