@@ -1,5 +1,5 @@
-// Built apart from the program's own sources: the library's header is written with Qt's keywords
-// and conversions, which are switched off there.
+// Compiled apart from the program's own sources: the library's header uses Qt's keywords and
+// implicit conversions, which are switched off there.
 #include <qcustomplot.h>
 
 #include "graph_peers.h"

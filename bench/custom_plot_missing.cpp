@@ -1,4 +1,4 @@
-// Stands in where QCustomPlot is not installed.
+// Replaces custom_plot.cpp where QCustomPlot is not installed.
 #include "graph_peers.h"
 
 class QCustomPlot {};

@@ -1,4 +1,4 @@
-// Opening and saving the largest Recording.
+// Benchmarks of opening and saving the largest Recording.
 #include "data/data_file.h"
 
 #include <QFile>
@@ -67,7 +67,7 @@ QByteArray contents(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The sides must do the same work: a difference in what they give ends the program.
+// Both sides must do the same work: a difference in their results ends the program.
 void check_same_work(const Recording& recording, const QString& ours, const QString& peers) {
   const PlainRecording wanted = plain(recording);
   save(recording, ours);
@@ -104,7 +104,7 @@ void data_file_benchmarks(Suite& suite) {
   check_same_work(recording, ours, peers);
   write_csv(plain_recording, csv);
 
-  // A Recording opened into for the first time has no memory yet for its 30001 time stamps.
+  // A new Recording has no memory yet for its 30001 time stamps.
   const auto open_first = [](const QString& path) -> Side {
     return [path] {
       Recording fresh;

@@ -16,7 +16,7 @@ void require(bool condition) {
   if (!condition) throw std::runtime_error("a peer could not do its work");
 }
 
-// A plain text or number field on a line of its own.
+// Reads fields, each a text or a number on a line of its own.
 class Lines {
  public:
   Lines(const char* begin, const char* end) : at_(begin), end_(end) {}

@@ -1,4 +1,4 @@
-// What a data file is measured against: the least code that does the same work.
+// The peers of the data file: the least code that does the same work.
 #pragma once
 
 #include <QString>
@@ -8,14 +8,14 @@
 
 // A Recording as plain vectors, filled and written by the peers.
 struct PlainRecording {
-  std::vector<std::string> texts;  // title, recorder name, 3 texts a channel
+  std::vector<std::string> texts;  // title, recorder name, 3 texts per channel
   std::vector<std::string> times;
-  std::vector<float> values;  // `channels` a sample
+  std::vector<float> values;  // `channels` per sample
   int channels = 0;
 };
 
-// Scans the memory-mapped file to its end and converts every number; lines that are texts are
-// stepped over.
+// Scans the memory-mapped file to its end and converts every number; skips the lines that are
+// texts.
 void read_with_from_chars(const QString& path, PlainRecording& recording);
 
 // Reads every line of a text and extracts every number with >>.

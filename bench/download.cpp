@@ -1,5 +1,5 @@
-// A download over a pseudo-terminal at 9600 baud, against the time that its bytes take on the line
-// and the pauses that the protocol prescribes.
+// Benchmarks a download over a pseudo-terminal at 9600 baud against the time of its bytes on the
+// line plus the pauses that the protocol prescribes.
 #include "acquire/download.h"
 
 #include <QApplication>
@@ -41,7 +41,7 @@ struct Measured {
   double processor_ms = 0;
 };
 
-// The bytes of all requests and answers, and the pauses between them.
+// The time of all requests and answers, and of the pauses between them, in milliseconds.
 double prescribed_ms(int readings) {
   const int blocks = readings / readings_per_block;
   const double properties = (1 + 3 + 22) * byte_ms + exchange_pauses_ms;
@@ -49,7 +49,7 @@ double prescribed_ms(int readings) {
   return properties + blocks * block;
 }
 
-// A program's folder with a recorder on COM1 that holds so many readings.
+// A program's folder with a recorder on COM1 that holds `readings` readings.
 struct Recorder {
   explicit Recorder(int readings)
       : process({QStringLiteral("--link"), folder.filePath(QStringLiteral("com1")),
@@ -60,7 +60,7 @@ struct Recorder {
   SimulatorProcess process;
 };
 
-// Writes a request as an exchange does and reads until the answer is there. False after 2 s.
+// Writes a request as the program does and reads the whole answer. False after 2 s without a byte.
 bool bare_exchange(int line, const Request& request) {
   constexpr char address = 0;
   if (write(line, &address, 1) != 1) return false;
@@ -79,7 +79,7 @@ bool bare_exchange(int line, const Request& request) {
   return answer_bytes == 0;
 }
 
-// The same requests with the same pauses and nothing else: no window, nothing kept.
+// The same requests with the same pauses and nothing else: no window, no data kept.
 std::optional<double> bare_download_ms(int readings) {
   Recorder recorder(readings);
   if (!recorder.process.wait_ready()) return std::nullopt;
@@ -101,7 +101,7 @@ std::optional<double> bare_download_ms(int readings) {
   return answered ? std::optional(ms) : std::nullopt;
 }
 
-// Links, and measures from the command to the Recording; the segment dialog is answered at once.
+// Links, then times the command until the Recording is filled; confirms the segment dialog at once.
 std::optional<Measured> download(int readings) {
   Recorder recorder(readings);
   QFile types(recorder.folder.filePath(QStringLiteral("device.txt")));
@@ -134,8 +134,8 @@ std::optional<Measured> download(int readings) {
 
 }  // namespace
 
-// Besides the time that the line alone takes, the peer is a bare client, whose sleeps and waits a
-// busy machine stretches like the program's.
+// Besides the time that the line alone takes, the peers include a bare client, whose sleeps and
+// waits a busy machine stretches just as it stretches the program's.
 void download_benchmarks(Suite& suite) {
   const int readings = suite.short_run() ? 2560 : 32000;
   const std::string name = "download " + std::to_string(readings) + " readings";

@@ -1,4 +1,4 @@
-// The exports of the largest Recording.
+// Benchmarks of exporting the largest Recording.
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -30,7 +30,7 @@ namespace {
 constexpr int samples = Recording::max_samples;
 constexpr int channels = Recording::max_channels;
 
-// The Recording as a peer has it at hand: what stands above the samples is made already.
+// The Recording as a peer gets it, with the lines above the samples made in advance.
 struct PlainExport {
   std::string above;
   std::vector<std::string> times;
@@ -44,7 +44,7 @@ PlainExport plain(const Recording& recording) {
   }
   for (int n = 0; n < samples; ++n) {
     result.times.push_back(recording.SampleTimes(n).toStdString());
-    // Without the sign that a peer would give a zero below nought.
+    // Adding 0 removes the sign of -0, which a peer would print.
     for (int c = 0; c < channels; ++c) result.values.push_back(recording.SampleValues(n, c) + 0.0F);
   }
   return result;
@@ -148,11 +148,11 @@ void text_benchmarks(Suite& suite, const Recording& recording, const QTemporaryD
       "export: text", our_side, "pandas.to_csv", [&] { return pandas.run(); }, 1.0 / 25);
 }
 
-// The processor time in milliseconds that this program and the suite have taken so far.
+// The processor time in milliseconds that this program and the suite have used so far.
 double time_of_all(const OfficeSuite& office_suite) {
   double seconds = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
   for (const qint64 process : office_suite.processes()) {
-    // Behind the name in brackets, which may hold anything: user and system time are fields 12, 13.
+    // The bracketed name may hold anything; after it, user and system time are fields 12 and 13.
     const QByteArray line = contents(QStringLiteral("/proc/%1/stat").arg(process));
     const QByteArrayList fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
     const double ticks = fields.value(11).toDouble() + fields.value(12).toDouble();
@@ -161,7 +161,7 @@ double time_of_all(const OfficeSuite& office_suite) {
   return seconds * 1000;
 }
 
-// The processor time in milliseconds of all programs that were started and have ended.
+// The processor time in milliseconds of all child processes that have ended.
 double time_of_children() {
   rusage used{};
   getrusage(RUSAGE_CHILDREN, &used);
@@ -171,8 +171,8 @@ double time_of_children() {
   return in_ms(used.ru_utime) + in_ms(used.ru_stime);
 }
 
-// Against what a user would do instead: export a text, and have the suite convert it. Both sides
-// start the suite, which has a user's profile of its own.
+// The peer is what a user would do instead: export a text and have the suite convert it. Both sides
+// start the suite, with a user profile of its own.
 void office_benchmarks(Suite& suite, const Recording& recording, const QTemporaryDir& folder) {
   if (!OfficeSuite::installed()) {
     std::puts("export: spreadsheet, document: skipped, no office suite");
@@ -181,7 +181,7 @@ void office_benchmarks(Suite& suite, const Recording& recording, const QTemporar
   const OfficeSuite office_suite;
   AutomationPlugin office(QStringLiteral(CORVANE_PLUGIN_FOLDER));
   const auto path = [&](const char* file) { return folder.filePath(QLatin1String(file)); };
-  // A first small workbook starts the suite, which then outlives the document's export.
+  // A small first workbook starts the suite, which then outlives the document's export.
   Recording first = recording;
   first.SampleCount = 1;
   const auto exporting = [&](auto export_recording, const char* name) -> Side {
@@ -206,7 +206,7 @@ void office_benchmarks(Suite& suite, const Recording& recording, const QTemporar
   };
   const Side to_workbook = converting("xls", "CSV:32/MRG,,76");
   const Side to_document = converting("doc", "Text (encoded):UTF8");
-  to_document();  // makes the profile
+  to_document();  // creates the profile
   suite.compare("export: spreadsheet", exporting(export_workbook, "run.xls"),
                 "text export, soffice --convert-to xls", to_workbook, 1.0, Repeat::Once);
   suite.compare("export: document", exporting(export_document, "run.doc"),

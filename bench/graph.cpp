@@ -1,5 +1,5 @@
-// The Historical Data window with the largest Recording: its picture against other ways to draw
-// it, its load and its sheet against a table filled cell by cell, and scrolling.
+// Benchmarks of the Historical Data window with the largest Recording: its picture against other
+// drawings, its load and its sheet against a table filled cell by cell, and scrolling.
 #include <QCoreApplication>
 #include <QTableWidget>
 
@@ -45,7 +45,7 @@ Side timed(const std::function<void()>& work) {
   return [work] { return milliseconds(work); };
 }
 
-// A side that stands for a fixed limit.
+// A side that always gives the same time: a fixed limit.
 Side always(double value) {
   return [value] { return value; };
 }
@@ -58,7 +58,7 @@ void take_curves(GraphCurves& curves, int samples = graph_samples) {
   }
 }
 
-// A screen of this size in device pixels.
+// A screen of this size in device pixels, with `ratio` of them to a window pixel.
 struct Screen {
   QSize pixels;
   double ratio = 1;
@@ -70,7 +70,7 @@ constexpr Screen design = {{513, 510}};
 constexpr Screen large = {{3200, 2000}};
 constexpr Screen large_and_fine = {{3200, 2000}, 2};
 
-// A redraw as the window does it: with the values taken from the Recording each time.
+// A redraw as the window does it: it copies the values from the Recording each time.
 Side redraw(const Screen& screen, int samples = graph_samples) {
   const auto picture = std::make_shared<GraphPicture>();
   const auto image = std::make_shared<QImage>(screen.pixels, QImage::Format_RGB32);
@@ -142,8 +142,8 @@ void fill_cell_by_cell(QTableWidget& table) {
   }
 }
 
-// The time to make what `make` gives; it is destroyed outside that time, and what the allocator has
-// to tidy up after the other side's destruction is done before.
+// The time that `make` takes. Its result is destroyed after the measurement, and the allocator
+// tidies up after the other side before it.
 template <class Make>
 Side timed_making(Make make) {
   return [make] {
@@ -170,7 +170,7 @@ void load_benchmarks(Suite& suite) {
                 0.1);
 }
 
-// Megabytes that `make` leaves allocated in what it returns.
+// The megabytes still allocated for what `make` returns.
 template <class Make>
 double megabytes(Make make) {
   const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
@@ -212,8 +212,8 @@ class PaintCounter final : public QObject {
   }
 };
 
-// From the slider's change to the painted window, all of the largest Recording but one step of zoom
-// in view.
+// From the slider's change to the painted graph; the view is the largest Recording, zoomed in by
+// one step.
 void scroll_benchmarks(Suite& suite, bool noise) {
   fill_recording(User::recording, noise);
   SimulatedWindow world;

@@ -17,7 +17,7 @@ class CustomPlot {
   CustomPlot(const CustomPlot&) = delete;
   CustomPlot& operator=(const CustomPlot&) = delete;
 
-  // The time of one drawing in milliseconds; nothing where it is not installed.
+  // The time of one drawing in milliseconds; nothing if the library is not installed.
   std::optional<double> draw();
 
  private:
@@ -33,7 +33,7 @@ class QwtProcess {
   QwtProcess(const QwtProcess&) = delete;
   QwtProcess& operator=(const QwtProcess&) = delete;
 
-  // The same.
+  // As CustomPlot::draw().
   std::optional<double> draw();
 
  private:

@@ -1,5 +1,5 @@
-// The two Recordings that the graph is measured with, for the program and its peers alike: one of
-// smooth curves with a little unrest, one of noise over the whole scale.
+// The two signals of the graph benchmarks, for the program and its peers alike: smooth curves with
+// a little noise, and noise over the whole scale.
 #pragma once
 
 #include <cmath>
@@ -12,7 +12,7 @@ inline constexpr int graph_height = 510;
 inline constexpr float graph_high = 120;
 inline constexpr float graph_low = -40;
 
-// -1 .. 1, the same at every call.
+// Pseudo-random, -1 .. 1, the same at every call.
 inline float unrest(int sample, int channel) {
   auto bits = static_cast<std::uint32_t>(sample * 4 + channel) * 2654435761U;
   bits = (bits ^ (bits >> 15)) * 2246822519U;

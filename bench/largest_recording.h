@@ -1,4 +1,4 @@
-// The most that a Recording holds, as the benchmarks save, open and export it.
+// The largest possible Recording, which the benchmarks save, open and export.
 #pragma once
 
 #include <QDir>
@@ -9,15 +9,15 @@
 #include "app/recording.h"
 #include "base/times.h"
 
-// Where files are written in memory, if there is such a place: disks are not what is compared.
+// The template of a temporary folder, in memory if possible: disks are not compared.
 inline QString memory_folder() {
   const QString memory = QStringLiteral("/dev/shm");
   return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) +
          QStringLiteral("/corvane-bench-XXXXXX");
 }
 
-// 30001 samples of four channels with a day's curve and some unrest, `steps` to the unit: 100 as
-// readings are downloaded, 256 as they are measured.
+// 30001 samples of four channels: a slow wave with some noise, in steps of 1/`steps` of the unit:
+// 100 as for downloaded readings, 256 as for measured ones.
 inline Recording largest_recording(int steps) {
   const auto reading = [steps](int n, int channel) {
     const double unrest = n * 7919 % 211 / 100.0;

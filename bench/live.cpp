@@ -1,5 +1,5 @@
-// Live polling: what a cycle costs on a full buffer, over three automatic saves, and over a
-// pseudo-terminal.
+// Benchmarks of live polling: the cost of a cycle on a full buffer, over three automatic saves, and
+// over a pseudo-terminal.
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
@@ -46,8 +46,8 @@ void fill(LiveMonitor& live) {
   }
 }
 
-// The program linked to a recorder in software, on a clock whose seconds pass in no time. Of the
-// four channels one is out of its limits all the time.
+// The program linked to a simulated recorder, on a clock whose seconds pass at once. One of the
+// four channels is always out of its limits.
 class Live {
  public:
   Live() {
@@ -65,11 +65,11 @@ class Live {
   Live& operator=(const Live&) = delete;
 
   frmrealtime& window() { return *window_.realtime(); }
-  // Files saved automatically.
+  // The number of files saved automatically.
   qsizetype saved() const {
     return QDir(window_.main.folder.path()).entryList({QStringLiteral("*.qlx")}).size();
   }
-  // Each with all that it shows painted.
+  // Runs this number of cycles and paints all that each one shows.
   void cycle(int times) {
     for (int i = 0; i < times; ++i) {
       Q_EMIT window().live().Timer1->tick();
@@ -84,7 +84,7 @@ class Live {
   SimulatedWindow window_;
 };
 
-// The same readings in a table of items: the first row goes, the others are numbered anew.
+// A table of items: each cycle removes its first row, renumbers the others and adds one.
 class ItemTable {
  public:
   ItemTable() : model_(capacity, 6) {
@@ -143,9 +143,9 @@ void cycle_benchmarks(Suite& suite) {
   suite.compare("live cycle, graph of all readings", cycle, "2 ms", always(2), 1);
 }
 
-// From the empty window to three automatic saves. The thousands of cycles lie seconds apart: what
-// else the machine does meanwhile is taken out by measuring them in paintings of the graph, done in
-// turns with them. The buffer's memory has its final size once readings have been dropped.
+// Runs from the empty window to three automatic saves. Seconds lie between the thousands of cycles,
+// so each is measured in paintings of the graph done in turn with it, which takes out what else the
+// machine does. The buffer's memory has its final size once readings have been dropped.
 void soak_benchmarks(Suite& suite) {
   Live live;
   std::vector<double> times;
@@ -179,8 +179,8 @@ void soak_benchmarks(Suite& suite) {
       Repeat::Once);
 }
 
-// The share of `seconds` that the processor works while the program polls a recorder on a
-// pseudo-terminal once a second, with a full buffer on the graph.
+// The share of `seconds` for which the processor works while the program polls a recorder on a
+// pseudo-terminal once a second, with a full buffer.
 std::optional<double> polling_share(int seconds) {
   SystemClock clock;
   QtSerialPort port;

@@ -2,7 +2,7 @@
 
 #include "suite.h"
 
-// One function a file. Each adds the comparisons of one part of the program to the table.
+// One function per file, which adds the comparisons of one part of the program to the table.
 void data_file_benchmarks(Suite& suite);
 void export_benchmarks(Suite& suite);
 void startup_benchmarks(Suite& suite);
@@ -11,7 +11,7 @@ void graph_benchmarks(Suite& suite);
 void print_benchmarks(Suite& suite);
 void live_benchmarks(Suite& suite);
 
-// corvane-bench [--short] [WORD]: all benchmarks, or those with WORD in their names.
+// corvane-bench [--short] [WORD]: runs all benchmarks, or those with WORD in their names.
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);

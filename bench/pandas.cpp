@@ -9,7 +9,7 @@ constexpr int timeout_ms = 60'000;
 }  // namespace
 
 bool Pandas::start() {
-  // The system's Python first: that is the one that has the system's pandas.
+  // The system's Python first, because it has the system's pandas.
   for (const char* python : {"/usr/bin/python3", "python3"}) {
     process_.start(QString::fromLatin1(python),
                    QStringList{QStringLiteral(CORVANE_BENCH_DIR "/") + script_} + arguments_);
@@ -35,7 +35,7 @@ std::optional<double> Pandas::run() {
   return time;
 }
 
-// Empty when none comes.
+// Empty if no line comes in time.
 QByteArray Pandas::next_line() {
   while (!process_.canReadLine() && process_.waitForReadyRead(timeout_ms)) {
   }

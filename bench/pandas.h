@@ -6,8 +6,8 @@
 
 #include <optional>
 
-// Runs a script of this folder, which says "ready" and then does its work once for every line that
-// it is given, each time answering with the milliseconds of processor time that it took.
+// Runs a script of this folder. It prints "ready"; then, for every line that it reads, it does its
+// work once and prints the processor time in milliseconds.
 class Pandas {
  public:
   Pandas(const QString& script, const QStringList& arguments)
@@ -16,7 +16,7 @@ class Pandas {
   Pandas(const Pandas&) = delete;
   Pandas& operator=(const Pandas&) = delete;
 
-  // The time of one run; nothing where pandas is not installed. Started when first used.
+  // The milliseconds of one run; nothing without pandas. The first call starts the script.
   std::optional<double> run();
 
  private:

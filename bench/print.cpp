@@ -1,4 +1,4 @@
-// The pages of the largest Recording, on the screen and into PDF, beside plain drawing of the same.
+// Benchmarks of the largest Recording's pages, on the screen and into PDF, against plain drawing.
 #include <QPainter>
 #include <QTest>
 
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int channels = Recording::max_channels;
 
-// Curves under noise over most of the frame: the most ink that there can be.
+// Curves with noise over most of the frame: the most ink possible.
 void fill_with_noise() {
   const PrintWorld world(Recording::max_samples);
   for (int n = 0; n < Recording::max_samples; ++n) {
@@ -29,7 +29,7 @@ void fill_with_noise() {
   User::AxisLow = {10, 20, 30, 40, 0};
 }
 
-// Every sample a point of one line a channel, as thin as can be, and nothing else on the page.
+// Draws every sample as a point of one line per channel, as thin as possible, and nothing else.
 void draw_every_sample(QPainter& painter, QSizeF size) {
   const GraphPlace place = graph_places({0, 1, 2, 3}, true, 9).front();
   const Page page(size);
@@ -48,7 +48,7 @@ void draw_every_sample(QPainter& painter, QSizeF size) {
   }
 }
 
-// The texts of a page full of rows, with neither lines nor any thought for their width.
+// Draws the texts of a full page, without rules and without regard to their width.
 void draw_texts(QPainter& painter, int first, int rows) {
   QFont font(QStringLiteral("Liberation Sans"));
   font.setHintingPreference(QFont::PreferNoHinting);
@@ -90,7 +90,7 @@ Side timed(const std::function<void()>& work) {
   return [work] { return std::optional(milliseconds(work)); };
 }
 
-// The preview shows all of its page, and paints it as its timer makes it do.
+// The preview shows its whole page and repaints it as on a tick of its timer.
 void graph_preview(Suite& suite) {
   SimulatedWindow world;
   frmGraphView preview(*world.main.window);
@@ -111,7 +111,7 @@ void graph_into_pdf(Suite& suite) {
   suite.compare("print: graph into PDF", ours, "all segments drawn, curves only", peer, 0.25);
 }
 
-// Leaps through the sheet, so that every part of it has its turn.
+// Jumps through the sheet, so that every part of it gets its turn.
 void sheet_preview(Suite& suite) {
   SimulatedWindow world;
   Shell& shell = *world.main.window;

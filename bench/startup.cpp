@@ -1,5 +1,5 @@
-// From the start of the process to a shown main window, against a bare one with the same menus
-// and toolbar.
+// Benchmark from the start of the process to a painted main window, against a bare one with about
+// the same menus and toolbar.
 #include <QProcess>
 
 #include <sys/resource.h>
@@ -17,7 +17,7 @@ double children_milliseconds() {
   return of(usage.ru_utime) + of(usage.ru_stime);
 }
 
-// Processor time of a program that ends when its window has been painted.
+// The processor time of a program that ends once its window is painted.
 std::optional<double> run(const char* program) {
   const double before = children_milliseconds();
   QProcess process;

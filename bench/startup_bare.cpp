@@ -1,5 +1,5 @@
-// A bare Qt main window with as many menus, entries and toolbar buttons as the program's, its
-// pictures included, and a status bar of three panels.
+// A bare Qt main window with about as many menus, entries and toolbar buttons as the program's,
+// with its pictures, and with a status bar of three panels.
 #include <QDir>
 #include <QLabel>
 #include <QMainWindow>

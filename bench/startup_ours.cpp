@@ -1,4 +1,4 @@
-// The program as main() starts it, until its window has been painted.
+// The program as main() starts it, until its window is painted.
 #include "app/icons.h"
 #include "program.h"
 #include "until_painted.h"

@@ -17,8 +17,8 @@ double median(std::vector<double>& times) {
   return *middle;
 }
 
-// Vector registers that some library has left half used make every later floating-point
-// instruction slow, by chance for one side more than for the other.
+// Vector registers that a library left half used slow down every later floating-point instruction,
+// by chance for one side more than for the other.
 void clear_vector_registers() {
 #ifdef __x86_64__
   if (__builtin_cpu_supports("avx")) asm volatile("vzeroupper");

@@ -1,20 +1,20 @@
-// Measures the program against peers that do the same work, side by side in one run: what counts
-// is the ratio of the two times, not the times, which differ from machine to machine.
+// Measures the program against peers that do the same work, side by side in one run. What counts is
+// the ratio of the two times; the times differ from machine to machine.
 #pragma once
 
 #include <functional>
 #include <optional>
 #include <string>
 
-// One measured run: the processor time that `work` takes, in milliseconds. Unlike the time on the
-// clock it does not favour the shorter side on a busy machine. What `work` needs is made ready
-// before and cleared away after, outside the time.
+// The processor time that one run of `work` takes, in milliseconds. Unlike the time on the clock it
+// does not favour the shorter side on a busy machine. The caller prepares before and clears away
+// after, outside the measured time.
 double milliseconds(const std::function<void()>& work);
 
-// One side of a comparison: a run, and its time in milliseconds. Nothing when it cannot run here.
+// One side of a comparison: gives the milliseconds of one run, or nothing if it cannot run here.
 using Side = std::function<std::optional<double>()>;
 
-// Work of many seconds is measured once a side, without a run to warm up.
+// Work of many seconds is measured once per side, without a run to warm up.
 enum class Repeat { Often, Once };
 
 class Suite {
@@ -25,13 +25,13 @@ class Suite {
 
   bool short_run() const { return short_run_; }
 
-  // Runs both sides in turns and prints a line with the medians and their ratio, which shall be at
-  // most `most`. A ratio up to a quarter above is taken for noise; beyond that all is measured once
-  // more, and only what is beyond it twice has failed.
+  // Runs both sides in turn and prints a line with the medians and their ratio, which should be at
+  // most `most`. A ratio up to a quarter above that counts as noise. Beyond it both sides are
+  // measured once more; the benchmark fails if the second ratio is beyond it too.
   void compare(const std::string& name, const Side& ours, const std::string& peer_name,
                const Side& peer, double most, Repeat repeat = Repeat::Often);
 
-  // Prints the table's head; 0 or, when a benchmark failed, 1.
+  // begin() prints the table's head; end() gives 1 if a benchmark failed, else 0.
   void begin() const;
   int end() const;
 

@@ -1,4 +1,4 @@
-// Ends the program when a window has been painted for the first time.
+// Ends the program once a window is painted for the first time.
 #pragma once
 
 #include <QApplication>

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int look_every_ms = 50;
 constexpr int settle_ms = 250;
-constexpr int patience_ms = 30'000;  // the machine may have a lot else to do
+constexpr int patience_ms = 30'000;  // the machine may be busy
 constexpr int whole_tour_ms = 600'000;
 
 void print(const QString& name, const QString& text) {
@@ -66,7 +66,7 @@ QString Tour::next_picture(const QString& name) {
 void Tour::take_picture(const QString& name) {
   // The whole screen, window frames included, as a person sees it.
   QImage picture = QApplication::primaryScreen()->grabWindow(0).toImage();
-  // Where the window in front and the main window are in it, for who cuts them out.
+  // Records where the front window and the main window are in it, so that they can be cut out.
   const auto place = [](const QWidget& window) {
     const QRect frame = window.frameGeometry();
     return QStringLiteral("%1x%2+%3+%4")
@@ -113,7 +113,7 @@ void Tour::click_toolbar(int index) {
   finish_command();
 }
 
-// Asks again and again: the window manager may only just have started.
+// Asks repeatedly: the window manager may have started only just now.
 void Tour::activate(QWidget& window) {
   const auto active = [&window] {
     window.activateWindow();
@@ -138,7 +138,7 @@ void Tour::type_over(QLineEdit& box, const QString& text) {
     if (c.unicode() < 128) {
       QTest::keyClick(&box, c.toLatin1());
     } else {
-      // As an input method does it.
+      // As an input method does.
       QInputMethodEvent event;
       event.setCommitString(c);
       QApplication::sendEvent(&box, &event);
@@ -171,7 +171,7 @@ void Tour::finish_command() {
   require(planned_.empty(), QStringLiteral("what was waited for has happened"));
 }
 
-// Runs again and again from the event loop, also inside the waits of commands and of itself.
+// Runs repeatedly from the event loop, also inside the waits of commands and of itself.
 void Tour::look_around() {
   QTimer::singleShot(look_every_ms, &timers_, [this] { look_around(); });
   if (!planned_.empty() && planned_.front().condition()) {
@@ -203,7 +203,7 @@ void Tour::wait_for(const std::function<bool()>& condition, const QString& text)
   require(QTest::qWaitFor(condition, patience_ms), text);
 }
 
-// From inside a command and its dialogs there is no way back that could not hang.
+// Exits at once: any way back out of a command and its dialogs could hang.
 void Tour::give_up(const QString& text) {
   take_picture(QStringLiteral("failed.png"));
   print(QStringLiteral("failed.png"), text);

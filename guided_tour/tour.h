@@ -1,5 +1,5 @@
 // The guided tour: the real main window on a real display with a recorder on its port 1, driven by
-// keys and clicks. A step does one thing that a user does, and shows what then is on the screen.
+// keys and clicks. Each step does one thing that a user does and shows the screen after it.
 #pragma once
 
 #include <QPointer>
@@ -23,26 +23,26 @@ class Tour {
   Tour& operator=(const Tour&) = delete;
 
   frmmdi& window() { return window_; }
-  // A file name for the user to type. Its folder has no dot in its name, which would end a data
-  // file's name.
+  // A file name for the user to type. Its folder's name has no dot, which would end a data file's
+  // name.
   QString work_file(const QString& name) const { return work_ + u'/' + name; }
 
   // Takes the picture "NN-name.png" of the whole screen and prints its name with `text`.
   void step(const QString& name, const QString& text);
-  // The same with a picture that a file holds.
+  // The same, with the picture in the file `picture`.
   void step_of_file(const QString& name, const QString& text, const QString& picture);
-  // Prints what was found.
+  // Prints a finding.
   void tell(const QString& text);
   // Copies a file beside the pictures and prints its name and size.
   void keep(const QString& file);
 
-  // Commands as a user gives them. They come back when the command is done, with its dialogs and
-  // waits; what in_dialog() and when() announced must have happened by then.
+  // Commands as a user gives them. They return when the command is done, with its dialogs and
+  // waits. Everything planned with in_dialog() and when() must have happened by then.
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier);
   void choose(const QString& menu, const QString& entry);
   void click_toolbar(int index);
 
-  // Says, before the command that opens it, what to do in a modal dialog of this class.
+  // Plans what to do in a modal dialog of this class; comes before the command that opens it.
   template <class Dialog>
   void in_dialog(std::function<void(Dialog&)> act) {
     dialogs_.push_back([act = std::move(act)](QWidget& widget) {
@@ -51,17 +51,17 @@ class Tour {
       return dialog != nullptr;
     });
   }
-  // Says what to do once while a command waits, as soon as `condition` holds.
+  // Plans what to do once while a command waits, as soon as `condition` holds.
   void when(std::function<bool()> condition, std::function<void()> act);
 
-  // After a command of another control.
+  // Comes after a command given by another control; requires that everything planned has happened.
   void finish_command();
 
   // Inside a window or dialog.
   void click(QWidget* widget);
   void click_tab(QTabWidget& tabs, int index);
   void type_over(QLineEdit& box, const QString& text);
-  // Types a date or a time of day digit by digit; the picker goes on from part to part by itself.
+  // Types a date or a time of day digit by digit; the picker moves on from part to part by itself.
   void type_time(QDateTimeEdit& picker, const QString& text);
   void type_name(QFileDialog& dialog, const QString& name);
 
@@ -86,15 +86,15 @@ class Tour {
   QString work_;
   QString folder_;
   int pictures_ = 0;
-  // Each acts in a dialog if it is the one it waits for, and says whether it was.
+  // Each acts in a dialog if that is the one it waits for, and gives whether it was.
   std::vector<std::function<bool(QWidget&)>> dialogs_;
   std::vector<Planned> planned_;
   QPointer<QWidget> attended_;
   QObject timers_;  // context of the timers, which end with the tour
 };
 
-// The steps in their order. To show more of the program, write a function in a tour_*.cpp that
-// takes the Tour, and name it in the list.
+// The steps in order. To show more of the program, write a function in a tour_*.cpp that takes the
+// Tour, and add it to the list.
 using TourStep = void (*)(Tour&);
 const std::vector<TourStep>& tour_steps();
 

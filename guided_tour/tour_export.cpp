@@ -1,4 +1,4 @@
-// Save As in its three forms, and what the office suite shows of the files.
+// Save As with its three file types, and what the office suite shows of the files.
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int save_as_button = 3;
 
-// The command ends when the file is written, or could not be.
+// The command ends when the file is written or cannot be.
 void save_as(Tour& tour, const QString& type, const std::function<void()>& look = {}) {
   tour.in_dialog<QFileDialog>([&](QFileDialog& dialog) {
     tour.type_name(dialog, tour.work_file(QStringLiteral("cellar")));
@@ -38,7 +38,7 @@ void picture_of_page(Tour& tour, const QString& pdf, const QString& page, const 
   tour.step_of_file(name, text, picture + QStringLiteral(".png"));
 }
 
-// The first page with these heads.
+// The number of the first page with these heads.
 QString page_with(const QString& pdf, const QString& heads) {
   QProcess reader;
   reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});

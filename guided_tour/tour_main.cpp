@@ -1,4 +1,4 @@
-// corvane-tour WORK FOLDER: plays the guided tour on the display at hand with WORK as the program's
+// corvane-tour WORK FOLDER: plays the guided tour on the current display with WORK as the program's
 // folder (device.txt, and a recorder at the link com1) and leaves pictures and files in FOLDER.
 // Exit status 0 only if every step did what it says.
 #include <QApplication>

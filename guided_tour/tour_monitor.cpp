@@ -1,4 +1,4 @@
-// The Real-time Data window: the recorder set and read back, ten readings, one of them an alarm.
+// The Real-time Data window: the recorder set and read back, ten readings, some of them alarms.
 #include <QMessageBox>
 #include <QTest>
 
@@ -13,7 +13,7 @@ namespace {
 constexpr int record_button = 9;
 constexpr int realtime_button = 13;
 
-// Polls from now on every second, or no more.
+// Starts polling every second, or stops polling.
 void choose_polling(Tour& tour, bool on) {
   tour.in_dialog<frmrecord>([&tour, on](frmrecord& dialog) {
     if (on) {

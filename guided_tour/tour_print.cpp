@@ -1,4 +1,4 @@
-// Paper: both previews, and both printed into PDF files.
+// Printing: both previews, each printed into a PDF file.
 #include <QFileInfo>
 #include <QPushButton>
 
@@ -24,14 +24,14 @@ void choose_what_to_print(Tour& tour, std::size_t option) {
   });
 }
 
-// Never on a printer of the computer that the tour plays on.
+// Prints into a file, never on a printer of the computer that plays the tour.
 QString printed_file(Tour& tour, const QString& name) {
   const QString file = tour.work_file(name);
   dynamic_cast<QtPrinter&>(tour.window().printer()).print_to_file(file);
   return file;
 }
 
-// Previews what is chosen, shows it after `look`, and prints it from there.
+// Opens the preview of what is chosen, calls `look`, shows the preview and prints from it.
 template <class PreviewWindow>
 void preview_and_print(Tour& tour, const QString& file, const QString& name, const QString& text,
                        const std::function<void(PreviewWindow&)>& look = {}) {

@@ -30,8 +30,8 @@ QString same_samples(const Recording& a, const Recording& b) {
   return {};
 }
 
-// What the first difference between two Recordings is; empty when all that a data file holds is
-// the same, bit for bit.
+// The first difference between two Recordings; empty if all that a data file holds is the same, bit
+// for bit.
 QString difference(const Recording& a, const Recording& b) {
   if (a.Title != b.Title) return QStringLiteral("the title");
   if (a.RecorderName != b.RecorderName) return QStringLiteral("the recorder's name");
@@ -104,7 +104,7 @@ void close(Tour& tour) {
   tour.require(User::recording.SampleCount == 0 &&
                    !tour.window().menu_entry(QStringLiteral("save"))->isEnabled(),
                QStringLiteral("the Recording is closed"));
-  // What is opened next must come from the file alone.
+  // Opening must then fill the Recording from the file alone.
   User::recording = Recording();
   tour.step(QStringLiteral("closed"), QStringLiteral("File > Close puts the Recording away."));
 }

@@ -1,4 +1,4 @@
-// The Historical Data window: a closer look, other limits, a run of times.
+// The Historical Data window: zoom, display limits, a date segment, the sheet.
 #include <QTest>
 
 #include "app/user.h"

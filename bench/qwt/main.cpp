@@ -1,5 +1,5 @@
-// bench-qwt 0|1: draws the graph of the smooth Recording or of the noise once for each line that
-// comes in, and answers with the processor time in milliseconds.
+// bench-qwt 0|1: draws the smooth signal or the noise once for each line on its input and prints
+// the processor time in milliseconds.
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
