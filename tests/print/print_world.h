@@ -1,4 +1,4 @@
-// What is to be printed when a test begins: smooth curves, a channel each, in one graph.
+// What there is to print when a test begins: smooth curves, one per channel, in one graph.
 #pragma once
 
 #include <cmath>

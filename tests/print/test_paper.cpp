@@ -1,6 +1,6 @@
-// What stands on paper: the page as it is drawn, and the same page printed for real, into a PDF
-// file of Qt's own and through a print queue that makes PDF (with_cups_queue). Text and picture of
-// a PDF are read back by Poppler's programs.
+// What appears on paper: the page as drawn, and the same page really printed, into a PDF file by Qt
+// and through a print queue that makes PDF (with_cups_queue). Poppler's programs read text and
+// picture of a PDF back.
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -36,7 +36,7 @@ const QStringList graph_lines = {
     "ChannelNo.4,ChannelName:Air，Unit:C,Max.:28.00,Min.:12.00,Average:20.00",
     "ChannelNo.2,ChannelName:Soil，Unit:C,Max.:48.00,Min.:32.00,Average:40.00"};
 
-// On every page of the sheet, and on its first one alone.
+// Texts on every page of the sheet, and on its first page only.
 const QStringList sheet_head = {"Logger4", "2026-03-0108:00:00to2026-03-0109:39:00",
                                 "\nNumberTimeAir(C)Soil(C)"};
 const QStringList sheet_information = {
@@ -44,12 +44,11 @@ const QStringList sheet_information = {
     "Statisticsofthewholerecording(120samples),notoftheprintedview(100samples)",
     "4AirC28.0012.0020.00", "2SoilC48.0032.0040.00"};
 
-// Names and scales of the graph of channels 1 and 3, and the times within it.
+// Names, scale labels and times on the graph of channels 1 and 3.
 const QStringList graph_texts = {"AirC",  "SoilC",    "30.00",    "27.50",   "10.00",
                                  "37.50", "08:25:00", "08:50:00", "09:14:00"};
 
-// What is drawn of a level curve, places in millimetres of A4 in portrait: "-" its colour, "."
-// pale.
+// The ink along a level curve, in millimetres of portrait A4: "-" its colour, "." pale, " " none.
 QString ink_along(const QImage& page, int slot, double from, double to, double y) {
   QString found;
   for (double x = from; x < to; x += 0.2) {
@@ -71,13 +70,13 @@ QByteArray output_of(const QString& program, const QStringList& arguments) {
   return process.waitForFinished() ? process.readAllStandardOutput() : QByteArray();
 }
 
-// A text a page, without blanks, each closed by a form feed.
+// One text per page, without blanks, each closed by a form feed.
 QStringList texts_of(const QString& pdf) {
   return QString::fromUtf8(output_of("pdftotext", {"-layout", pdf, "-"})).remove(u' ').split(u'\f');
 }
 
-// The share of ink of one picture that has no ink near by in the other: two programs draw the same
-// page, so edges and smoothing differ, places do not. No number where there is no ink.
+// The share of one picture's ink that has no ink nearby in the other. Two programs draw the same
+// page, so edges and smoothing differ, but places do not. NaN if there is no ink.
 double ink_missing(const QImage& from, const QImage& in) {
   QImage near = from;
   near.fill(Qt::white);
@@ -113,8 +112,8 @@ class TestPaper : public QObject {
     if (!queue) world_->printer.print_to_file(file_);
   }
 
-  // Each channel lies at a height of its own in the first half and at another in the second, with
-  // dashes of its own.
+  // Each channel has its own height in the first half, another in the second, and dashes of its
+  // own.
   void graphs() {
     for (int n = 0; n < 400; ++n) {
       const float share = float(n % 4 + 1) / 10;
@@ -155,7 +154,7 @@ class TestPaper : public QObject {
     }
   }
 
-  // One sample, no scale, outside: no curve.
+  // One sample, a scale without height, values outside: no curve.
   void odd_views() {
     User::PrintChannels = {1, 1, 0, 0, 0};
     using Row = std::tuple<int, float, float>;
@@ -170,7 +169,7 @@ class TestPaper : public QObject {
       }
       QCOMPARE(pages[0], pages[1]);
     }
-    // A sample outside ends the drawing: below the header's fourth line nothing is left.
+    // A sample outside ends the drawing: below the header's fourth line there is nothing.
     User::recording.ViewCount = Recording::max_samples + 1;
     const QImage rest = graph_page().copy(0, int(header_line_mm(5) * 1123 / 297), 794, 800);
     QVERIFY(std::isnan(ink_missing(rest, rest)));
@@ -270,7 +269,7 @@ class TestPaper : public QObject {
     }
   }
 
-  // Printer Set: what to print is not asked there; paper and orientation hold, also for previews.
+  // Printer Set does not ask what to print; its paper and orientation hold, also for previews.
   void queue_setup() {
     QtPrinter printer;
     printer.set_paper_a4();
@@ -281,7 +280,7 @@ class TestPaper : public QObject {
     QCOMPARE((printer.paper_size() / twips_per_mm).toSize(), QSize(297, 210));
   }
 
-  // A queue that refuses, then none: the last but one that uses it.
+  // The queue refuses, then it is deleted: so this comes after all other tests that use it.
   void queue_faults() {
     QCOMPARE(QProcess::execute("cupsreject", {"corvane"}), 0);
     QVERIFY(!print_graph(world_->shell));
@@ -316,7 +315,7 @@ class TestPaper : public QObject {
     return preview.area->picture();
   }
 
-  // A row a sample.
+  // One row per sample.
   static void every_row_is_in(const QString& text, int rows) {
     const Recording& recording = User::recording;
     for (int n = 0; n < rows; ++n) {
@@ -327,7 +326,7 @@ class TestPaper : public QObject {
     }
   }
 
-  // Chooses paper that lies in the printer's dialog.
+  // Chooses this paper, in landscape, in the printer's dialog.
   static void set_up(QtPrinter& printer, const QString& paper) {
     const auto script = when_shown<QPrintDialog>([&](QPrintDialog& dialog) {
       for (auto* button : dialog.findChildren<QPushButton*>()) {
@@ -353,7 +352,7 @@ class TestPaper : public QObject {
     QVERIFY_THROWS_NO_EXCEPTION(printer.show_setup(nullptr));
   }
 
-  // Waits for the document that the queue makes, and takes it.
+  // Waits for the document that the queue makes and moves it to `file_`.
   bool queued(const QString& title) const {
     const QDir made(qEnvironmentVariable("CORVANE_QUEUE_OUTPUT"));
     QFile::remove(file_);

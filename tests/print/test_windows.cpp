@@ -1,4 +1,4 @@
-// Print Set, the previews and the two commands, before a scripted printer.
+// Print Set, the previews and the two commands, with a scripted printer.
 #include "print/Frmprint.h"
 #include "print/print_commands.h"
 #include "print/print_world.h"
@@ -23,7 +23,7 @@ class TestWindows : public QObject {
     }
     QCOMPARE(boxes, "趋势合并打印ec 4(In && out)ec 3(Humidity)ec d- d- ");
     dialog.show();
-    // The printer's dialog: cancelled, taken back, not to be had.
+    // The printer's dialog: cancelled, confirmed, without a printer.
     press(dialog.Cmd3);
     world_->printer.chosen = Orientation::landscape;
     press(dialog.Cmd3);
@@ -44,7 +44,7 @@ class TestWindows : public QObject {
   void graph_preview() {
     frmGraphView preview(world_->shell);
     PageArea& area = *preview.area;
-    // As wide as a page and its bar, so that no second bar takes room.
+    // As wide as a page and its bar, so that no second bar is needed.
     preview.show();
     preview.resize(794 + area.VScroll1->sizeHint().width(), 500);
     QVERIFY(!area.HScroll1->isVisible() && area.VScroll1->isVisible());
@@ -57,7 +57,7 @@ class TestWindows : public QObject {
     preview.resize(1000, 1300);
     QVERIFY(!area.HScroll1->isVisible() && !area.VScroll1->isVisible());
     QCOMPARE(area.Pic->pos(), QPoint(0, 0));
-    // What becomes of the Recording meanwhile shows with the next tick, unless there is no view.
+    // The next tick shows a change of the view, unless the view is empty.
     QVERIFY(preview.Timer1->isActive() && preview.Timer1->interval() == 1000);
     QList<QImage> seen;
     for (const int shown : {100, 50, 0}) {
@@ -93,8 +93,8 @@ class TestWindows : public QObject {
     QVERIFY(!preview.isVisible());
   }
 
-  // Both commands, first before a printer that fails: the message stands without the hourglass over
-  // it, the document is thrown away, no further copy is tried.
+  // Both commands, first with a printer that fails: the document is discarded, the message appears
+  // without the hourglass, and the graph's next copy is tried all the same.
   void commands() {
     QStringList& log = world_->printer.log;
     const auto done = [&](void (*command)(Shell&), const char* pages, bool graph) {
@@ -150,7 +150,7 @@ class TestWindows : public QObject {
   }
 
  private:
-  // Answers Print Set: with this number of pages, or by what is called so.
+  // Answers Print Set with this number of pages, or with "Cancel" or "close box".
   std::unique_ptr<QTimer> answer(const QString& how, bool graph) {
     return when_shown<Frmprint>([=, this](Frmprint& dialog) {
       dialog.Combo1->setEditText(how);

@@ -1,4 +1,4 @@
-// Rules that the controls of every window keep, for those who see it enlarged, hear it, or have no
+// Rules for the controls of every window, for users who enlarge the screen, hear it, or have no
 // mouse.
 #pragma once
 
@@ -13,7 +13,7 @@
 #include <QSlider>
 #include <QTabBar>
 
-// What a user can operate in a window, without what Qt builds its own controls of.
+// The controls that a user can operate in a window, without the parts of which Qt makes them.
 inline QList<QWidget*> controls_of(const QWidget& window) {
   auto widgets = window.findChildren<QWidget*>();
   widgets.removeIf([](const QWidget* widget) {
@@ -29,27 +29,27 @@ inline QList<QWidget*> controls_of(const QWidget& window) {
   return widgets;
 }
 
-// Whoever hears the screen knows each control by its name; whoever has no mouse gets to it.
+// Each control has a name for those who hear the screen, and the keyboard reaches it.
 inline QString fault_of_control(QWidget& widget) {
   const QString name = widget.objectName();
   if (name.isEmpty() || name.startsWith(u"qt_") || qobject_cast<QTabBar*>(&widget)) return {};
   const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&widget);
   const bool named = interface && !interface->text(QAccessible::Name).isEmpty();
   if (!named) return name + QStringLiteral(" has no name");
-  // A group's radio buttons are reached by the arrow keys; the percentage is only shown.
+  // The arrow keys reach a group's radio buttons; the percentage is only shown.
   const auto* edit = qobject_cast<QLineEdit*>(&widget);
   const bool reached = qobject_cast<QRadioButton*>(&widget) || (edit && edit->isReadOnly()) ||
                        (widget.focusPolicy() & Qt::TabFocus) != 0;
   return reached ? QString() : name + QStringLiteral(" cannot be reached by Tab");
 }
 
-// The frame inside the main window in which a control stands, if it does.
+// The frame inside the main window that holds a control, or nullptr.
 inline const QWidget* frame_of(const QWidget* widget) {
   while (widget && !widget->inherits("QMdiSubWindow")) widget = widget->parentWidget();
   return widget;
 }
 
-// Within a frame the Tab key goes on to the right or downwards, until it begins anew.
+// Within a frame the Tab key moves right or down, from the first control to the last.
 inline QString fault_of_tab_order(const QWidget& window) {
   const auto controls = controls_of(window);
   const QWidget* last = nullptr;
@@ -68,10 +68,10 @@ inline QString fault_of_tab_order(const QWidget& window) {
   return {};
 }
 
-// No text is cut, and none that came from outside is taken for markup.
+// No text is cut, and none from outside is treated as markup.
 inline QString fault_of_texts(const QWidget& window) {
   for (const auto* widget : window.findChildren<QWidget*>()) {
-    // Tool tips know no plain text: what looks like a mark in one must be escaped.
+    // A tool tip cannot be set to plain text: what looks like markup in one must be escaped.
     if (widget->toolTip().contains(u"<b>")) return widget->objectName() + QStringLiteral("'s tip");
   }
   for (const auto* label : window.findChildren<QLabel*>()) {
@@ -94,7 +94,7 @@ inline QString fault_of_texts(const QWidget& window) {
   return {};
 }
 
-// The first rule that a control of the window breaks; empty when all are kept.
+// The first rule that a control of the window breaks; empty if all are kept.
 inline QString fault_of_controls(const QWidget& window) {
   for (QWidget* control : controls_of(window)) {
     if (const QString fault = fault_of_control(*control); !fault.isEmpty()) return fault;

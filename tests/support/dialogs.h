@@ -1,4 +1,4 @@
-// Operates modal dialogs from tests: what shall be done is said before the command that opens one.
+// Operates modal dialogs from tests: a test plans the action before the command that opens one.
 #pragma once
 
 #include <QApplication>
@@ -9,8 +9,8 @@
 #include <functional>
 #include <memory>
 
-// Runs `act` once, as soon as a dialog of this class is the active modal one. What the result is
-// kept in must live until then; with it the script ends, used or not.
+// Runs `act` once, as soon as a dialog of this class is the active modal one. The test must keep
+// the result until then: its destruction cancels the plan.
 template <class Dialog>
 [[nodiscard]] std::unique_ptr<QTimer> when_shown(std::function<void(Dialog&)> act) {
   auto timer = std::make_unique<QTimer>();
@@ -20,7 +20,7 @@ template <class Dialog>
                      if (!dialog) return;
                      script->stop();
                      act(*dialog);
-                     // A check that failed in it has left the dialog as it was.
+                     // A failed check has left `act` early, with the dialog still open.
                      if (QTest::currentTestFailed()) dialog->close();
                    });
   timer->start(0);

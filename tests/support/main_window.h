@@ -12,7 +12,7 @@
 #include "support/scripted.h"
 
 struct MainWindow {
-  // Port, clock and the like of a test; the window is shown offscreen.
+  // `port` and `clock` are the test's; the window is shown offscreen.
   explicit MainWindow(SerialPort& port, Clock& clock) {
     make_file(folder.filePath(QStringLiteral("device.txt")), device_file);
     set_program_folder(folder.path());

@@ -1,5 +1,5 @@
-// The office suite as a test uses it: with a user's profile of its own, so that nothing of the
-// user's is touched and nothing stays behind.
+// The office suite for tests, with a user profile of its own, so that nothing of the user's is
+// touched and nothing is left behind.
 #pragma once
 
 #include <QDir>
@@ -14,8 +14,8 @@
 #define CORVANE_OFFICE_PROGRAM ""
 #endif
 
-// For as long as it lives every office process that this program starts uses the profile and has
-// no windows; those that still run are ended by end().
+// While this object lives, every office process that this program starts uses the profile and shows
+// no windows. end() ends those that still run.
 class OfficeSuite {
  public:
   OfficeSuite() {
@@ -31,7 +31,7 @@ class OfficeSuite {
   OfficeSuite(const OfficeSuite&) = delete;
   OfficeSuite& operator=(const OfficeSuite&) = delete;
 
-  // Gives how many processes got it.
+  // Sends a signal to every office process and gives their number.
   int signal(int number) const {
     const auto all = processes();
     for (const qint64 process : all) kill(static_cast<pid_t>(process), number);
@@ -47,7 +47,7 @@ class OfficeSuite {
     QDir().mkdir(temporary());
   }
 
-  // Whether the plug-in was built and the suite that it was built for is there.
+  // Whether the plug-in was built and the suite that it was built for is installed.
   static bool installed() {
     return QFile::exists(program) && QFile::exists(CORVANE_PLUGIN_FOLDER "/corvane_office.so");
   }
@@ -65,13 +65,13 @@ class OfficeSuite {
     return result;
   }
 
-  // What it has left in the folders for temporary files and nobody uses any more.
+  // The files that it has left in the folders for temporary files and that nobody uses any more.
   QString left_files() const {
     return (left_pipes() + QDir(temporary()).entryList({"lu*", "OSL*"})).join(u' ');
   }
 
-  // Has the suite, running or not, write `file` in another form, such as "pdf", into `folder`.
-  // `filter` says how to read it.
+  // Has the suite, running or not, convert `file` to another form, such as "pdf", in `folder`.
+  // `filter` says how to read the file.
   static bool convert(const QString& file, const char* form, const QString& folder,
                       const QString& filter = {}) {
     QStringList arguments = {"--headless", "--convert-to", form, "--outdir", folder};
@@ -81,7 +81,7 @@ class OfficeSuite {
     return process.waitForFinished(patience_ms) && process.exitCode() == 0;
   }
 
-  // Opens `file` as a user would, in a process that goes on.
+  // Opens `file` as a user would, in a process that keeps running.
   static void open(const QString& file) { QProcess::startDetached(program, {"--nologo", file}); }
   static bool is_open(const QString& file) {
     return QFile::exists(QString(file).insert(file.lastIndexOf(u'/') + 1, ".~lock.") + u'#');
@@ -91,7 +91,7 @@ class OfficeSuite {
 
  private:
   static QStringList pipes() { return QDir("/tmp").entryList({"OSL_PIPE_*"}, QDir::System); }
-  // Other office processes may have made theirs meanwhile, but listen at them.
+  // Other office processes may have made pipes meanwhile, but they listen on theirs.
   QStringList left_pipes() const {
     const QByteArray used = contents("/proc/net/unix");
     QStringList result = pipes();

@@ -1,5 +1,5 @@
-// The plain drawing of the graph, a line for each pair of neighbouring samples: what the program's
-// own drawing must show, and what its speed is measured against.
+// Draws the graph plainly, one line per pair of neighbouring samples. The program's own drawing
+// must show the same, and its speed is measured against this.
 #pragma once
 
 #include <QPainter>
@@ -40,7 +40,7 @@ inline void draw_curves_plainly(QImage& image, const GraphCurves& curves, const 
   }
 }
 
-// Each pixel of a curve covers its right, lower and lower right neighbour where no curve is.
+// Each pixel of a curve also covers its right, lower and lower right neighbours where no curve is.
 inline QImage widened(const QImage& layer) {
   QImage result = layer.copy();
   for (int y = 0; y < layer.height(); ++y) {

@@ -1,4 +1,4 @@
-// Recordings as tests have them: made up, or measured by a recorder in software.
+// Recordings for tests: made up, or measured by a simulated recorder.
 #pragma once
 
 #include "app/recording.h"
@@ -7,7 +7,7 @@
 #include "device/fixed_point.h"
 #include "simulator/signal.h"
 
-// Times a minute apart. Sample n of slot c is n + 100 c; so sample n is known by its value.
+// Samples a minute apart. Sample n of slot c has the value n + 100 c, which identifies it.
 inline void fill(Recording& recording, int samples, int channels) {
   recording = Recording();
   recording.Title = QStringLiteral("Cold store");
@@ -22,7 +22,7 @@ inline void fill(Recording& recording, int samples, int channels) {
   }
 }
 
-// For exports: two channels, a second apart, whose values all differ from their neighbours'.
+// For exports: two channels, samples a second apart, each value different from its neighbours.
 inline Recording many_samples(int count) {
   Recording recording;
   fill(recording, count, 2);
@@ -38,7 +38,7 @@ inline Recording many_samples(int count) {
   return recording;
 }
 
-// What a recorder in software measured, against what the program made of it.
+// What a simulated recorder measured, to compare with what the program made of it.
 struct Measured {
   unsigned mask;  // bit c: channel c + 1 recorded
   QDateTime start;
@@ -49,8 +49,8 @@ struct Measured {
                              static_cast<std::uint8_t>(raw / 256));
   }
 
-  // Where `got` differs from `count` samples of the demo signal from sample `first` on; empty when
-  // it does not.
+  // Where `got` differs from `count` samples of the demo signal from sample `first` on; empty if
+  // nowhere.
   QString difference(const Recording& got, int count, int first = 0) const {
     if (got.SampleCount != count) return QString::number(got.SampleCount);
     for (int n = 0; n < count; ++n) {

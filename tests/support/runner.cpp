@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-// Of the classes those run that have all the test functions named as arguments ("name" or
-// "name:row").
+// Runs those classes that have all the test functions named as arguments ("name" or "name:row").
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   const QStringList arguments = application.arguments();

@@ -1,5 +1,5 @@
 // What every test file needs: collects the test classes of one folder and runs them one after the
-// other; data rows in a line each; files and bytes.
+// other; adds data rows; reads and writes files and bytes.
 #pragma once
 
 #include <QFile>
@@ -18,8 +18,8 @@ int register_test() {
   return 0;
 }
 
-// In a test's _data() function: structs with a member `name`, which the test takes one by one with
-// QFETCH(Row, row).
+// For a test's _data() function: adds structs with a member `name` as rows. The test reads each
+// with QFETCH(Row, row).
 template <class Row>
 void add_rows(std::initializer_list<Row> rows) {
   QTest::addColumn<Row>("row");

@@ -17,7 +17,7 @@
 #include "base/message_box.h"
 #include "print/qt_printer.h"
 
-// Time that passes only in pauses and, millisecond by millisecond, in waits.
+// A clock whose time passes only in pauses and, millisecond by millisecond, in waits.
 class ScriptedClock final : public Clock {
  public:
   explicit ScriptedClock(QTime start = {10, 0}) : now_({2026, 3, 1}, start, Qt::UTC) {}
@@ -50,16 +50,16 @@ class ScriptedClock final : public Clock {
   }
   void wake() override { ++wakes_; }
 
-  // Runs `action` when `milliseconds` from now have passed in waits (a pause only makes it late).
+  // Runs `action` in a wait, `milliseconds` from now; a pause can only delay it.
   void after(int milliseconds, std::function<void()> action) {
     planned_.emplace(elapsed_ + milliseconds, std::move(action));
   }
-  // Somebody sets the clock; no time passes.
+  // Sets the clock, as a user might; no time passes.
   void set(const QDateTime& now) { now_ = now; }
   qint64 elapsed() const { return elapsed_; }
   // Every pause since the start, in milliseconds.
   std::vector<int> sleeps;
-  // What goes on in the world after a pause, and during waits.
+  // What happens in the world after each pause, and in each millisecond of a wait.
   std::function<void()> each_pause;
   std::function<void()> each_millisecond;
 
@@ -75,12 +75,12 @@ class ScriptedClock final : public Clock {
   std::multimap<qint64, std::function<void()>> planned_;
 };
 
-// Writes down every box as "caption: text" and answers questions in the order given (then No).
+// Records every box as "caption: text" and answers questions in the order given (then No).
 class ScriptedMessages final : public MessageBox {
  public:
   QStringList shown;
   QList<bool> answers;
-  // Run while a box stands, before it closes.
+  // Runs while a box is open, before it closes.
   std::function<void()> meanwhile;
 
   void show(const QString& text, const QString& caption) override {
@@ -109,13 +109,13 @@ class ScriptedFileDialog final : public FileDialog {
   }
 };
 
-// Prints as the real one does (print_to_file() comes first where there is none), tells what it was
-// asked for, and fails where a test wants it to.
+// Prints as the real printer does (where there is none, a test calls print_to_file() first), logs
+// the calls, and fails where a test wants it to.
 class ScriptedPrinter final : public QtPrinter {
  public:
   // "none" for no printer at all, or the call that fails: "start", "page", "end".
   QString fault;
-  // What the set-up dialog gives; cancelled when empty.
+  // The orientation chosen in the set-up dialog; empty if the dialog is cancelled.
   std::optional<Orientation> chosen;
   // What was done: "a4", "setup", "start TITLE", "page", "end", "abort".
   QStringList log;

@@ -1,4 +1,4 @@
-// A port with recorders in software behind it, on a scripted clock.
+// A port with simulated recorders behind it, on a scripted clock.
 #pragma once
 
 #include <map>
@@ -10,11 +10,11 @@
 #include "simulator/recorder.h"
 #include "support/scripted.h"
 
-// Answers arrive as the clock's waits and pauses pass. As on a real line parity tells an address
-// from a request: the recorder hears one byte under "9600,M,8,1" and then, under "9600,S,8,1", one
-// write; what is sent otherwise it does not hear. When the cable comes out the port has gone:
-// it stays open and gives what had arrived, but takes no settings and no bytes, and once closed
-// there is no port of that number any more.
+// Answers arrive during the clock's waits and pauses. As on a real line, parity distinguishes an
+// address from a request: the recorder hears one byte under "9600,M,8,1" and then one write under
+// "9600,S,8,1", and nothing else. When the cable is unplugged, the port stays open and gives what
+// has arrived, but takes no settings and no bytes; once closed, it no longer exists under its
+// number.
 class SimulatedPort final : public SerialPort {
  public:
   // `paced`: answers come at the pace of 9600 baud, not at once.
@@ -25,12 +25,12 @@ class SimulatedPort final : public SerialPort {
     };
   }
 
-  // Ports that exist, with the recorder on each or, nullptr, nothing; the recorders are the test's.
+  // The ports that exist, each with its recorder or nullptr for none. The test owns the recorders.
   std::map<int, simulator::Recorder*> recorders = {{1, nullptr}};
-  // One entry each: "number 1", "open", "close", "settings 9600,M,8,1", "write 00", "rts 0",
+  // One entry per call: "number 1", "open", "close", "settings 9600,M,8,1", "write 00", "rts 0",
   // "dtr 0".
   QStringList log;
-  // What a request finds waiting at once, with or without a recorder.
+  // Bytes that wait as soon as a request is sent, with or without a recorder.
   QByteArray answer;
 
   void unplug() {
@@ -39,7 +39,7 @@ class SimulatedPort final : public SerialPort {
     gone_ = true;
     if (open_ && on_activity) on_activity();
   }
-  // These bytes arrive, and what the recorder has sent by now.
+  // Makes these bytes arrive, and what the recorder has sent by now.
   void deliver(const QByteArray& bytes) {
     waiting_ += bytes;
     collect();
@@ -118,7 +118,7 @@ class SimulatedPort final : public SerialPort {
   simulator::Line line_;
   int number_ = 1;
   bool open_ = false;
-  bool gone_ = false;  // the device, while the port stands open
+  bool gone_ = false;  // the device is gone, while the port is open
   bool addressed_ = false;
   QString settings_;
   QByteArray waiting_;

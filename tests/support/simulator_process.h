@@ -1,11 +1,11 @@
-// The real corvane-simulator, running.
+// A running corvane-simulator.
 #pragma once
 
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 
-// Starts it with the options given; the destructor ends it as a user would, by SIGTERM.
+// Starts the simulator with these options; the destructor ends it as a user would, by SIGTERM.
 class SimulatorProcess {
  public:
   explicit SimulatorProcess(const QStringList& options) {
@@ -13,7 +13,7 @@ class SimulatorProcess {
   }
   ~SimulatorProcess() { stop(); }
 
-  // Waits until the device and its links stand; false when it ends instead.
+  // Waits until the device and its links exist; false if the simulator ends or hangs instead.
   bool wait_ready() {
     while (process_.canReadLine() || process_.waitForReadyRead(patience_ms)) {
       if (process_.readLine().trimmed() == "ready") return true;
@@ -21,7 +21,7 @@ class SimulatorProcess {
     return false;
   }
 
-  // Waits until it has ended by itself; its exit code, or -1 when it crashed or still runs.
+  // Waits until it ends by itself; gives its exit code, or -1 if it crashed or still runs.
   int wait_end() {
     const bool ended =
         process_.state() == QProcess::NotRunning || process_.waitForFinished(patience_ms);
@@ -35,7 +35,7 @@ class SimulatorProcess {
   QString errors() { return QString::fromLocal8Bit(process_.readAllStandardError()); }
 
  private:
-  // Starts and ends take milliseconds; this is for a computer busy with other tests.
+  // Starting and ending take milliseconds; the rest is for a computer busy with other tests.
   static constexpr int patience_ms = 20'000;
 
   QProcess process_;

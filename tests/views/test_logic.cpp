@@ -42,7 +42,7 @@ PictureSize sized(QSize logical, double ratio) {
 class TestViewsLogic : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  // Also with limits turned over, curves that leave the picture, and screens of all kinds.
+  // Also with upside-down limits, curves that leave the picture, and screens of several scales.
   void same_pixels_as_the_plain_drawing() {
     unsigned seed = 0;
     for (const QSize size : {QSize(113, 110), {97, 50}, {7, 5}, {5, 9}}) {
@@ -67,7 +67,7 @@ class TestViewsLogic : public QObject {
     }
   }
 
-  // A line of its own of three pixels, with an edge of one; the others thin and pale below it.
+  // The chosen curve has three pixels and an edge of one; the other is thin and pale below it.
   void curve_brought_forward() {
     GraphPicture picture;
     picture.new_curves().channels = {{{5, 5}, 10, 0}, {{5, 5}, 10, 0}};
@@ -108,7 +108,7 @@ class TestViewsLogic : public QObject {
     QCOMPARE(row_of(120), 0);
     QCOMPARE(row_of(-40), 509);
     for (const float above : {121.0F, 3e38F, std::nanf("")}) QVERIFY(row_of(above) < 0);
-    // Where a device pixel is a twip, channels lie three of them apart.
+    // Where a device pixel is a twip, neighbouring channels lie three pixels apart.
     const GraphCurves::Channel channel{{}, 10, 0};
     PictureSize fine = sized({100, 100}, 15);
     fine.line = 1;
@@ -121,7 +121,7 @@ class TestViewsLogic : public QObject {
   void view_and_cursor() {
     QCOMPARE(view_start(3, 4, 7, 1), 4);
     QCOMPARE(view_start(1, 4, 7, 1), 2);
-    // The end is told by the number of samples, the place by one less.
+    // The test for the end uses the number of samples, the position one less.
     QCOMPARE(view_start(6, 7, 1000, 143), 857);
     QCOMPARE(view_start(9, 10, 1000, 100), 899);
     QCOMPARE(zoomed(Zoom::out, 10, 1000), 12);
@@ -129,7 +129,7 @@ class TestViewsLogic : public QObject {
     QCOMPARE(zoomed(Zoom::out, 1000, 1000), std::nullopt);
     QCOMPARE(cursor_sample(4000, 8000, 6), 2);
     QCOMPARE(cursor_sample(4000, 8000, 8), 4);
-    // The place of a sample leads back to it, so a cursor that is set again stays where it is.
+    // A sample's place leads back to the sample, so a cursor that is set again does not move.
     for (int sample = 0; sample < 30001; ++sample) {
       QCOMPARE(cursor_sample(cursor_x(sample, 7695, 30001), 7695, 30001), sample);
     }
@@ -159,12 +159,12 @@ class TestViewsLogic : public QObject {
     }
     compute_statistics(recording);
     const auto& [maximum, minimum, average, unused] = recording.ChannelStats;
-    // Summed first and divided once it would be ...555p-3, which QCOMPARE takes for the same.
+    // Summing first and dividing once would give ...555p-3, which QCOMPARE takes for the same.
     QVERIFY(average[0] == 0x1.99999a5555556p-3);
     QCOMPARE(maximum[0] + minimum[1], double{0.3F} + double{-12.02F});
-    // An equal value replaces nothing, not even by its sign.
+    // An equal value replaces nothing, so that -0 does not replace 0.
     QVERIFY(maximum[1] == 0 && !std::signbit(maximum[1]));
-    // Slots that are not there show their first sample throughout.
+    // Slots without a channel show their first sample throughout.
     for (const auto& row : {maximum, minimum, average}) QCOMPARE(row[3], 300.0);
     const QString first = recording.SampleTimes(0);
     QCOMPARE(interval_text(first, "2026-03-02 09:01:30"), "01-01-30");

@@ -65,7 +65,7 @@ class TestDisplay : public QObject {
     QCOMPARE(copied(&sheet), "\t\t0.00\n3\t2026-03-01 08:02:00\t2.00");
     sheet.actions().last()->trigger();
     QVERIFY(QGuiApplication::clipboard()->text().startsWith("Number\tTime\tAir(C)\n\t\t0.00\n"));
-    // The Tab key leads on, not from cell to cell.
+    // The Tab key leaves the sheet instead of moving from cell to cell.
     QTest::keyClick(&sheet, Qt::Key_Tab);
     QVERIFY(!sheet.hasFocus());
   }
@@ -79,11 +79,11 @@ class TestDisplay : public QObject {
     QCOMPARE(User::recording.ViewCount, 641);
     for (int k = 0; k < 30; ++k) QTest::mouseClick(window_->cmd[1], Qt::LeftButton);
     window_->Slider1->setValue(100);
-    // Only what is in view counts for the scales.
+    // Only the samples in view count for the scales.
     QCOMPARE(window_->Label4[9]->text() + window_->Label4[17]->text(), "209.00195.00");
     QCOMPARE(User::AxisHigh[0] - User::AxisLow[0], 109.0F - 95.0F);
     window_->Slider1->setValue(1000);
-    // Out again the slider stays, and the view is held inside the Recording.
+    // After zooming out the slider stays, and the view remains inside the Recording.
     QTest::mouseClick(window_->cmd[0], Qt::LeftButton);
     QCOMPARE(window_->Label1->text(), User::recording.SampleTimes(995));
   }
@@ -93,7 +93,7 @@ class TestDisplay : public QObject {
     const int last = window_->Pic1->width() - 1;
     click_graph(last / 2);
     QCOMPARE(window_->Pic1->value().text, "2026-03-01 08:50:00; Air C 50; Humidity %RH 150");
-    // It stays where it is when the view changes.
+    // The cursor keeps its place when the view changes.
     window_->cmd_Click(1);
     window_->Slider1->setValue(10);
     QCOMPARE(window_->Label3[8]->text(), "50");
@@ -112,7 +112,7 @@ class TestDisplay : public QObject {
     QCOMPARE(at, "100 101 100 110 109 200 200 190 ");
   }
 
-  // The view follows the cursor to any sample of the Recording, and the sheet's row is the same.
+  // The view follows the cursor to any sample of the Recording, and so does the sheet's row.
   void cursor_leads_the_view() {
     open(101, 1);
     QVERIFY(!window_->MSFlG1->selectionModel()->hasSelection());
@@ -134,10 +134,10 @@ class TestDisplay : public QObject {
       QTest::keyClick(window_->Slider1, key);
     }
     QCOMPARE(window_->ViewStart, 71);
-    // From the handle's last place too an arrow key moves the view at once.
+    // Even from the handle's last place an arrow key moves the view at once.
     for (const Qt::Key key : {Qt::Key_End, Qt::Key_Left}) QTest::keyClick(window_->Slider1, key);
     QCOMPARE(window_->ViewStart, 78);
-    // A cell chosen outside the view is all that is marked.
+    // A cell chosen outside the view is the only one selected.
     QTest::keyClick(window_->Pic1, Qt::Key_End);
     window_->MSFlG1->setFocus();
     window_->MSFlG1->setCurrentIndex(window_->MSFlG1->model()->index(5, 2));
@@ -146,7 +146,7 @@ class TestDisplay : public QObject {
     QCOMPARE(User::recording.ViewCount, 28);
   }
 
-  // A stamp can be empty; the cursor stands there all the same.
+  // A stamp can be empty; the cursor still shows its sample.
   void cursor_without_a_time() {
     open(3, 1);
     User::recording.SampleTimes(1).clear();
@@ -160,7 +160,7 @@ class TestDisplay : public QObject {
     QVERIFY(window_->Pic1->rect().contains(window_->Label5->geometry()));
   }
 
-  // By the keys and by the legend, until it is ended; the copy is the graph with its scales.
+  // Keys and legend bring a channel forward and back; the copy is the graph with its scales.
   void channel_brought_forward() {
     open(50, 2);
     const QImage before = window_->Pic1->grab().toImage();
@@ -182,7 +182,7 @@ class TestDisplay : public QObject {
     QVERIFY(copied.width() > before.width() && copied.height() > before.height());
   }
 
-  // Every text has its contrast on light and on dark; the focus hides nothing of the picture.
+  // Every text has enough contrast on light and on dark; the focus hides nothing of the picture.
   void look() {
     open(50, 4);
     const QPalette before = QApplication::palette();
@@ -212,7 +212,7 @@ class TestDisplay : public QObject {
     for (const int wanted : {0, 99, 8}) graph->valueInterface()->setCurrentValue(wanted);
     QCOMPARE(graph->valueInterface()->currentValue().toInt(), 8);
     QCOMPARE(graph->textInterface()->text(0, 99), "2026-03-01 08:07:00; Air C 7; Humidity %RH 107");
-    // What is said without being asked for is a notification beside the labels, which keep theirs.
+    // Announcements are notifications beside the labels, which keep their own names.
     QLabel& panel = *shell_.Sts1[1];
     QAccessible::queryAccessibleInterface(&panel);
     for (const auto text : {"Link Ok", "", "Link Error"}) shell_.set_panel(2, text);
@@ -235,7 +235,7 @@ class TestDisplay : public QObject {
     window_->cmd2_Click();
   }
 
-  // The commands are there before the window is: they load it.
+  // The commands are available before the window exists; they load it.
   void commands_load_the_window() {
     for (const auto& [command, name] :
          {std::pair{"in", ""}, {"out", ""}, {"limit", "Frmwarn"}, {"setdisplaytime", "frmdate"}}) {
@@ -253,7 +253,7 @@ class TestDisplay : public QObject {
     }
   }
 
-  // Where a scale is beyond single precision the grid is empty and no number stands beside it.
+  // If a scale is beyond single precision, the grid is empty and the scale has no labels.
   void scale_without_end() {
     open(20, 2);
     User::DisplayLimitAuto[1] = 0;
@@ -274,7 +274,7 @@ class TestDisplay : public QObject {
       dialog.Check1[1]->setChecked(false);
       QTest::keyClicks(dialog.Text1[2], "\b\b\b\b\b\b150");
       QTest::keyClicks(dialog.Text1[3], "\b\b\b\b\b\b-2");
-      // Also where it is greyed out, a box must hold a number.
+      // Even a disabled box must hold a number.
       for (const auto text : {"", "high", "1e39", "1e2"}) {
         QVERIFY(dialog.isVisible() && User::DisplayLimit[2] == 120);
         dialog.Text1[7]->setText(text);
@@ -312,7 +312,7 @@ class TestDisplay : public QObject {
     }
   }
 
-  // As a download that ends meanwhile does it; the choice is then for the new window.
+  // As when a download ends meanwhile; the choice then applies to the new window.
   void window_goes_under_an_open_dialog() {
     for (const auto command : {&frmdisplay::cmd2_Click, &frmdisplay::Cmd6_Click}) {
       open(300, 1);
