@@ -1,15 +1,15 @@
-// The curves of the live graph: one a channel on a fixed scale.
+// The curves of the live graph: one per channel, on a fixed scale.
 #pragma once
 
 class LiveBuffer;
 class LiveView;
 struct GraphCurves;
 
-// The values at the graph's top and bottom edge, in every channel's unit.
+// The values at the graph's top and bottom edges, in every channel's unit.
 inline constexpr float live_graph_high = 120.0F;
 inline constexpr float live_graph_low = -40.0F;
 
-// Takes the readings of the first `channels` channels that lie in `view`; what the view shows
+// Copies the readings of the first `channels` channels that lie in `view`. The part of the view
 // beyond the last reading stays empty.
 void copy_live_curves(GraphCurves& curves, const LiveBuffer& buffer, const LiveView& view,
                       int channels);

@@ -9,8 +9,8 @@ namespace {
 constexpr double cursor_label_twips = 1387.5;
 constexpr int cursor_label_margin = 2;
 
-// A label of a fixed size does not have the window laid out anew with each text; it grows where a
-// text is wider than those before.
+// A label of a fixed size spares the window a new layout with each text; it grows for a text wider
+// than those before.
 void show_time(QLabel& label, const QString& time) {
   label.setText(time);
   label.setFixedSize(label.sizeHint().expandedTo(label.minimumSize()));
@@ -39,7 +39,7 @@ void LivePane::Pic1_MouseDown(float x) {
   place_cursor();
 }
 
-// From the newest reading shown, where there is no cursor yet.
+// Without a cursor in view, the step starts from the newest reading shown.
 void LivePane::Pic1_KeyDown(CursorStep step) {
   const auto last = view_.last_reading(monitor_.buffer.LiveCount());
   if (!last) return;
@@ -48,7 +48,7 @@ void LivePane::Pic1_KeyDown(CursorStep step) {
   move_cursor(monitor_.buffer.dropped() + view_.FirstShown + to);
 }
 
-// To a reading counted from the first one since the window opened, or the nearest one in sight.
+// Moves the cursor to a reading, counted from the first one ever, or to the nearest in view.
 void LivePane::move_cursor(std::int64_t reading) {
   const auto last = view_.last_reading(monitor_.buffer.LiveCount());
   if (!last) return;
@@ -57,7 +57,7 @@ void LivePane::move_cursor(std::int64_t reading) {
   place_cursor();
 }
 
-// The slot of the reading at the cursor, where it is in sight.
+// The slot of the reading at the cursor, if it is in view.
 std::optional<int> LivePane::cursor_slot() const {
   const auto last = view_.last_reading(monitor_.buffer.LiveCount());
   if (!last || !cursor_) return std::nullopt;
@@ -66,7 +66,7 @@ std::optional<int> LivePane::cursor_slot() const {
   return static_cast<int>(slot);
 }
 
-// The cursor stays on its reading: it moves with the graph, and out of sight with it.
+// The cursor stays on its reading: it moves with the graph, also out of view.
 void LivePane::place_cursor() {
   const auto slot = cursor_slot();
   for (QWidget* part : std::initializer_list<QWidget*>{Line2, Label5, Label7}) {
@@ -80,7 +80,7 @@ void LivePane::place_cursor() {
   Line2->setGeometry(Pic1->pixel(static_cast<float>(x)), 0, 1, Pic1->height());
   Label5->setText(monitor_.buffer.LiveTimes(*slot));
   Label7->setText(reading_text(monitor_.buffer.reading(*slot), monitor_.channels()));
-  // Numbered from the first reading on: while new ones come the one at the cursor stays the same.
+  // Counted from the first reading, so that the number at the cursor stays while new ones come.
   Pic1->show_value(
       {.text = Label5->text() + u'\n' + Label7->text(),
        .sample = static_cast<int>(*cursor_) + 1,
