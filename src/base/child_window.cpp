@@ -15,7 +15,7 @@ void ChildWindow::unload() {
   if (handlers_ == 0) deleteLater();
 }
 
-// The main window takes the frame around this window away itself; the close goes no further.
+// Ignores the event, because the main window removes the frame around this window itself.
 void ChildWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   unload();

@@ -1,6 +1,6 @@
 // Base of the windows that open inside the main window. A handler that waits for the recorder or
-// shows a dialog lets other events run, and one of them can close the window: it is then unloaded
-// at once (gone from the screen and from every list) but freed only when no handler runs in it.
+// shows a dialog lets other events run, and one of them can close the window. The window is then
+// unloaded at once (it leaves the screen and every list) but deleted only after its last handler.
 #pragma once
 
 #include <QWidget>
@@ -11,8 +11,8 @@ class ChildWindow : public QWidget {
  public:
   explicit ChildWindow(QWidget* parent = nullptr) : QWidget(parent) {}
 
-  // Stands at the top of every handler that waits or shows a dialog. After each wait the handler
-  // asks unloaded() and leaves if so, touching nothing of the window's state.
+  // Every handler that waits or shows a dialog creates one at its top. After each wait the handler
+  // checks unloaded(); if true, it returns without touching the window's state.
   class KeepAlive {
    public:
     explicit KeepAlive(ChildWindow& window) : window_(window) { ++window_.handlers_; }
@@ -26,7 +26,7 @@ class ChildWindow : public QWidget {
   };
 
   bool unloaded() const { return unloaded_; }
-  // Takes the window off the screen and out of the program; deletes it later.
+  // Removes the window from the screen and the program; deletes it when no handler runs in it.
   void unload();
 
  Q_SIGNALS:

@@ -1,5 +1,5 @@
-// The clock: what time it is, pauses, and waits that let the program's events run. Replaceable, so
-// that tests need no real time.
+// The clock: the time, pauses, and waits that let the program's events run. Tests replace it, so
+// that they need no real time.
 #pragma once
 
 #include <QDateTime>
@@ -20,20 +20,20 @@ class Clock {
   // The local wall time, kept without a zone (see base/times.h).
   virtual QDateTime now() const = 0;
 
-  // Milliseconds since some moment in the past; never set, so they tell how long something takes.
+  // Milliseconds since a fixed moment in the past. Nobody can set this clock, so it measures times.
   virtual qint64 steady_ms() const = 0;
 
-  // Pauses for `milliseconds`. No events run meanwhile: what must not be interrupted between two
-  // statements stays whole. Returns at once when the clock is stopped.
+  // Pauses for `milliseconds`. No events run meanwhile, so nothing comes between the statements
+  // before and after it. Returns at once when the clock is stopped.
   virtual void sleep(int milliseconds) = 0;
 
   // Runs events for at most `milliseconds`; ends early at wake() or stop(). Waits nest: an inner
   // wait must end before the outer one can.
   virtual void wait(int milliseconds) = 0;
-  // Ends all waits under way, so that their callers look again at what they wait for.
+  // Ends all waits under way, so that their callers check again for what they wait for.
   virtual void wake() = 0;
 
-  // The program shuts down: every pause and wait, under way or to come, ends at once.
+  // For shutdown: ends every wait under way, and every later pause or wait returns at once.
   void stop() {
     stopped_ = true;
     wake();
@@ -44,7 +44,7 @@ class Clock {
   bool stopped_ = false;
 };
 
-// The computer's own clock; waits are local event loops, so the processor idles.
+// The computer's own clock. Its waits are local event loops, so the processor stays idle.
 class SystemClock final : public Clock {
  public:
   float seconds_since_midnight() const override;

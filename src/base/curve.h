@@ -1,9 +1,9 @@
-// A channel's evenly spaced samples: what those who keep samples give to those who draw them.
+// A view of one channel's samples, passed from the code that keeps them to the code that draws.
 #pragma once
 
 #include <cstddef>
 
-// `count` values of one channel, `stride` floats apart; they stay the caller's.
+// `count` values of one channel, `stride` floats apart. The caller owns them.
 struct CurveSamples {
   const float* first = nullptr;
   std::ptrdiff_t stride = 1;

@@ -19,7 +19,7 @@ QString with_dashes(QString text) {
   return text.replace(u'/', u'-').replace(u'.', u'-');
 }
 
-// A whole date; invalid for anything else.
+// The date of a complete text; invalid for any other text.
 QDate whole_date(const QString& text) {
   const QDate date = QDate::fromString(text, QStringLiteral("yyyy-M-d"));
   return date.isValid() ? date : QDate::fromString(text, QStringLiteral("yyyyMMdd"));
@@ -29,7 +29,7 @@ bool is_complete(const QString& text) {
   return text.size() == (text.contains(u'-') ? date_format.size() : 8);
 }
 
-// What was typed, with the parts that were not taken from `before`; the day is one of the month.
+// The typed date. Parts not typed come from `before`, whose day is cut to the month's last day.
 QDate completed(const QString& typed, QDate before) {
   if (const QDate date = whole_date(typed); date.isValid()) return date;
   const QStringList parts = typed.split(u'-');
@@ -70,7 +70,7 @@ bool DatePicker::type(const QKeyEvent& key) {
   return true;
 }
 
-// The toolkit, which knows dates only as a whole, is not told of the part.
+// Blocks the line edit's signals, because QDateTimeEdit handles only complete dates.
 void DatePicker::show_typed() {
   const QSignalBlocker blocker(lineEdit());
   lineEdit()->setText(typed_.isEmpty() ? textFromDateTime(dateTime()) : typed_);
@@ -82,7 +82,7 @@ void DatePicker::accept_typed() {
   const QDate date = typed ? completed(typed_, this->date()) : shown;
   typed_.clear();
   set_nearest(date.isValid() ? date : this->date());
-  // The next Tab leads out of the field.
+  // So that the next Tab leaves the field.
   if (typed) setCurrentSection(QDateTimeEdit::DaySection);
 }
 
@@ -115,7 +115,7 @@ void DatePicker::focusOutEvent(QFocusEvent* event) {
   QDateTimeEdit::focusOutEvent(event);
 }
 
-// There is no function for it: the calendar opens when its arrow is pressed.
+// Presses the calendar's arrow by a mouse event, because Qt has no function that opens it.
 void DatePicker::open_calendar() {
   accept_typed();
   QStyleOptionComboBox arrow;

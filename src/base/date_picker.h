@@ -1,14 +1,14 @@
-// A date field with a calendar, for hands on the keyboard.
+// A date field with a calendar that can be used from the keyboard alone.
 #pragma once
 
 #include <QDateTimeEdit>
 
-// Beyond a QDateTimeEdit with a calendar:
-// - From its year on, or with all of it selected, a whole date can be typed ("2026-03-01" or
-//   "20260301", "/" and "." count as "-") or pasted. What is typed of it so far is all that the
-//   field shows. Parts that are not typed stay as they were.
-// - A date outside the range becomes the nearest in it when the field is left, Enter is pressed or
-//   the date is complete; on the way to a date in the range, parts outside are let through.
+// What it adds to a QDateTimeEdit with a calendar:
+// - With the cursor in the year, or with all selected, the user can type a whole date ("2026-03-01"
+//   or "20260301"; "/" and "." count as "-"). Meanwhile the field shows only what has been typed.
+//   Parts that are not typed keep their values. A whole date can also be pasted.
+// - A date outside the range becomes the nearest one inside it when the user leaves the field,
+//   presses Enter or completes the date. Until then the field accepts parts outside the range.
 // - F4 and Alt+Down open the calendar.
 class DatePicker final : public QDateTimeEdit {
   Q_OBJECT
@@ -24,7 +24,7 @@ class DatePicker final : public QDateTimeEdit {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  // Whether the key belongs to a whole date that is being typed, which it then does its part for.
+  // Adds the key to the whole date being typed; false if the key is not part of one.
   bool type(const QKeyEvent& key);
   void show_typed();
   void accept_typed();

@@ -21,7 +21,7 @@ class FormReader {
   }
 
  private:
-  // A run of one letter, a quoted text, or a character that stands for itself.
+  // Reads one part of the form: a run of one letter, a quoted text, or a literal character.
   bool read_part() {
     const QChar letter = form_.front();
     if (letter == u'\'') return read_quoted();
@@ -83,10 +83,10 @@ class FormReader {
   }
 
   using Name = QString (QLocale::*)(int, QLocale::FormatType) const;
-  // Which of `count` names, counted from 1, the text goes on with.
+  // Skips the one of `count` names that comes next in the text, and returns its number from 1.
   std::optional<int> read_name(int count, Name name, qsizetype letters) {
     const auto length = letters == 3 ? QLocale::ShortFormat : QLocale::LongFormat;
-    // Backwards: in some languages the eleventh month's name begins with the first one's.
+    // Backwards, because in some languages the name of month 11 begins with that of month 1.
     for (int i = count; i > 0; --i) {
       if (skip((locale_.*name)(i, length))) return i;
     }

@@ -1,5 +1,5 @@
-// Reads a date and time by the form in which QLocale writes it. Qt 6.4's own reader runs past the
-// end of some locales' texts, so it must not see what comes from a file.
+// Reads a date and time in the form in which QLocale writes it. In some locales Qt 6.4's own parser
+// reads past the end of the text, so it must not see texts from files.
 #pragma once
 
 #include <QDateTime>

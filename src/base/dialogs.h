@@ -9,7 +9,7 @@
 
 class WindowMessageBox final : public MessageBox {
  public:
-  // Boxes are modal to the dialog that is open, else to this window.
+  // A box is modal to the open dialog if there is one, else to this window.
   void set_parent(QWidget* parent) { parent_ = parent; }
   void show(const QString& text, const QString& caption) override;
   bool ask(const QString& text, const QString& caption) override;

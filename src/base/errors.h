@@ -1,4 +1,4 @@
-// The run-time errors of the program and the three policies that a handler can have for them.
+// The run-time errors of the program and the three policies that a handler can apply to them.
 #pragma once
 
 #include <QString>
@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-// Something that a statement could not do. The text is for the developer: what the user reads is
-// the message that the handler itself gives.
+// An operation that failed. The text is for developers, and for users of corvane-cli; a window's
+// handler gives a message of its own.
 class RunTimeError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -38,8 +38,8 @@ class BoundsError : public RunTimeError {
   using RunTimeError::RunTimeError;
 };
 
-// Policy "stop at the first failure": the rest of the handler is left out, silently.
-// Gives whether it ran to its end.
+// Policy "stop at the first failure": skips the rest of `body` without a message.
+// Returns whether `body` ran to its end.
 template <class Body>
 bool stop_at_first_failure(Body&& body) {
   try {
@@ -56,7 +56,7 @@ void or_error_path(Body&& body, ErrorPath&& error_path) {
   if (!stop_at_first_failure(std::forward<Body>(body))) std::forward<ErrorPath>(error_path)();
 }
 
-// Policy "skip the statement and go on": one statement, whose failure changes nothing else.
+// Policy "skip the statement and go on": for one statement whose failure must not stop the others.
 template <class Statement>
 void skip_on_error(Statement&& statement) {
   stop_at_first_failure(std::forward<Statement>(statement));

@@ -1,4 +1,4 @@
-// Listens for the Escape key while it lives. Dialogs and menus keep theirs.
+// Calls a function when Escape is pressed while it lives. An open dialog or menu keeps the key.
 #pragma once
 
 #include <QObject>

@@ -27,7 +27,7 @@ FieldReader::FieldReader(std::string_view bytes)
   if (bytes.starts_with(byte_order_mark)) at_ += byte_order_mark.size();
 }
 
-// Nearly every text is ASCII.
+// Nearly every text is ASCII, which needs no search for an encoding.
 QString FieldReader::decode(std::string_view field) {
   unsigned char seen = 0;
   for (const char c : field) seen |= static_cast<unsigned char>(c);
@@ -40,7 +40,7 @@ inline void FieldReader::skip_blanks() {
   while (at_ != end_ && is_blank(*at_)) ++at_;
 }
 
-// One comma or one line end (CR LF, LF or CR) goes with the value before it.
+// One comma or one line end (CR LF, LF or CR) belongs to the value before it.
 inline void FieldReader::skip_separator() {
   if (at_ == end_) return;
   const bool carriage_return = *at_++ == '\r';
@@ -64,7 +64,7 @@ std::string_view FieldReader::next_unquoted() {
   return {first, static_cast<std::size_t>(last - first)};
 }
 
-// What stands from `from` on before the next quote.
+// The text from `from` to the next quote, without the quote.
 std::string_view FieldReader::up_to_quote(const char* from) const {
   const auto most = std::min<std::ptrdiff_t>(end_ - from, longest_text + 1);
   const void* quote = std::memchr(from, '"', static_cast<std::size_t>(most));
@@ -85,7 +85,7 @@ QString FieldReader::next_text() {
   return decode(plain);
 }
 
-// Any text between quotes, from behind the first one.
+// The general case of a quoted text. The reader is behind the opening quote.
 QString FieldReader::next_quoted() {
   QString text;
   for (bool closed = false; !closed;) {
@@ -113,7 +113,7 @@ float FieldReader::next_float() {
     skip_separator();
     return result;
   }
-  // Blanks around it, a plus sign, too small for a float: or not a number.
+  // The value has blanks around it or a plus sign, is too small for a float, or is no number.
   const std::string_view text = next_unquoted();
   return to_float(QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())));
 }

@@ -12,17 +12,17 @@
 
 class FieldReader {
  public:
-  // Reads from `bytes`, which must outlive the reader. A byte order mark belongs to no field.
+  // Reads from `bytes`, which must outlive the reader. Skips a byte order mark.
   explicit FieldReader(std::string_view bytes);
 
-  // The next value as a text. Between double quotes everything counts, line ends included, and a
-  // doubled quote stands for one; blanks around an unquoted value are dropped. Throws FileError at
-  // the end of the input and for a text over 64 KiB, a quote without its partner, or characters
-  // between a closing quote and the next separator.
+  // The next value as a text. Between double quotes every character counts, line ends included, and
+  // two quotes mean one; blanks around an unquoted value are dropped. Throws FileError at the end
+  // of the input and for a text over 64 KiB, a quote that is never closed, or characters between a
+  // closing quote and the next separator.
   QString next_text();
 
-  // The next value as a number. Throw FileError at the end of the input, ConversionError for what
-  // is not a number or does not fit; the value is then behind the reader all the same.
+  // The next value as a number. They throw FileError at the end of the input, and ConversionError
+  // for a value that is not a number or does not fit; the reader has then passed that value.
   float next_float();
   std::int16_t next_int16();
   std::int32_t next_int32();
@@ -40,6 +40,6 @@ class FieldReader {
   std::string_view bytes_;
   const char* at_;
   const char* end_;
-  // Found out at the first text that is not ASCII.
+  // Detected at the first text that is not ASCII.
   std::optional<TextEncoding> encoding_;
 };

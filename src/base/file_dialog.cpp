@@ -14,8 +14,8 @@
 
 namespace {
 
-// "description|pattern|..." as the name filters of a QFileDialog; the description of a pair is
-// dropped where it says no more than the pattern.
+// "description|pattern|..." as the name filters of a QFileDialog. A description that equals its
+// pattern is dropped.
 QStringList name_filters(const QString& filter) {
   const QStringList parts = filter.split(u'|');
   QStringList result;
@@ -26,8 +26,8 @@ QStringList name_filters(const QString& filter) {
   return result;
 }
 
-// Knows a file's kind by its name alone. The usual provider reads the beginning of every file in
-// the folder, which takes long on a network and can block at a device.
+// Tells a file's kind by its name alone. Qt's own provider reads the beginning of every file in the
+// folder, which is slow on a network and can block on a device.
 class KindByName final : public QFileIconProvider {
  public:
   QIcon icon(IconType type) const override { return QFileIconProvider::icon(type); }
@@ -50,7 +50,7 @@ int filter_number(const QFileDialog& dialog) {
   return static_cast<int>(dialog.nameFilters().indexOf(dialog.selectedNameFilter())) + 1;
 }
 
-// A typed extension chooses the form that it belongs to.
+// Chooses the filter of the typed extension, if there is one.
 void choose_filter_by_name(QFileDialog& dialog, const QString& name) {
   const QString extension = QFileInfo(name).suffix();
   if (extension.isEmpty()) return;
@@ -61,8 +61,8 @@ void choose_filter_by_name(QFileDialog& dialog, const QString& name) {
   }
 }
 
-// What becomes of the name in the field, where that is not what stands there: another extension, a
-// name cut at its first dot, a file that is replaced without a question. Empty where it is plain.
+// Says which file the command will use, unless it is the one named in the field: the command cuts a
+// name at its first dot, gives it another extension, and replaces that file without a question.
 QString used_name_note(const QFileDialog& dialog, const FileDialog& request, const QString& name) {
   if (name.isEmpty() || !request.used_name) return {};
   const QString chosen = QDir::cleanPath(dialog.directory().absoluteFilePath(name));
@@ -80,7 +80,7 @@ QString used_name_note(const QFileDialog& dialog, const FileDialog& request, con
            there.exists() ? QStringLiteral(", in place of the file of that name") : QString());
 }
 
-// Room for whole sizes and dates, and what is left for the names.
+// Gives sizes and dates the width that they need, and the rest to the names.
 void lay_out(QFileDialog& dialog) {
   dialog.resize(760, 500);
   auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
@@ -89,8 +89,8 @@ void lay_out(QFileDialog& dialog) {
   list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
 }
 
-// What is typed counts. Folders on the way of a typed path get marked in the list, and one that
-// stays marked would be taken in its place. Done after the dialog's own work on the text.
+// Makes the typed name count. As the user types a path, the dialog selects its folders in the list,
+// and would take one that stays selected. Queued, so that it runs after the dialog's own handler.
 void let_typed_name_count(QFileDialog& dialog) {
   auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
@@ -99,7 +99,7 @@ void let_typed_name_count(QFileDialog& dialog) {
                    Qt::QueuedConnection);
 }
 
-// The line below the dialog's fields that says which file will be used.
+// Adds a line below the dialog's fields that says which file will be used.
 void show_used_name(QFileDialog& dialog, const FileDialog& request) {
   auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
   auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -127,12 +127,12 @@ void show_used_name(QFileDialog& dialog, const FileDialog& request) {
 
 void WindowFileDialog::show(Purpose purpose) {
   KindByName kinds;
-  // A remembered folder that is gone would be taken for the name of a file.
+  // The dialog would take a remembered folder that no longer exists for a file name.
   QFileDialog dialog(parent_, title, QFileInfo(folder_).isDir() ? folder_ : QString());
   dialog.setAcceptMode(purpose == Purpose::open ? QFileDialog::AcceptOpen
                                                 : QFileDialog::AcceptSave);
-  // A missing file and an existing one are the command's business, not the dialog's. The desktops'
-  // own dialogs do not all leave them to it.
+  // The command itself deals with missing and existing files. Not all of the desktops' own dialogs
+  // leave that to it.
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -145,7 +145,7 @@ void WindowFileDialog::show(Purpose purpose) {
   show_used_name(dialog, *this);
   let_typed_name_count(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-  // Without "." and ".." on the way, whose dots would count when the name is cut at its first one.
+  // Removes "." and "..", whose dots would count when the name is cut at its first dot.
   file_name = QDir::cleanPath(dialog.selectedFiles().constFirst());
   filter_index = filter_number(dialog);
   folder_ = QFileInfo(file_name).absolutePath();

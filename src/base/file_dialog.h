@@ -15,17 +15,17 @@ class FileDialog {
   // Pairs "description|pattern" joined by "|", such as "*.txt|*.txt|*.doc|*.doc".
   QString filter;
   QString title;
-  // Set to empty before showing; afterwards the chosen name as it was typed (made absolute), or
-  // still empty when the user cancelled. No suffix is added, nothing is asked, and the name of a
-  // file that does not exist comes through.
+  // The caller clears it before show(). Afterwards it is the chosen name as typed (made absolute),
+  // or still empty if the user cancelled. The dialog adds no extension, asks nothing, and accepts
+  // the name of a file that does not exist.
   QString file_name;
   // The chosen filter, counted from 1.
   int filter_index = 1;
   // The name of the file that the command uses when `file_name` and `filter_index` are chosen. The
-  // dialog shows it where it differs from what stands in the name's field.
+  // dialog shows it if it differs from the name in the field.
   std::function<QString(const QString& file_name, int filter_index)> used_name;
 
   enum class Purpose { open, save };
-  // Shows the dialog; the purpose only names its accept button.
+  // Shows the dialog. The purpose sets its wording only, such as that of the accept button.
   virtual void show(Purpose purpose) = 0;
 };

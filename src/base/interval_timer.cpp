@@ -1,8 +1,8 @@
 #include "base/interval_timer.h"
 
 IntervalTimer::IntervalTimer(int interval, QObject* parent) : QObject(parent), interval_(interval) {
-  // A timer whose handler still runs does not fire. So the handler is called later, not by the
-  // timer.
+  // QTimer does not fire while its own handler runs. So the timer only queues a call of the
+  // handler.
   connect(&timer_, &QTimer::timeout, this, &IntervalTimer::pass_on, Qt::QueuedConnection);
 }
 

@@ -1,6 +1,6 @@
-// A timer that is switched on apart from its interval: enabled with an interval of 0 it does not
-// tick, and it keeps its interval while it is off. It ticks on while a handler of an earlier tick
-// waits.
+// A timer whose switch is separate from its interval: it keeps its interval while it is off, and
+// does not tick with an interval of 0 even if it is on. It goes on ticking while the handler of an
+// earlier tick waits.
 #pragma once
 
 #include <QTimer>

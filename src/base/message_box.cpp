@@ -7,7 +7,7 @@
 
 namespace {
 
-// The box is as wide as its caption with the buttons and the icon of a title bar beside it.
+// Makes the box wide enough for its caption and the icon and buttons of a title bar.
 void make_room_for_caption(QMessageBox& box) {
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
   if (!grid) return;
@@ -17,7 +17,7 @@ void make_room_for_caption(QMessageBox& box) {
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-// Texts can carry what a recorder or a file supplied, so they are never read as markup.
+// Texts can contain what a recorder or a file supplied, so they are never read as markup.
 QMessageBox::StandardButton run(QWidget* parent, const QString& text, const QString& caption,
                                 QMessageBox::StandardButtons buttons) {
   QWidget* active = QApplication::activeModalWidget();

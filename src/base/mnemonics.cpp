@@ -15,7 +15,7 @@ QKeySequence with_alt(QChar letter) {
   return QKeySequence(QStringLiteral("Alt+") + letter.toUpper());
 }
 
-// The caption as styles take it, with "&" before the widget's letter; as it is without one.
+// The caption with "&" before the widget's letter, as styles expect it; unchanged without a letter.
 QString marked(const QString& caption, const QWidget* widget) {
   const QChar letter = widget ? widget->property(letter_property).toChar() : QChar();
   const qsizetype at = letter.isNull() ? -1 : caption.indexOf(letter, 0, Qt::CaseInsensitive);
@@ -65,7 +65,7 @@ void LetterStyle::drawControl(ControlElement element, const QStyleOption* option
     if (caption && button) {
       QStyleOptionButton copy = *button;
       copy.text = marked(copy.text, widget);
-      // A check box that may be narrower than its caption shows that some of it is missing.
+      // A check box that may be narrower than its caption ends it in an ellipsis.
       if (widget->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) {
         copy.text = copy.fontMetrics.elidedText(copy.text, Qt::ElideRight, copy.rect.width(),
                                                 Qt::TextShowMnemonic);
@@ -76,7 +76,7 @@ void LetterStyle::drawControl(ControlElement element, const QStyleOption* option
   QProxyStyle::drawControl(element, option, painter, widget);
 }
 
-// A label draws its text through here, where it is known only as what is painted on.
+// Labels draw their text through this function, which knows the label only as the paint device.
 void LetterStyle::drawItemText(QPainter* painter, const QRect& place, int flags,
                                const QPalette& palette, bool enabled, const QString& text,
                                QPalette::ColorRole role) const {

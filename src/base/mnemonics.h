@@ -1,5 +1,5 @@
-// Letters that work the controls of a dialog together with Alt. A control's text stays its caption
-// without marks: the letter is kept beside it, and LetterStyle underlines it when it is drawn.
+// Letters that operate the controls of a dialog together with Alt. A control's text stays free of
+// "&" marks: its letter is a property, and LetterStyle underlines it when it draws the text.
 #pragma once
 
 #include <QProxyStyle>
@@ -11,13 +11,13 @@ class QTabWidget;
 // Alt and the letter press the button.
 void give_letter(QAbstractButton& button, QChar letter);
 
-// Alt and the letter lead to the label's buddy, while the label can be seen.
+// Alt and the letter move the focus to the label's buddy while the label is visible.
 void give_letter(QLabel& label, QChar letter);
 
-// Alt and its own digit open each tab: "Tab 0" with Alt+0.
+// Alt and the last character of a tab's text open the tab: Alt+0 opens "Tab 0".
 void give_digits(QTabWidget& tabs);
 
-// Draws captions with the letter underlined. Without it the letters work all the same.
+// Draws captions with the letter underlined. The letters work without it too.
 class LetterStyle final : public QProxyStyle {
   Q_OBJECT
 

@@ -14,17 +14,17 @@
 
 namespace {
 
-// Every double below this size is formatted with room to spare; beyond it "0.00" would run to
-// hundreds of digits, which no reading has.
+// Characters. The largest double takes 312 with two decimals, so every finite one fits, although no
+// reading has hundreds of digits.
 constexpr int decimal_room = 400;
 
-// Below this size two different hundredths are two different floats, so a float that is the one
-// nearest to some hundredths has no decimal form shorter than those.
+// Below this value different hundredths are different floats. So the float nearest to a number of
+// hundredths has no decimal form shorter than that number.
 constexpr float all_hundredths_differ = 65536.0F;
-// From here on the digits of the exact value are more than reading back needs.
+// From this value on, the exact value has more digits than reading it back needs.
 constexpr float whole_floats_from = 16777216.0F;
 
-// Readings have two decimals: this is their way, several times faster than the general one.
+// Readings have two decimals. This writes such a value several times faster than the general way.
 char* write_trimmed(char* out, unsigned hundredths, bool negative) {
   if (negative) *out++ = '-';
   out = std::to_chars(out, out + shortest_float_size, hundredths / 100).ptr;
@@ -36,7 +36,7 @@ char* write_trimmed(char* out, unsigned hundredths, bool negative) {
   return out;
 }
 
-// The shortest digits, filled up with zeros to the point.
+// Writes the shortest digits, followed by zeros up to the decimal point.
 char* write_large(char* out, float value) {
   char* end =
       std::to_chars(out, out + shortest_float_size, value, std::chars_format::scientific).ptr;
@@ -81,8 +81,8 @@ char16_t digit(std::uint32_t value) {
 }  // namespace
 
 char16_t* write_fixed2(char16_t* out, float value) {
-  // A hundred times a float is exact in double precision, and so is the half that is added to it:
-  // below the limit no digit can come out other than in fixed2.
+  // A float times a hundred is exact in double precision, and adding a half rounds no sum across a
+  // whole number. So below the limit every digit is the same as in fixed2.
   constexpr double limit = 4e9;
   const double hundredths = std::fabs(value) * 100.0 + 0.5;
   if (!(hundredths < limit)) {
@@ -127,7 +127,7 @@ char* write_shortest_float(char* out, float value) {
     const auto hundredths =
         static_cast<unsigned>(scaled + 0.5F);  // NOLINT: faster than lround, and checked below
     const auto rounded = static_cast<float>(hundredths);
-    // The first comparison only saves most other values the division.
+    // The first comparison only spares most other values the division.
     if (std::fabs(scaled - rounded) <= scaled * 2.4e-7F && rounded / 100.0F == magnitude &&
         hundredths != 0) {
       return write_trimmed(out, hundredths, value < 0.0F);
@@ -166,8 +166,8 @@ std::uint8_t to_byte(std::int32_t value) {
 
 namespace {
 
-// Zero for a number that is too small for a double, nothing for one that is too large: from_chars
-// does not tell them apart, a stream does.
+// Zero for a number too small for a double, no value for one too large. from_chars does not
+// distinguish them; a stream does.
 std::optional<double> zero_if_tiny(const QByteArray& number) {
   std::istringstream stream(number.toStdString());
   stream.imbue(std::locale::classic());

@@ -8,12 +8,12 @@
 #include <cstdint>
 #include <optional>
 
-// "0.00": two decimals, ties away from zero as the decimal expansion of the value shows them
-// (0.125 is 0.13, -0.125 is -0.13); a value that rounds to zero has no sign.
+// "0.00": two decimals; a value exactly halfway rounds away from zero (0.125 is 0.13, -0.125 is
+// -0.13); a value that rounds to zero has no sign.
 QString fixed2(double value);
 
-// The same for a reading, for loops over many: writes into `out`, which must hold at least
-// `fixed2_size` characters, and gives the end of what was written.
+// The same for loops over many readings: writes into `out`, which must hold at least `fixed2_size`
+// characters, and returns the end of the written text.
 inline constexpr int fixed2_size = 64;
 char16_t* write_fixed2(char16_t* out, float value);
 
@@ -23,14 +23,14 @@ float rounded_to_2_decimals(double value);
 // A whole number preceded by a blank, or by "-" when negative.
 QString whole_with_leading_blank(std::int64_t value);
 
-// The general number form of a 32-bit float: 7 significant digits, an exponent only where plain
-// digits would not do, no trailing zeros.
+// The general number form of a 32-bit float: at most 7 significant digits, no trailing zeros, and
+// an exponent only below 0.0001 and from 10000000 on.
 QString general_number(float value);
 
 // The shortest plain decimal form that reads back as the same 32-bit float: no exponent, no
 // trailing zeros, no point for a whole value, at most 7 significant digits unless 7 do not read
 // back the same (then 8 or 9). Writes into `out`, which must hold at least `shortest_float_size`
-// characters, and gives the end of what was written.
+// characters, and returns the end of the written text.
 inline constexpr int shortest_float_size = 64;
 char* write_shortest_float(char* out, float value);
 
@@ -42,19 +42,19 @@ double round_half_even(double value);
 std::int16_t to_int16(double value);
 std::int32_t to_int32(double value);
 
-// The same number as a byte. Throws ConversionError when it is outside 0..255.
+// The number as a byte. Throws ConversionError outside 0..255.
 std::uint8_t to_byte(std::int32_t value);
 
-// The number that a text is, blanks around it ignored; nothing when it is not a number (empty,
-// letters, hexadecimal, infinities, a number too large for a double). One too small for a double is
-// zero.
+// The number that a text holds, with blanks around it ignored. A number too small for a double is
+// zero. No value if the text is not a number (empty, letters, hexadecimal, infinity) or too large
+// for a double.
 std::optional<double> number_of(QStringView text);
 bool is_number(QStringView text);
 
-// The same in single precision; nothing where it does not fit.
+// The same in single precision; no value if it does not fit.
 std::optional<float> float_of(QStringView text);
 
-// The same as a value. Throw ConversionError when the text is not a number or does not fit.
+// The number itself. They throw ConversionError if the text is not a number or does not fit.
 double to_double(QStringView text);
 float to_float(QStringView text);
 std::int16_t to_int16(QStringView text);

@@ -1,4 +1,4 @@
-// The row of buttons that a dialog ends with.
+// The row of buttons at the end of a dialog.
 #pragma once
 
 #include <QDialog>
@@ -6,7 +6,7 @@
 #include <QPushButton>
 
 struct OkCancel {
-  QPushButton* ok;  // the default button; what it does is the dialog's
+  QPushButton* ok;  // the default button; the dialog connects it
   QPushButton* cancel;
   QHBoxLayout* row;
 };

@@ -1,6 +1,6 @@
-// The few characters of the program's own texts that many systems have no font for.
+// A font for the few characters of the program's own texts that many systems' fonts lack.
 #pragma once
 
-// Makes the font that comes with the program known, so that Qt takes from it what the other fonts
-// lack. The first call does it, once there is a QGuiApplication.
+// Registers the font that comes with the program, so that Qt takes from it what other fonts lack.
+// Needs a QGuiApplication. Only the first call has an effect.
 void add_own_glyphs();

@@ -12,10 +12,10 @@ void PictureBox::redraw() {
   update();
 }
 
-// Between pixels of the window and of the device lies any factor, so the picture takes the device
-// rectangle whose edges are the nearest to the widget's: that is what the window system lets it
-// paint. The image is kept between drawings: a new one of this size costs more than the curves in
-// it.
+// The scale from window pixels to device pixels can be any factor. So the image covers the device
+// rectangle whose edges are nearest to the widget's, which is what the window system lets it paint.
+// The image is kept between drawings, because a new one of this size costs more than drawing the
+// curves in it.
 void PictureBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QTransform to_device = painter.deviceTransform();

@@ -1,5 +1,5 @@
-// A surface that shows what its owner draws, in device pixels: drawn only when it is seen, and
-// afresh only when the owner says so or its size changes.
+// A widget that shows what its owner draws, in device pixels. It has its picture drawn only while
+// it is visible, and again only after redraw() or a change of its size.
 #pragma once
 
 #include <QImage>

@@ -1,10 +1,10 @@
-// The look of a field that shows and takes nothing.
+// The look of a read-only field.
 #pragma once
 
 #include <QPalette>
 #include <QWidget>
 
-// The field has the window's background instead of an input's. For read-only line and text edits.
+// Gives a read-only line or text edit the window's background instead of an input field's.
 inline void look_read_only(QWidget& field) {
   QPalette palette = field.palette();
   palette.setBrush(QPalette::Base, palette.window());

@@ -1,5 +1,5 @@
-// The surface of a serial-communications control, behind which a real port, or a scripted one in
-// tests, stands.
+// The interface of a serial port. The program implements it with a real port, the tests with
+// scripted ones.
 #pragma once
 
 #include <QByteArray>
@@ -23,21 +23,21 @@ class SerialPort {
   virtual void close() = 0;
   virtual bool is_open() const = 0;
 
-  // "9600,M,8,1": baud rate, parity N, E, O, M or S, data bits, stop bits. On an open port it is
-  // applied at once, after everything written before has left the line. Throws PortError when the
-  // text is malformed or the device refuses it.
+  // "9600,M,8,1": baud rate, parity N, E, O, M or S, data bits, stop bits. Takes effect when all
+  // bytes written before have left the line. Throws PortError when the port is closed, the text is
+  // malformed or the device refuses it.
   virtual void set_settings(const QString& settings) = 0;
 
   // Both throw PortError on a closed port.
   virtual int bytes_waiting() = 0;
   virtual QByteArray read_all() = 0;
-  // Hands the bytes to the line; throws PortError when the port is closed or does not take them.
+  // Sends the bytes. Throws PortError when the port is closed or does not accept them.
   virtual void write(const QByteArray& bytes) = 0;
 
-  // A device that has no such line is no failure.
+  // They have no effect on a device without such a line.
   virtual void set_rts(bool on) = 0;
   virtual void set_dtr(bool on) = 0;
 
-  // Called when bytes have arrived or the device has gone; the port's user sets it.
+  // Called when bytes have arrived or the device is gone. The port's user sets it.
   std::function<void()> on_activity;
 };

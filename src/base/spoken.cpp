@@ -7,16 +7,16 @@
 
 namespace {
 
-// What a window last had said. A screen reader takes notice of a notification wherever the focus
-// is, and Qt keeps the role that an object had when it was first asked for; so it is one of its
-// own.
+// Holds the last announcement of a window. It needs an object of its own with the notification
+// role: a screen reader notices notifications wherever the focus is, and Qt never changes the role
+// that an object had at first.
 class Announcer final : public QWidget {
  public:
   explicit Announcer(QWidget* window) : QWidget(window) { setObjectName(name()); }
   static QString name() { return QStringLiteral("announcer"); }
 
-  // A screen reader asks for the text some time after the event. What one handler has to say is
-  // therefore said together, so that nothing takes the place of what came just before it.
+  // A screen reader asks for the text some time after the event, when a later text could have
+  // replaced it. So the texts of one handler are announced together.
   void say(const QString& text) {
     to_say_ << text;
     if (to_say_.size() == 1) QTimer::singleShot(0, this, &Announcer::say_all);
@@ -73,8 +73,8 @@ void show_spoken(QLabel& label, const QString& text) {
   if (!text.isEmpty()) announce(label, text);
 }
 
-// Qt tells a screen reader the name of a list and not what is chosen in it; so the choice is its
-// description, before the key that leads to the list.
+// Qt gives a screen reader the name of a list but not the chosen entry. So the list's description
+// becomes the entry, followed by the key that leads to the list.
 void speak_choice(QComboBox& list) {
   const QString key = list.accessibleDescription();
   const auto describe = [&list, key] {

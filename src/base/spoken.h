@@ -1,4 +1,4 @@
-// What a screen reader says without being asked.
+// Texts that a screen reader says without being asked.
 #pragma once
 
 class QComboBox;
@@ -6,12 +6,12 @@ class QLabel;
 class QString;
 class QWidget;
 
-// Has `text` said soon, as a notification of the window that `at` belongs to.
+// Announces `text` when the current handler has returned, as a notification of the window of `at`.
 void announce(const QWidget& at, const QString& text);
 
-// Shows a new text and has it said; the same again is not said twice.
+// Shows a text and announces it. Does nothing if the label already shows this text.
 void show_spoken(QLabel& label, const QString& text);
 
-// Has the chosen entry said with the list's name and whenever another one is chosen. To be called
-// when the list has its letter (give_letter), which is said after the entry.
+// Makes a screen reader say the chosen entry with the list's name and after each change. Call it
+// after give_letter(), because the list's letter is said after the entry.
 void speak_choice(QComboBox& list);

@@ -1,4 +1,4 @@
-// In which 8-bit encoding the texts of a file are: this system's, or another one's.
+// Finds the encoding of the texts in a file, which may come from another system.
 #pragma once
 
 #include <QLocale>
@@ -9,8 +9,8 @@
 
 class TextEncoding {
  public:
-  // The first of these in which all of `file` can be read: UTF-8, the code page of the user's
-  // language, Western European, which takes anything.
+  // Takes the first of these in which all of `file` can be read: UTF-8, the code page of the user's
+  // language, Western European (which accepts any bytes).
   explicit TextEncoding(std::string_view file);
 
   QString decode(std::string_view text);
@@ -19,5 +19,5 @@ class TextEncoding {
   QStringDecoder decoder_;
 };
 
-// The name of the 8-bit code page that Windows has for the language of `locale`.
+// The name of the code page that Windows uses for the language of `locale`.
 const char* code_page(const QLocale& locale);

@@ -17,19 +17,19 @@ QString stamp_text(const QDateTime& time) {
 }
 
 QDateTime stamp_time(const QString& text) {
-  // Taken apart, since the local time zone has hours that it leaves out.
+  // Parsed in two parts: as one local date-time, an hour that the time zone skips would be invalid.
   const QDate date = QDate::fromString(text.left(10), Qt::ISODate);
   const QTime clock = QTime::fromString(text.mid(11), Qt::ISODate);
   if (!date.isValid() || !clock.isValid()) return {};
-  // Qt takes other separators too.
+  // Qt accepts other separators too, which a stamp does not have.
   const QDateTime time(date, clock, Qt::UTC);
   return stamp_text(time) == text ? time : QDateTime();
 }
 
 namespace {
 
-// The long time form carries the seconds, and a time-zone name that a wall time does not have. Qt
-// does not know "B", a part of the day in words, and would write the letter.
+// The long time form has the seconds, but also a time-zone name, which a wall time does not have.
+// Qt does not know "B", a part of the day in words, and would write the letter.
 QString general_form(const QLocale& locale) {
   static const QRegularExpression left_out(QStringLiteral("\\s*,?\\s*[\\(\\[]?t+[\\)\\]]?\\s*|B"));
   return locale.dateFormat(QLocale::ShortFormat) + u' ' +

@@ -1,6 +1,6 @@
-// Tool tips take what looks like markup for markup. Texts that come from recorders, files and
-// folders go through here. All others stay as they are, since screen readers say a tool tip as it
-// is.
+// Qt treats a tool tip that looks like markup as markup. So this function escapes texts that come
+// from recorders, files and folders, but only if they look like markup: a screen reader says the
+// tags too.
 #pragma once
 
 #include <QString>

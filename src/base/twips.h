@@ -3,5 +3,5 @@
 
 inline constexpr double twips_per_inch = 1440;
 
-// Of a window, whatever its screen says about its resolution.
+// In a window, whatever resolution its screen reports.
 inline constexpr int twips_per_pixel = 15;

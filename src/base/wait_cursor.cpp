@@ -13,13 +13,13 @@ WaitCursor::~WaitCursor() {
   if (shown_) QGuiApplication::restoreOverrideCursor();
 }
 
-// The windows behind a modal dialog are blocked when it opens and unblocked when it is gone.
+// A modal dialog blocks the windows behind it when it opens and unblocks them when it closes.
 bool WaitCursor::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::WindowBlocked || event->type() == QEvent::WindowUnblocked) update();
   return QObject::eventFilter(watched, event);
 }
 
-// A disabled dialog waits itself.
+// A disabled dialog is itself waiting, so it shows the cursor too.
 void WaitCursor::update() {
   const QWidget* dialog = QApplication::activeModalWidget();
   const bool wanted = !dialog || !dialog->isEnabled();

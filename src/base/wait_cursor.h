@@ -1,5 +1,4 @@
-// The wait cursor, shown while the object lives. It leaves alone a dialog that the user is to
-// answer meanwhile.
+// Shows the wait cursor while the object lives, except while a dialog waits for the user's answer.
 #pragma once
 
 #include <QObject>
