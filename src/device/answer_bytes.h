@@ -1,5 +1,5 @@
-// Reading the bytes of an answer (docs/protocol.md) within its bounds. Only this folder knows where
-// in an answer a field lies.
+// Reads the bytes of an answer (docs/protocol.md) within its bounds. Only this folder knows where
+// the fields of an answer lie; acquire/kept_blocks.cpp also knows those of a block.
 #pragma once
 
 #include <QByteArray>

@@ -10,7 +10,7 @@
 
 namespace {
 
-// 101 rows of 11 values, each of them a name of generous length: what lies beyond is not read.
+// Bytes. This is enough for 101 rows of 11 long names; the rest of a longer file is not read.
 constexpr qint64 largest_device_file = 1024 * 1024;
 constexpr int fields_in_file = 11;
 

@@ -25,13 +25,13 @@ class DeviceTable {
   const QString& text(int field, int row) const;
   void set_text(int field, int row, const QString& text);
 
-  // Rows to offer: 0..DeviceCount-1 held within the table.
+  // The number of rows to offer: DeviceCount, limited to 0..max_rows.
   int rows() const;
 
-  // The channel count of a type, 1..4. Throws ConversionError for anything else, an empty or
-  // non-numeric text above all.
+  // The channel count of a type, 1..4. Throws ConversionError for any other text, such as an empty
+  // or non-numeric one.
   int channel_count(int row) const;
-  // The same, 0 instead of a throw.
+  // The same, but 0 instead of an exception.
   int channel_count_or_none(int row) const;
 
  private:
@@ -43,5 +43,5 @@ class DeviceTable {
 // an N that is not a number leaves the table empty.
 DeviceTable read_device_table(std::string_view bytes);
 
-// Reads the device file `path`; an empty table when there is none. Never throws.
+// Reads the device file `path`; gives an empty table if there is none. Never throws.
 DeviceTable read_device_file(const QString& path);

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-// The value of a reading or limit. The raw number 32768 counts as +128.0, not -128.0: the recorder
-// means it so.
+// The value of a reading or limit. The raw number 32768 is +128.0, not -128.0, because that is what
+// the recorder means by it.
 constexpr double fixed_point_value(std::uint8_t low, std::uint8_t high) {
   const int raw = low + 256 * high;
   return (raw <= 32768 ? raw : raw - 65536) / 256.0;

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int searched_ports = 8;
 
-// A line for the tool tip: the device behind a port, and why it could not be opened.
+// A line of the tool tip: the device of a port and, if it cannot be opened, the reason.
 QString port_line(int number, const QStringList& system_ports) {
   const QString device = serial_device(number, program_folder(), system_ports);
   return QStringLiteral("COM%1: %2").arg(number).arg(port_text(device));
@@ -45,7 +45,7 @@ void frmport::build() {
     const QString caption = i < 4 ? QStringLiteral("Comm %1").arg(i + 1) : QStringLiteral("Auto");
     auto* option = new QRadioButton(caption, Frm1);
     option->setObjectName(QStringLiteral("Option1(%1)").arg(i));
-    // Also when the arrow keys choose it.
+    // The signal is toggled, not clicked, because the arrow keys choose an option too.
     connect(option, &QRadioButton::toggled, this, [this, i](bool on) {
       if (on) Option1_Click(i);
     });
@@ -60,7 +60,7 @@ void frmport::build() {
   Combo1 = new QComboBox(this);
   Combo1->setObjectName(QStringLiteral("Combo1"));
   Combo1->setAccessibleName(Label1->text());
-  // A long name is cut in the field and whole in the list and the tool tip.
+  // A long name is cut off in the field but complete in the list and the tool tip.
   Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   Combo1->setMinimumContentsLength(22);
   Label1->setBuddy(Combo1);
@@ -114,7 +114,7 @@ void frmport::tell_no_types() {
   Combo1->setToolTip(plain_tool_tip(file));
 }
 
-// The arrow keys choose the next option also while none is chosen, when the toolkit would only move
+// The arrow keys choose the next option even while none is chosen. Qt alone would then only move
 // the focus.
 bool frmport::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
@@ -135,7 +135,7 @@ void frmport::Option1_Click(int index) {
   User::PortChoice = static_cast<std::int16_t>(index);
 }
 
-// With two types of the same name the later row is taken.
+// Of two types with the same name, the later row counts.
 void frmport::Command1_Click() {
   for (int row = 0; row < User::DeviceTable.rows(); ++row) {
     if (User::DeviceTable.type_name(row) == Combo1->currentText()) {

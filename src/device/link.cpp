@@ -16,15 +16,15 @@ constexpr std::int16_t no_port = -1;
 constexpr std::int16_t automatic = 4;
 constexpr std::int16_t searched_ports = 8;
 
-// A link must be broken off when the user or the program ends it, and when another command has
-// begun inside its endless wait. After another link the port is that link's.
+// One Link command. It must stop when the user cancels it, when the program shuts down, and when
+// another command has begun inside its endless wait. A second link takes over the port.
 struct LinkCommand {
   explicit LinkCommand(Shell& the_shell)
       : shell(the_shell),
         turn(Packet::recorder().use, RecorderTask::link),
         escape([this] { cancelled = true; }) {}
   bool abandoned() const { return cancelled || turn.overtaken() || shell.shutting_down(); }
-  // Others have taken over all that was left to do.
+  // A second link or the shutdown has taken over, so this link must not do anything more.
   bool over() const { return turn.repeated() || shell.shutting_down(); }
 
   Shell& shell;
@@ -33,7 +33,7 @@ struct LinkCommand {
   EscapeKey escape;
 };
 
-// Shows on which port the recorder is looked for.
+// Shows which port is being searched for a recorder.
 class PortShown {
  public:
   PortShown(Shell& shell, int number)
@@ -51,9 +51,9 @@ class PortShown {
   Waiting waiting_;
 };
 
-// Whether a recorder answers on port `number`. A port left open by Unlink takes neither the
-// number nor a second open: the probe then runs on that port. A recorder type without a usable
-// channel count has no status request, so nothing is sent and nobody answers.
+// Returns whether a recorder answers on port `number`. If Unlink has left a port open, setting the
+// number and opening fail, and the probe runs on the open port. A recorder type without a usable
+// channel count has no status request, so nothing is sent and no recorder answers.
 bool probe(const LinkCommand& command, int number) {
   SerialPort& port = command.shell.MSComm1();
   skip_on_error([&] { port.set_port_number(number); });
@@ -65,7 +65,7 @@ bool probe(const LinkCommand& command, int number) {
          !command.abandoned();
 }
 
-// The user's end of a link says nothing.
+// Gives no message when the user has cancelled the link.
 void tell_timeout(const LinkCommand& command) {
   if (command.over() || command.cancelled) return;
   command.shell.messages().show(QStringLiteral("Link Timeout!"), QStringLiteral("Warnning"));
@@ -78,7 +78,7 @@ bool find_on_fixed_port(const LinkCommand& command) {
   return false;
 }
 
-// The last port of the search is left as it is.
+// When no recorder answers, the last port of the search stays as it is.
 bool search(const LinkCommand& command) {
   for (std::int16_t k = 0; k < searched_ports; ++k) {
     User::PortChoice = k;
@@ -97,15 +97,15 @@ bool find_recorder(Shell& shell) {
   return User::PortChoice == automatic ? search(command) : find_on_fixed_port(command);
 }
 
-// The window is loaded afresh, since its load is what reads the recorder. It can be closed again
-// during that; then nothing is linked that the commands could work on.
+// Loads the window again even if it is open, because loading it reads the recorder. If it is closed
+// meanwhile, the commands stay disabled, because they would have nothing to work on.
 void link_now(Shell& shell) {
   frmport(shell.window()).exec();
   if (User::PortChoice == no_port || shell.shutting_down()) return;
   if (!find_recorder(shell)) return;
   shell.unload_realtime();
   shell.show_realtime();
-  // A link that came inside this one's load may have closed the port.
+  // A second link during the load may have closed the port.
   const bool open = shell.loaded_realtime() && shell.MSComm1().is_open();
   if (open && !shell.shutting_down()) shell.set_linked_commands(true);
 }

@@ -28,7 +28,7 @@ void set_clock(const QDateTime& now, PatternFrame& pattern) {
   pattern[7] = to_byte(time.second());
 }
 
-// -1, which an interval of 0 seconds becomes, has the low byte 255 and the high byte 0.
+// An interval of 0 seconds becomes -1, whose low byte is 255 and whose high byte is 0.
 void set_word(std::int32_t value, std::uint8_t& low, std::uint8_t& high) {
   low = static_cast<std::uint8_t>(value & 0xFF);
   high = to_byte(value / 256);

@@ -9,11 +9,11 @@
 
 #include "device/properties.h"
 
-// What the user has set, as it stands in the window.
+// The settings that the user has made in the window.
 struct PatternSettings {
   StartupType startup_type = StartupType::stop;
   bool wrap = false;
-  // Channel 1..4 takes part in recording.
+  // Which of channels 1..4 take part in recording.
   std::array<bool, 4> channels{};
   qint64 startup_delay = 0;    // seconds, 0..32767
   qint64 record_interval = 1;  // seconds, 0..32767
@@ -22,14 +22,13 @@ struct PatternSettings {
 
 using PatternFrame = std::array<std::uint8_t, 15>;
 
-// Writes the pattern into `pattern`, byte by byte. The recorder's clock (bytes 2..7) is set to
-// `now` when it is to start; for "Stop!" these bytes keep what they were. An interval of 0 seconds
-// is sent as low byte 255 and high byte 0. Throws ConversionError for a number outside its range, a
-// text that is no number, and a year outside 2000..2255; the bytes before the failure are then
-// written already.
+// Writes bytes 0..13 of `pattern`, in order. Bytes 2..7, the recorder's clock, become `now`; for
+// "Stop!" they keep their values. An interval of 0 seconds is sent as low byte 255 and high byte 0.
+// Throws ConversionError for a number outside its range, a text that is not a number, and a year
+// outside 2000..2255; the bytes before the failing one are then already written.
 void encode_pattern(const PatternSettings& settings, const QDateTime& now, PatternFrame& pattern);
 
-// Bit 3 of the first byte, by which "Properties Set" decides about a separate start or stop.
+// Bit 3 of the first byte. "Properties Set" uses it to decide whether to send a start or a stop.
 constexpr bool requests_start(const PatternFrame& pattern) {
   return (pattern[0] & 0x08) != 0;
 }

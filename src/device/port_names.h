@@ -1,16 +1,16 @@
-// Which device a port number stands for, and what a settings text says.
+// Finds the device of a port number, and parses a settings text.
 #pragma once
 
 #include <QSerialPort>
 #include <QString>
 #include <QStringList>
 
-// The device of port `number` (1 for COM1): "COMn" on Windows; elsewhere what the symbolic link
-// "comN" in `folder` leads to where there is such a link, else the n-th of `system_ports` in
-// natural order of the names. Empty when there is none.
+// The device of port `number` (1 for COM1): "COMn" on Windows; elsewhere the target of the symbolic
+// link "comN" in `folder` if there is such a link, else the n-th of `system_ports` in natural order
+// of the names. Empty if there is no such device.
 QString serial_device(int number, const QString& folder, const QStringList& system_ports);
 
-// The serial ports that the system lists, those without hardware left out.
+// The serial ports that the system lists, except those without hardware.
 QStringList system_serial_ports();
 
 struct LineSettings {

@@ -16,9 +16,9 @@ namespace {
 
 const QString in_use = QStringLiteral(" is in use by another program");
 
-// What the lock file says that the toolkit and other programs make for an open device; its first
-// line is the number of the process. One that a crash has left behind goes when the port is opened,
-// unless it belongs to another user.
+// Reads the lock file that Qt and other programs make for an open device; its first line is the
+// number of the process. A file left behind by a crash is removed when the port is opened, unless
+// it belongs to another user.
 QString lock_text(const QString& device) {
   const QString name = QString(device).remove(QStringLiteral("/dev/")).replace(u'/', u'_');
   QFile file(QStringLiteral("/var/lock/LCK..") + name);
@@ -30,14 +30,14 @@ QString lock_text(const QString& device) {
   return ours ? QString() : QStringLiteral(" is locked by the left-over file ") + file.fileName();
 }
 
-// The user's own processes tell what they have open; those of others do not.
+// Looks at this user's processes only; those of others do not show what they have open.
 bool is_open_elsewhere(const QString& device) {
   const auto processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
   for (const QString& process : processes) {
     const int number = process.toInt();
     if (number <= 0 || number == ::getpid()) continue;
     bool has_device = false;
-    // Who made a pseudo-terminal keeps both of its ends; that is the recorder, not a rival.
+    // The process that made a pseudo-terminal keeps both ends open: it is the recorder, no rival.
     bool made_it = false;
     const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(process));
     const auto names = descriptors.entryList(QDir::Files | QDir::System);

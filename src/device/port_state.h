@@ -1,10 +1,10 @@
-// What would keep a serial device from being opened, found out without opening it: opening raises
-// the lines DTR and RTS of a port that nobody has chosen.
+// Finds what would keep a serial device from being opened. Does so without opening it, because that
+// would raise the lines DTR and RTS of a port that nobody has chosen.
 #pragma once
 
 #include <QString>
 
-// `device` as serial_device() gives it, "/dev/ttyUSB0", and what is wrong with it: missing, not
-// permitted, or in use by another program; nothing more than the device where nothing is known to
-// be wrong. An empty name is "no such port".
+// The name `device`, such as "/dev/ttyUSB0" from serial_device(), and after it what is wrong: it is
+// missing, not permitted, locked, or in use by another program. The name alone if nothing is known
+// to be wrong. "no such port" for an empty name.
 QString port_text(const QString& device);

@@ -18,7 +18,7 @@ constexpr int readings_at = 19;
 void decode_flags(std::uint8_t flags, RecorderProperties& properties) {
   properties.delayed = (flags & delayed_flag) != 0;
   properties.wrap = (flags & wrap_flag) != 0;
-  // A running recorder reports one bit; a start is requested by others, on purpose.
+  // The recorder reports with one bit that it runs; a start is requested with other bits.
   properties.recording = (flags & running_flag) != 0;
   if (properties.recording) {
     properties.startup_type = properties.delayed ? StartupType::delayed : StartupType::start_up;

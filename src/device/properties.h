@@ -13,13 +13,13 @@ struct RecorderProperties {
   bool recording = false;
   // "Stop!" unless the recorder is recording.
   StartupType startup_type = StartupType::stop;
-  // The recording began after the startup delay; told also by a recorder that has stopped.
+  // The recording began after the startup delay. A recorder that has stopped reports it too.
   bool delayed = false;
   bool wrap = false;
-  // Channel 1..4 takes part in recording.
+  // Which of channels 1..4 take part in recording.
   std::array<bool, 4> channels{};
   // The recorder's start time: as it is shown, without leading zeros and with two blanks after the
-  // date; and as a wall time, in which a part outside its range carries over.
+  // date, and as a wall time, in which parts outside their range carry over.
   QString start_text;
   QDateTime start;
   int startup_delay = 0;    // seconds

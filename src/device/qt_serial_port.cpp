@@ -17,10 +17,10 @@
 
 namespace {
 
-// A write that the device does not take within this time has failed; the longest request is 67
-// bytes, 0.08 s on the line.
+// A write that the device has not accepted within this time has failed. The longest request, 67
+// bytes, takes 0.08 s on the line.
 constexpr int write_time_ms = 1000;
-// The size of the control's input buffer; answers are far shorter.
+// The size of the input buffer in bytes. Answers are far shorter.
 constexpr qint64 input_buffer = 1024;
 
 #ifdef Q_OS_WIN
@@ -37,7 +37,7 @@ bool driver_holds_bytes(int port) {
   return ioctl(port, TIOCOUTQ, &queued) == 0 && queued > 0;
 }
 
-// With an empty queue the driver bounds this wait for the hardware's last bytes.
+// Waits for the hardware to send its last bytes. With an empty queue the driver limits this wait.
 void await_hardware(int port) {
   int result = 0;
   do {
@@ -60,8 +60,8 @@ void QtSerialPort::tell() {
   if (on_activity) on_activity();
 }
 
-// The line of a device that has hung up stays readable for ever and would keep the event loop
-// busy: it is let go, but only when the port's own handler has returned.
+// A device that has hung up stays readable for ever and would keep the event loop busy. So the port
+// is closed, but only after its own handler has returned.
 void QtSerialPort::note_error(QSerialPort::SerialPortError error) {
   const bool lost = error == QSerialPort::ReadError || error == QSerialPort::ResourceError;
   if (lost && port_.isOpen() && !gone_) {
@@ -97,14 +97,14 @@ void QtSerialPort::open() {
 void QtSerialPort::close() {
   gone_ = false;
   if (!port_.isOpen()) return;
-  // What a hung adapter has not sent would keep the closing waiting.
+  // Closing would wait for bytes that a hung adapter never sends, so they are dropped.
   port_.clear(QSerialPort::Output);
   port_.close();
 }
 
-// Everything written so far must have left the line before its parity changes: the recorder tells
-// an address from a request by it. The bytes go to the driver first; then the driver sends them. An
-// adapter that hangs takes none or sends none: what it has not taken is then dropped.
+// Waits until all bytes have been sent. Only then may the parity change, because the recorder tells
+// an address from a request by it. The driver first takes the bytes and then sends them. A hung
+// adapter takes or sends none; the bytes that it has not taken are then dropped.
 void QtSerialPort::drain() {
   const QDeadlineTimer deadline(write_time_ms);
   while (port_.bytesToWrite() > 0 || driver_holds_bytes(port_.handle())) {
@@ -112,7 +112,7 @@ void QtSerialPort::drain() {
       port_.clear(QSerialPort::Output);
       throw PortError("the port does not send its bytes");
     }
-    // A stopped line ends this wait at once.
+    // On a stopped line this wait returns at once.
     const bool written = port_.bytesToWrite() > 0 &&
                          port_.waitForBytesWritten(static_cast<int>(deadline.remainingTime()));
     if (!written) QThread::msleep(1);
@@ -132,7 +132,7 @@ void QtSerialPort::set_settings(const QString& text) {
 
 int QtSerialPort::bytes_waiting() {
   require_open();
-  // Takes what the driver holds without waiting for the event loop to notice it.
+  // Reads what the driver holds without waiting for the event loop to notice it.
   port_.waitForReadyRead(0);
   return static_cast<int>(port_.bytesAvailable());
 }
@@ -145,7 +145,7 @@ QByteArray QtSerialPort::read_all() {
 void QtSerialPort::write(const QByteArray& bytes) {
   require_open();
   if (port_.write(bytes) != bytes.size()) throw PortError("the port does not take bytes");
-  port_.flush();  // what the driver does not take at once goes out by the event loop
+  port_.flush();  // the event loop sends what the driver does not take at once
 }
 
 void QtSerialPort::set_rts(bool on) {

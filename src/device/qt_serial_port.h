@@ -7,14 +7,14 @@
 
 class QtSerialPort final : public SerialPort {
  public:
-  // Design values of the control: port 1, 9600 baud, 8 data bits, no parity set, 1 stop bit.
+  // Begins with port 1, 9600 baud, 8 data bits, no parity, 1 stop bit.
   QtSerialPort();
 
   int port_number() const override { return number_; }
   void set_port_number(int number) override;
   void open() override;
   void close() override;
-  // A port whose device has gone stays open until it is closed; everything else on it throws.
+  // A port whose device is gone counts as open until close(); reads, writes and settings throw.
   bool is_open() const override { return port_.isOpen() || gone_; }
   void set_settings(const QString& settings) override;
   int bytes_waiting() override;

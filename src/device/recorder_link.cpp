@@ -12,14 +12,14 @@
 
 namespace {
 
-// The recorder's address; there is no other.
+// The recorder's address. No other address exists.
 constexpr char address = 0x00;
 constexpr int answer_time_ms = 1000;
 constexpr int late_answer_ms = 2000;
 constexpr int pause_ms = 10;
 constexpr int busy_pause_ms = 100;
 constexpr int shortest_answer = 4;
-// More than what a driver holds back; a line that never stops must not stop the program.
+// More than a driver holds back. The limit keeps a line that never stops from blocking the program.
 constexpr qint64 most_stale_bytes = 64 * 1024;
 
 std::uint8_t answer_check(const QByteArray& answer, int length) {
@@ -53,8 +53,8 @@ QByteArray RecorderLink::read_waiting() {
   return bytes;
 }
 
-// What waits now is left over from an earlier request, or noise. It is dropped before the request
-// goes out, so that even an answer without any delay is not taken for it. Gives how much it was.
+// Bytes that wait before the request are left over from an earlier one, or noise. They are dropped
+// before the request goes out, so that even an immediate answer is kept. Returns their number.
 qint64 RecorderLink::send(const QByteArray& bytes) {
   port_.set_settings(QStringLiteral("9600,M,8,1"));
   port_.write(QByteArray(1, address));
@@ -65,7 +65,7 @@ qint64 RecorderLink::send(const QByteArray& bytes) {
   return stale;
 }
 
-// The port gives out a part at a time of what the driver holds.
+// Reads in a loop, because each read returns only a part of what the driver holds.
 qint64 RecorderLink::drop_waiting_bytes() {
   qint64 dropped = 0;
   while (port_.bytes_waiting() > 0 && dropped < most_stale_bytes) {
@@ -75,9 +75,9 @@ qint64 RecorderLink::drop_waiting_bytes() {
   return dropped;
 }
 
-// Bytes that an exchange inside this wait takes count as well: they end a wait that lasts beyond
-// midnight. Only the outermost such wait lasts; one inside it ends by the steady clock, so that a
-// recorder that stays silent for days does not pile up waits.
+// Bytes that an exchange inside this wait reads count too, so they end a wait that lasts beyond
+// midnight. Only the outermost wait lasts that long. One inside it ends by the steady clock, so
+// that waits do not pile up while a recorder stays silent for days.
 void RecorderLink::await(int expected_length) {
   const RecorderUse::Wait waiting(use);
   const qint64 taken_before = taken_;
@@ -98,18 +98,18 @@ void RecorderLink::await(int expected_length) {
   }
 }
 
-// Takes what has arrived into received_ and says whether it is the answer.
+// Reads what has arrived into received_ unless it is too short. Returns whether it is the answer.
 bool RecorderLink::accept_answer(int expected_length) {
   clock_.sleep(pause_ms);
   const int count = port_.bytes_waiting();
   if (count < shortest_answer) return false;
   received_ = read_waiting();
-  // A check over a part of an answer would pass once in 256 times, and readings would be wrong.
+  // The check over a partial answer would pass once in 256 times, and the readings would be wrong.
   if (received_.size() < expected_length) return false;
   if (answer_check(received_, expected_length) == 0) return true;
   if (count != expected_length + 1) return false;
-  // One extra byte in front. It is taken on trust, without a second check: an answer that a
-  // line's start-up glitch has pushed along is worth more than a repeated request.
+  // One extra byte in front. The rest is accepted without a second check, because an answer behind
+  // a start-up glitch of the line is worth more than a repeated request.
   received_.remove(0, 1);
   return true;
 }
@@ -136,8 +136,8 @@ std::optional<QByteArray> RecorderLink::exchange(const Request& request) {
   return received_.left(request.answer_length);
 }
 
-// Waits until `bytes` have come that earlier tries still miss, for up to two seconds by the steady
-// clock, and drops them, so that none is taken for the next block's.
+// Waits for the `bytes` that earlier tries still miss, for up to two seconds of the steady clock,
+// and drops them, so that none is taken for the next block's.
 void RecorderLink::discard_late_answers(qint64 bytes) {
   const RecorderUse::Wait waiting(use);
   const qint64 began = clock_.steady_ms();
@@ -154,7 +154,7 @@ void RecorderLink::discard_late_answers(qint64 bytes) {
 std::optional<QByteArray> RecorderLink::ask(const std::function<Request()>& build,
                                             const Retries& retries,
                                             const std::function<bool()>& abandoned) {
-  qint64 owed = 0;  // bytes of the answers to the tries so far that have not come
+  qint64 owed = 0;  // bytes of answers to the tries so far that have not arrived
   for (int attempt = 1; attempt <= retries.tries; ++attempt) {
     Outcome outcome;
     Request request;
@@ -162,7 +162,7 @@ std::optional<QByteArray> RecorderLink::ask(const std::function<Request()>& buil
       request = build();
       outcome = try_once(request);
     });
-    // Before the first try no answer is owed: what it finds waiting is noise.
+    // Before the first try no answer is owed, so the bytes that it finds waiting are noise.
     if (attempt > 1) owed = std::max<qint64>(0, owed - outcome.stale);
     if (outcome.answered) {
       const QByteArray answer = received_.left(request.answer_length);

@@ -1,5 +1,5 @@
-// The line to one recorder: sends a request, waits for its answer and proves it. Knows no window.
-// docs/protocol.md has the line's rules.
+// The line to one recorder: sends a request, waits for its answer and checks it. Knows no window.
+// docs/protocol.md describes the rules of the line.
 #pragma once
 
 #include <QByteArray>
@@ -32,33 +32,33 @@ struct Retries {
   int tries = 3;
   int pause_ms = 50;
   bool pause_after_last = false;
-  // No answer says which request it is for. With this, the answers to earlier tries are awaited for
-  // up to two seconds and dropped, so that none is taken for the next request's.
+  // No answer says which request it is for. If true, the link waits up to two seconds for answers
+  // to earlier tries and drops them, so that none is taken for the next request's.
   bool await_late_answers = false;
 };
 
 class RecorderLink {
  public:
-  // Both outlive the link.
+  // Both must outlive the link.
   RecorderLink(SerialPort& port, Clock& clock);
   ~RecorderLink();
   RecorderLink(const RecorderLink&) = delete;
   RecorderLink& operator=(const RecorderLink&) = delete;
 
-  // Sends the request and waits up to a second for its answer, byte 0 first and of exactly the
-  // expected length; no value when there is none whose check byte is right. One extra byte in front
-  // is tolerated. Other events run during the wait, so a second exchange can start inside the
-  // first. Just before midnight the wait's deadline lies beyond the day's last second: once the
-  // clock has wrapped only the bytes, or the end of the program, end the wait.
+  // Sends the request and waits up to a second for its answer. Returns exactly the expected number
+  // of bytes, byte 0 first, or no value if no answer with a correct check byte comes. Tolerates one
+  // extra byte in front. Other events run during the wait, so a second exchange can start inside
+  // the first. Just before midnight the deadline lies beyond the day's last second; once the clock
+  // has wrapped, only the bytes or the end of the program end the wait.
   std::optional<QByteArray> exchange(const Request& request);
 
-  // Builds and exchanges until an answer comes or the tries are used up. `abandoned` is asked after
-  // each try; when it says yes there is no value and no further try. A request that cannot be built
-  // (RunTimeError) counts as a try without an answer.
+  // Builds and exchanges until an answer comes or the tries are used up. Calls `abandoned` after
+  // each try without an answer; if it returns true, there is no value and no further try. A request
+  // that cannot be built (RunTimeError) counts as a try without an answer.
   std::optional<QByteArray> ask(const std::function<Request()>& build, const Retries& retries = {},
                                 const std::function<bool()>& abandoned = {});
 
-  // An exchange is under way.
+  // Whether an exchange is under way.
   bool busy() const { return busy_; }
   // Everything that was read for the last answer, right or wrong.
   const QByteArray& received() const { return received_; }
@@ -70,8 +70,8 @@ class RecorderLink {
   FrameLog log;
 
  private:
-  // What one exchange got from the line, in bytes: found waiting before the request, and come
-  // after.
+  // What one exchange received, in bytes: `stale` ones that waited before the request, and those
+  // that arrived after it.
   struct Outcome {
     bool answered = false;
     qint64 stale = 0;
@@ -88,7 +88,7 @@ class RecorderLink {
   SerialPort& port_;
   Clock& clock_;
   bool busy_ = false;
-  bool endless_wait_ = false;  // a wait lasts beyond its second
+  bool endless_wait_ = false;  // a wait has lasted longer than its second
   QByteArray received_;
-  qint64 taken_ = 0;  // bytes that were ever taken from the port
+  qint64 taken_ = 0;  // all bytes ever read from the port
 };

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int battery_at = 3;
 constexpr int readings_at = 5;
-// Bytes of a status answer that are no reading.
+// The bytes of a status answer that are not readings.
 constexpr int frame_bytes = 6;
 
 }  // namespace

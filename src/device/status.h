@@ -5,7 +5,7 @@
 
 #include <array>
 
-// One value a channel in the channel's unit; channels that the recorder does not have stay 0.
+// One value for each channel, in its unit. Channels that the recorder does not have stay 0.
 using LiveReading = std::array<float, 4>;
 
 struct RecorderStatus {

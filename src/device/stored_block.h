@@ -11,8 +11,8 @@ class StoredBlock {
   StoredBlock(const QByteArray& answer, int channels);
 
   bool full() const { return full_; }
-  // The samples that the block adds to a recording; not a whole number in a full block of three
-  // channels.
+  // The number of samples that the block adds to a recording. It is not whole for a full block of
+  // three channels.
   double samples() const;
 
   // The reading of sample `sample` (0 for the first in time) on channel slot `slot`, in the
@@ -28,7 +28,7 @@ class StoredBlock {
 
 inline constexpr int readings_per_block = 128;
 
-// The samples of one full block.
+// The number of samples in one full block.
 constexpr double samples_per_block(int channels) {
   return static_cast<double>(readings_per_block) / channels;
 }

@@ -1,5 +1,5 @@
-// The recorder's title and description: two fields of UTF-16LE code units, in an answer and in the
-// request that sets them (docs/protocol.md).
+// The recorder's title and description: two fields of UTF-16LE code units, as an answer reports
+// them and a request sets them (docs/protocol.md).
 #pragma once
 
 #include <QByteArray>
@@ -20,13 +20,13 @@ struct RecorderTexts {
 // Throws BoundsError for an answer of fewer than 67 bytes.
 RecorderTexts decode_texts(const QByteArray& answer);
 
-// The text that `count` bytes of UTF-16LE are, up to the first zero unit. Half of a surrogate pair
-// at the end of a field stays what it is, so that the text is sent back as the same bytes.
+// The text of `count` bytes of UTF-16LE, up to the first zero unit. Keeps half of a surrogate pair
+// at the end of a field, so that the text is sent back as the same bytes.
 QString text_of_units(const std::uint8_t* bytes, int count);
 
-// Title and description as they are sent; the last byte never is.
+// Title and description as they are sent. The last byte of the frame is never sent.
 using DescriptionFrame = std::array<std::uint8_t, 2 * (title_units + description_units) + 1>;
 
-// 16 bytes of the title and 48 of the description as UTF-16LE code units, zeros where a text is
-// shorter. A longer text is cut, if need be between the halves of a surrogate pair.
+// 16 bytes of the title and 48 of the description as UTF-16LE code units, padded with zeros. A
+// longer text is cut, if need be between the halves of a surrogate pair.
 DescriptionFrame encode_texts(const QString& title, const QString& description);

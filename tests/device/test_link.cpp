@@ -18,12 +18,12 @@ const QString timeout = "not linked, closed, Warnning: Link Timeout!";
 
 }  // namespace
 
-// The real main window, linking to recorders in software on scripted ports, by device files and
+// Links the real main window to recorders in software on scripted ports, with device files and
 // ports of all kinds.
 class TestLink : public QObject {
   Q_OBJECT
 
-  // -1 chooses no port, 4 all of them.
+  // Option -1 chooses no port, option 4 chooses all of them.
   void link(int option, const QString& type = "Two", const QString& button = "Ok") {
     const auto script = when_shown<frmport>([=](frmport& dialog) {
       if (option >= 0) dialog.Option1[static_cast<std::size_t>(option)]->click();
@@ -32,7 +32,7 @@ class TestLink : public QObject {
     });
     w_->main.run("link");
   }
-  // With the messages since the last call.
+  // The state of link and port, with the messages since the last call.
   QString state() const {
     const bool on = w_->main.window->menu_entry("unlink")->isEnabled();
     const QStringList state = {on ? "linked" : "not linked",
@@ -60,7 +60,7 @@ class TestLink : public QObject {
       QCOMPARE(state(), after);
       QCOMPARE(int(w_->port.log.count("write 00 00 00")), requests);
     }
-    // Of two types with one name the later is taken.
+    // Of two types with the same name the later counts.
     User::DeviceTable.set_text(0, 3, "Two");
     link(-1);
     QCOMPARE(int{User::RecorderType}, 3);
@@ -74,7 +74,7 @@ class TestLink : public QObject {
     QCOMPARE(w_->port.log.filter(QRegularExpression("number|open|close")).join(' '),
              "number 1 open close number 2 open close number 3 open");
 
-    // Nobody anywhere: one message, and the last port is left as it is.
+    // When no recorder answers, there is one message, and the last port stays as it is.
     w_->main.run("unlink");
     QCOMPARE(state(), "not linked, open");
     QVERIFY(!w_->realtime());
@@ -86,7 +86,7 @@ class TestLink : public QObject {
     link(0);
     QCOMPARE(state(), linked);
     QCOMPARE(w_->port.port_number(), 8);
-    // Closing the main window ends it.
+    // Closing the main window ends the search.
     w_->port.close();
     w_->port.recorders = {{1, nullptr}, {2, nullptr}, {3, nullptr}};
     w_->clock.after(1500, [&] { w_->main.window->close(); });
@@ -95,7 +95,7 @@ class TestLink : public QObject {
     QCOMPARE(w_->port.log.last(3), QStringList({"close", "rts 0", "dtr 0"}));
   }
 
-  // While nobody has answered yet Link can be pressed again, and View can open the window.
+  // Before the recorder has answered, Link can be pressed again, and View can open the window.
   void commands_during_a_link() {
     w_->plug_in(two_channels, "silent:first=2");
     w_->clock.after(500, [&] { w_->main.run("link"); });
@@ -103,7 +103,7 @@ class TestLink : public QObject {
     link(0);
     QCOMPARE(state(), linked);
     QCOMPARE(w_->realtime()->setup().Text11->text(), "500");
-    // Unlinked before the window has read the recorder: nothing is left to work on.
+    // Unlink comes before the window has read the recorder: nothing is left to work on.
     w_->plug_in(two_channels, "silent:command=08");
     w_->clock.after(700, [&] {
       QVERIFY(!w_->realtime());
@@ -114,7 +114,7 @@ class TestLink : public QObject {
     QCOMPARE(state() + w_->main.window->Sts1[0]->text(), "not linked, open");
   }
 
-  // Escape ends the search at once and says nothing; a dialog keeps its own.
+  // Escape ends the search at once and without a message.
   void escape_ends_a_link() {
     QStringList shown;
     connect(w_->main.window->Text1, &QLineEdit::textChanged, this,
@@ -188,7 +188,7 @@ class TestLink : public QObject {
              "2|2|B, \"2\"|h");
     QCOMPARE(read("2\n" + a + "  B \nx\n2\na"), "2|2|B|");
     QCOMPARE(read("200\n" + a + "B"), "200|101|B|");
-    // Anything can lie in its place; what is beyond a megabyte is not read.
+    // The file can be anything; nothing beyond a megabyte is read.
     const QString path = w_->main.folder.filePath("long.txt");
     QVERIFY(
         make_file(path, "9\n" + QByteArray(2'000'000, 'x') + QByteArray("\nlast").repeated(99)));

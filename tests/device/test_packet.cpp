@@ -19,7 +19,7 @@ const auto limits_of_1 = [] { return Packet::BuildReadLimits(1); };
 class TestPacket : public QObject {
   Q_OBJECT
 
-  // A fresh clock and an open port that gives this answer; the request for limits is built.
+  // Makes a new clock and an open port that gives this answer, and builds the request for limits.
   void start(const QByteArray& answer = {}, const QTime& time = QTime(10, 0)) {
     link_.reset();
     clock_ = std::make_unique<ScriptedClock>(time);
@@ -30,7 +30,7 @@ class TestPacket : public QObject {
     port_->open();
     limits_of_1();
   }
-  // What is received when this answers, with stale bytes before it; empty when it is refused.
+  // What is received when this answer comes after stale bytes; empty if it is refused.
   QByteArray received(const QByteArray& answer) {
     start(answer);
     port_->deliver(hex("010203"));
@@ -81,19 +81,19 @@ class TestPacket : public QObject {
              "open settings 9600,M,8,1 write 00 settings 9600,S,8,1 write 0a 01 01 0a");
     QCOMPARE(received("{" + good.mid(1)), "{" + good.mid(1));  // any lead byte
     QCOMPARE(received(good + "abc"), good);
-    // One extra byte in front is taken on trust.
+    // After one extra byte in front, the rest is accepted without a check.
     for (const QByteArray& sound : {good, bad}) QCOMPARE(received("\x55" + sound), sound);
-    // The last is cut off where the check holds.
+    // The last one is cut off where the check happens to be right.
     for (const QByteArray& spoilt :
          {bad, "\x55\x66" + good, good.left(7), QByteArray(), hex("ff 01 02 03")}) {
       QCOMPARE(received(spoilt), QByteArray());
     }
-    // The second is used up, and then the pause; nothing more.
+    // The wait lasts its second, besides the two pauses, and no longer.
     QCOMPARE(clock_->elapsed(), 1020);
   }
 
-  // The deadline counts from before the pause. Once the clock has wrapped it lies a day ahead:
-  // only bytes, or the end of the program, end the wait.
+  // Once the clock has wrapped at midnight, the deadline is a day ahead: only bytes, or the end of
+  // the program, end the wait.
   void waits() {
     const auto wait = [this](const QTime& time, int moment, const std::function<void()>& event) {
       start({}, time);
@@ -107,11 +107,11 @@ class TestPacket : public QObject {
     const auto stop = [this] { clock_->stop(); };
     const QTime morning(10, 0), midnight(23, 59, 59, 500);
     QCOMPARE(wait(morning, 700, deliver), "1 710 1");
-    // The second try's answer is awaited after the first's.
+    // An answer comes at the second try; then the missing one is awaited for 2 s.
     QCOMPARE(wait(morning, 1500, deliver), "1 3510 2");
     QCOMPARE(wait(midnight, 5000, deliver), "1 5010 1");
     QCOMPARE(wait(midnight, 4000, stop), "0 4000 1");
-    // A day later the same happens inside that wait: only the outer one goes on.
+    // A day later the same happens inside that wait: only the outer wait goes on.
     const auto next_midnight = [&] {
       clock_->set(clock_->now().addSecs(86'400 - 4));
       QVERIFY(!Packet::Exchange(8));
@@ -126,7 +126,7 @@ class TestPacket : public QObject {
     QCOMPARE(clock_->sleeps.back(), 7);
   }
 
-  // A timer does not fire while its handler runs, but its ticks come all the same.
+  // QTimer does not fire while its handler runs, but IntervalTimer still ticks.
   void ticks_during_a_handler() {
     IntervalTimer timer(1);
     int ticks = 0;
@@ -152,7 +152,7 @@ class TestPacket : public QObject {
     for (auto& slot : log) slot.fill(0xEE);
     Packet::PacketCounter() = 0;
     for (int i = 0; i < 128; ++i) Packet::Exchange(8);
-    // 256 frames in slots 0..253: the last request stands in slot 0 again, its answer in slot 1.
+    // 256 frames in slots 0..253: the last request is in slot 0 again, its answer in slot 1.
     QCOMPARE(QList<int>({Packet::PacketCounter(), log[0][0], log[1][7], log[1][8], log[254][0]}),
              QList<int>({2, 0x0A, 0x1F, 0xEE, 0xEE}));
   }
