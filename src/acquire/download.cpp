@@ -19,9 +19,9 @@
 
 namespace {
 
-// One download. Other events run in its waits, so the Real-time Data window can be closed and
-// opened again, and the program can end in the middle. The readings that were asked for are fetched
-// all the same; title and channels are those of the window that the download began with.
+// One download. Other events run in its waits, so meanwhile the Real-time Data window can be closed
+// and opened again, and the program can end. A closed window does not stop the download; title and
+// channels are then those of the window that it began with.
 class Download {
  public:
   Download(Shell& shell, frmrealtime& window)
@@ -41,7 +41,7 @@ class Download {
   bool read_segments();
   void leave();
   void cancel();
-  // Reads with the signs of a wait.
+  // Calls `read` while the program shows that it waits.
   template <class Read>
   auto waiting(Read&& read) {
     const Waiting shown(shell_, QStringLiteral("Reading the recorder's data. Esc ends it."));
@@ -56,7 +56,7 @@ class Download {
   RecorderUse::Turn turn_;
   bool cancelled_ = false;
   EscapeKey escape_;
-  bool polled_ = false;  // before the download
+  bool polled_ = false;  // polling was on before the download
   DownloadEngine engine_;
   RecordingHeader header_;
 };
@@ -76,8 +76,8 @@ void Download::run() {
   finish();
 }
 
-// Ended by the user, or by a command that came inside its endless wait. After another download
-// there is nothing left to do.
+// Cleans up if the user, or a command inside its endless wait, has ended the download. If that
+// command is another download, there is nothing left to do.
 void Download::leave() {
   if (shell_.shutting_down() || turn_.repeated()) return;
   if (turn_.overtaken()) {
@@ -88,7 +88,7 @@ void Download::leave() {
   }
 }
 
-// All is as it was before the download.
+// Restores the state before the download.
 void Download::cancel() {
   shell_.set_progress(0, {});
   shell_.set_panel(1, {});
@@ -96,7 +96,7 @@ void Download::cancel() {
   if (window && polled_) window->resume_polling();
 }
 
-// Once the window is closed its last answers count.
+// Asks the window for title and channels. Once it is closed, its last answers count.
 void Download::ask_window() {
   if (!asks_window()) return;
   header_.title = window_->recorder_title();
@@ -111,7 +111,7 @@ bool Download::read_properties() {
     return false;
   }
   ask_window();
-  // No channel taking part in the recording leaves nothing to share the readings among.
+  // Without a recording channel there is nothing to divide the readings among.
   if (properties->readings_held == 0 || header_.channels.empty()) {
     shell_.messages().show(QStringLiteral("No Data"));
     return false;
@@ -166,8 +166,8 @@ void Download::link_timeout() {
   if (!shell_.shutting_down()) finish();
 }
 
-// The window is loaded, which reads the recorder, if it is not. Without it there is nobody to say
-// which channels are recorded.
+// Loads the Real-time Data window if it is not loaded, which reads the recorder. Only that window
+// knows which channels are recorded.
 void read_data(Shell& shell) {
   shell.set_panel(1, QStringLiteral("Read Data"));
   frmrealtime* window = shell.realtime();

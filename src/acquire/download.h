@@ -4,7 +4,7 @@
 class Shell;
 
 // Reads the recorder's properties, lets the user choose a run of segments, reads those segments
-// newest first and replaces the Recording. Every earlier end leaves the Recording as it was; Escape
-// is one, without a message. Does nothing while another task has the recorder; the command is
-// disabled then.
+// newest first and replaces the Recording. If it ends early, the Recording stays as it was. Escape
+// ends it without a message. Does nothing while another task uses the recorder; the command is then
+// disabled.
 void ReadRecorderData(Shell& shell);

@@ -12,7 +12,7 @@ namespace {
 constexpr int pause_after_block_ms = 100;
 constexpr int view_after_download = 128;
 constexpr Retries properties_retries = {.pause_after_last = true};
-// A block that a slow recorder sends twice would put its readings in the place of the next one's.
+// If a slow recorder sends a block twice, the second copy must not be taken for the next block.
 constexpr Retries block_retries = {.pause_after_last = true, .await_late_answers = true};
 
 }  // namespace
@@ -56,7 +56,7 @@ bool DownloadEngine::read_blocks(const std::function<void(int position)>& progre
   return true;
 }
 
-// No value when the recorder does not answer, or when the download is abandoned meanwhile.
+// No value when the recorder does not answer or the download is abandoned.
 std::optional<QByteArray> DownloadEngine::ask_for_block(int position) {
   const int block = block_at(position);
   auto answer = link_.ask([block] { return block_request(block); }, block_retries, abandoned_);
@@ -74,7 +74,7 @@ std::optional<QByteArray> DownloadEngine::kept_or_read(int position) {
   return answer;
 }
 
-// False when the recorder does not answer.
+// Drops the kept blocks unless they are proved. Returns false when the recorder does not answer.
 bool DownloadEngine::prove_kept_blocks() {
   if (!kept_ || kept_->empty()) return true;
   int most = 0;

@@ -22,7 +22,7 @@ void add_block(const StoredBlock& block, const BlockPlace& place, DownloadedSamp
   const double newer_samples = block.full() ? (place.position + 1) * per_block
                                             : place.position * per_block + block.samples();
   QDateTime time = place.first;
-  // Compared unrounded: a full block of three channels, 42.67 samples, stores 42 of them.
+  // The bound is not rounded: a full block of three channels, 42.67 samples, stores 42 of them.
   for (int j = 0; j <= block.samples() - 1; ++j, time = time.addSecs(place.interval)) {
     const auto index =
         static_cast<std::int64_t>(round_half_even(place.samples_wanted - newer_samples + j));

@@ -1,4 +1,4 @@
-// The samples of a download, filled block by block and stored in the Recording at its end.
+// The samples of a download, added block by block and stored in the Recording at the end.
 #pragma once
 
 #include <QDateTime>
@@ -13,10 +13,10 @@ struct DownloadedSamples {
   DownloadedSamples();
 
   std::vector<QString> times;
-  // `Recording::channel_slots` values a sample.
+  // `Recording::channel_slots` values for each sample.
   std::vector<float> values;
-  // What the blocks have added to the sample count; with three channels each full block counts one
-  // sample more than it stores.
+  // The sum of the blocks' sample counts. With three channels each full block counts one sample
+  // more than it stores.
   int count = 0;
 };
 
@@ -33,6 +33,6 @@ struct BlockPlace {
 // that the block's length byte puts outside its answer.
 void add_block(const StoredBlock& block, const BlockPlace& place, DownloadedSamples& samples);
 
-// Makes the samples the Recording's. Those beyond the Recording's bound are dropped, and the count
-// stops there.
+// Stores the samples in the Recording. Those beyond the Recording's bound are dropped and not
+// counted.
 void store_samples(const DownloadedSamples& samples, Recording& recording);

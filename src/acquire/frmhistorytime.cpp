@@ -17,7 +17,7 @@ frmhistorytime::frmhistorytime(const QString& message, MessageBox& messages, QWi
     : QDialog(parent), messages_(messages) {
   build();
   Text1->setPlainText(message);
-  // The focus stands elsewhere, so the text is said as the dialog's own.
+  // Another control has the focus, so screen readers say the text as the dialog's description.
   setAccessibleDescription(message);
   Form_Load();
 }

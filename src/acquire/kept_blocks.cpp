@@ -26,12 +26,12 @@ constexpr int answer_length = 260;
 constexpr int length_at = 2;
 constexpr int data_at = 3;
 constexpr int reading_size = 2;
-// The recorder rounds the age of its newest reading down to the second; the answer takes a while.
+// The recorder rounds the age of its newest reading down to the second, and its answer takes time.
 constexpr double end_tolerance_s = 1.4;
 constexpr int least_certain_interval_s = 3;
 constexpr int largest_age_s = 65535;
 
-// A line that was cut off by a power failure does not end with the check over what it says.
+// Adds a check to a line: one that a power failure has cut off does not end in its right check.
 QByteArray checked_line(const QByteArray& text) {
   return text + ' ' + QByteArray::number(qChecksum(text), 16) + '\n';
 }
@@ -144,7 +144,7 @@ void KeptBlocks::align(const RecorderProperties& properties, const MemoryMap& me
             .held = properties.readings_held,
             .recording = properties.recording,
             .end = end};
-  // What a wrapping recorder has dropped.
+  // A wrapping recorder has dropped these.
   std::erase_if(blocks_, [oldest = state_->newest - state_->held](const auto& block) {
     return block.first <= oldest;
   });
@@ -184,13 +184,13 @@ std::optional<QByteArray> KeptBlocks::find(int block) const {
   const int end = state_->newest - block * readings_per_block;
   const int oldest = state_->newest - state_->held;
   if (end - readings_per_block < oldest) {
-    // The short block at the memory's end: only as it came.
+    // The short block at the end of the memory counts only unchanged.
     const auto kept = blocks_.find(end);
     if (kept == blocks_.end() || is_full(kept->second)) return std::nullopt;
     return kept->second;
   }
-  // The readings come newest first. Those of one block may be spread over several kept ones; with
-  // three channels a block is no whole number of samples, and only one that has not moved counts.
+  // The newest readings come first. One block's readings may be spread over several kept blocks.
+  // With three channels a block is no whole number of samples, so it counts only if it is unmoved.
   QByteArray answer;
   for (int at = end; at > end - readings_per_block;) {
     const auto kept = blocks_.lower_bound(at);
@@ -210,7 +210,7 @@ std::optional<QByteArray> KeptBlocks::find(int block) const {
 int KeptBlocks::different_samples(int block) const {
   const auto answer = find(block);
   if (!answer) return 0;
-  // The whole samples are at the data's end.
+  // The whole samples are at the end of the data.
   std::set<QByteArray> samples;
   const int size = reading_size * channels_;
   for (int at = data_at + data_size(*answer) - size; at >= data_at; at -= size) {

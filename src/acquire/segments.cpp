@@ -48,7 +48,7 @@ MemoryMap map_memory(const RecorderProperties& properties, int channels, const Q
     memory.end = later(memory.start, duration);
   }
   memory.samples_wanted = to_int32(static_cast<double>(readings) / channels);
-  // The segments come from the unreduced count: they are what the recorder's memory still holds.
+  // The segments come from the unreduced count, because the memory still holds all of them.
   memory.segment_count =
       all_readings / readings_per_block + (all_readings % readings_per_block != 0 ? 1 : 0);
   memory.segments = list_segments(memory, all_readings);

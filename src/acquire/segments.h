@@ -1,5 +1,5 @@
-// What the recorder's memory holds and when each of its segments of 128 readings begins and ends,
-// worked out from the recorder's properties. No window, no port.
+// Computes from the recorder's properties what its memory holds, and when each of its segments of
+// 128 readings begins and ends. Needs no window and no port.
 #pragma once
 
 #include <QDateTime>
@@ -8,10 +8,10 @@
 
 #include "device/properties.h"
 
-// Segments beyond these are not kept.
+// The map keeps no more segments than this.
 inline constexpr int max_segments = 251;
 
-// A wrapping recorder whose memory is nearly full is about to erase this many readings.
+// A wrapping recorder with more than `nearly_full` readings is about to erase `about_to_go`.
 inline constexpr int nearly_full = 27500;
 inline constexpr int about_to_go = 512;
 
@@ -23,7 +23,7 @@ struct Segment {
 struct MemoryMap {
   int channels = 0;
   int interval = 1;        // seconds between samples
-  int samples_wanted = 0;  // samples a channel that the whole memory yields
+  int samples_wanted = 0;  // samples per channel in the whole memory
   QDateTime start;
   QDateTime end;
   // The number of segments in the memory; `segments` holds at most max_segments of them, the
@@ -33,12 +33,12 @@ struct MemoryMap {
 };
 
 // `channels` (1..4) take part in the recording; `now` is the wall time at which the properties
-// came. Times are kept to the millisecond, since a segment of three channels takes no whole number
-// of samples; whole_second gives the second that is shown.
+// came. Times are kept to the millisecond, because with three channels a segment is not a whole
+// number of samples; whole_second() gives the second to show.
 MemoryMap map_memory(const RecorderProperties& properties, int channels, const QDateTime& now);
 
 // The nearest whole second, ties to even.
 QDateTime whole_second(const QDateTime& time);
 
-// Samples a channel that segments first..last (0-based, inclusive) of the memory yield.
+// The samples per channel in segments first..last (0-based, inclusive) of the memory.
 int samples_in(const MemoryMap& memory, int first, int last);

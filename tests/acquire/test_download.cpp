@@ -26,7 +26,7 @@ QString difference(int mask, int count, int first = 0) {
 class TestDownload : public QObject {
   Q_OBJECT
 
-  // A world with the port and the Real-time Data window open on the recorder.
+  // Makes a world in which the port and the Real-time Data window are open on the recorder.
   void open(const simulator::Settings& settings) {
     w_ = std::make_unique<SimulatedWindow>();
     User::RecorderType = 3;
@@ -36,7 +36,7 @@ class TestDownload : public QObject {
     w_->main.run("realtime");
     w_->realtime()->live().Timer1->set_enabled(true);
   }
-  // Gives the messages that it led to.
+  // Runs Read Data and returns the messages that it has shown.
   QString read(const std::function<void(frmhistorytime&)>& choose = {}) {
     const auto script = when_shown<frmhistorytime>([=](frmhistorytime& dialog) {
       if (choose) choose(dialog);
@@ -49,8 +49,8 @@ class TestDownload : public QObject {
   std::unique_ptr<SimulatedWindow> w_;
 
  private Q_SLOTS:
-  // A short oldest block; blocks of two and four channels; as many as fit; three of the segments,
-  // of which 0 is the oldest, while the recorder numbers its blocks from the newest.
+  // A short oldest block; blocks of two and four channels; a full memory; three of the segments.
+  // Segment 0 is the oldest, but the recorder numbers its blocks from the newest.
   void readings_arrive_as_recorded() {
     for (const auto& [mask, readings, from, to, first, count] :
          {std::array{0x04, 200, 0, 1, 0, 200},
@@ -65,7 +65,7 @@ class TestDownload : public QObject {
         dialog.Combo2->setCurrentIndex(chosen.second);
       });
       QCOMPARE(messages + difference(mask, count, first), "");
-      // 128 at first; the window that opens on the Recording shows all of it.
+      // The download sets 128; the window that opens on the Recording then shows all of it.
       QCOMPARE(User::recording.ViewCount, count);
       QVERIFY(w_->main.window->loaded_display());
       QVERIFY(w_->main.window->menu_entry("save")->isEnabled());
@@ -84,7 +84,7 @@ class TestDownload : public QObject {
         QStringLiteral("  Recorder's Historical Data Is Form%1To%2，Please Select Data Segment")
             .arg(general_date_time_text(start), general_date_time_text(start.addSecs(30 * 128)));
     QCOMPARE(seen, QStringList({message, "1% 1", "51% 51", " 0"}));
-    // Each of two blocks costs its pauses: 10 + 10 in the exchange and 100 behind it.
+    // The pauses, in ms: 10 + 10 in each of three exchanges, and 100 after each of two blocks.
     QVERIFY(w_->clock.elapsed() - before >= 3 * 20 + 2 * 100);
     const Recording& got = User::recording;
     QStringList header = {got.Title, got.RecorderName};
@@ -101,7 +101,7 @@ class TestDownload : public QObject {
     }
   }
 
-  // After Cancel polling is on, also where it was off before.
+  // After Cancel polling is on, even if it was off before.
   void wrong_order_keeps_the_dialog() {
     open(memory(1000));
     w_->realtime()->pause_polling();
@@ -120,7 +120,7 @@ class TestDownload : public QObject {
     QVERIFY(w_->realtime() && !w_->realtime()->isVisible());
   }
 
-  // In the middle of the wait for a block.
+  // Each command comes in the middle of the wait for a block.
   void survives_what_the_user_does() {
     for (const QString command : {"unlink", "close", "read", "link", "Quit", "Properties Set",
                                   "polling", "Escape", "unmark"}) {

@@ -19,8 +19,8 @@ struct Later {
 }  // namespace
 Q_DECLARE_METATYPE(Later)
 
-// A download whose blocks are kept, and another one later on, from a recorder that goes on
-// recording.
+// A download whose blocks are kept, and a later one that uses them. The recorder goes on recording
+// in between.
 class TestKeptBlocks : public QObject {
   Q_OBJECT
 
@@ -30,7 +30,7 @@ class TestKeptBlocks : public QObject {
       port.open();
     }
     QString file() const { return folder.filePath("run.part"); }
-    // The samples, and in `asked` how many blocks were asked for.
+    // Returns the Recording; `asked` becomes the number of blocks asked for.
     Recording read(KeptBlocks* kept, int set = 0) {
       DownloadEngine engine(link, [] { return false; });
       const RecorderProperties properties = *engine.read_properties();
@@ -68,7 +68,7 @@ class TestKeptBlocks : public QObject {
     quick.interval_s = 2;
     simulator::Settings still = full;
     still.running = false;
-    // Its newest readings stay the same, or all of them.
+    // Only the newest readings stay the same, or all of them do.
     simulator::Settings steady = full;
     steady.signal = [](auto n, int channel) {
       return simulator::demo_signal(std::min<std::int64_t>(n, 15'700), channel);
@@ -89,7 +89,7 @@ class TestKeptBlocks : public QObject {
   // The later download gives what it would give without the kept blocks.
   void later_download() {
     QFETCH(Later, row);
-    // The same up to the later download.
+    // Both worlds are the same up to the later download.
     World w(row.settings);
     World twin(row.settings);
     for (World* one : {&w, &twin}) {
@@ -109,7 +109,7 @@ class TestKeptBlocks : public QObject {
     }
   }
 
-  // Of another recording, with other readings in a block, cut off in the middle of a line.
+  // Files of another recording, with other readings in a block, and cut off within a line.
   void doubtful_files() {
     World w({.channels = 2, .mask = 3, .readings = 1024, .interval_s = 10});
     KeptBlocks first(w.file(), "one");

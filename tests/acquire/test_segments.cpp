@@ -8,7 +8,7 @@ namespace {
 
 const QDateTime now(QDate(2026, 3, 1), QTime(10, 0), Qt::UTC);
 
-// Of a recording begun at 2026-02-28 23:59:50.
+// The properties of a recording that began at 2026-02-28 23:59:50.
 RecorderProperties properties(int flags, int readings, int interval, int delay = 0,
                               int elapsed = 0) {
   QByteArray answer = hex("020012") + static_cast<char>(flags) + hex("0f 1a021c173b32");
@@ -19,7 +19,7 @@ RecorderProperties properties(int flags, int readings, int interval, int delay =
   return decode_properties(answer + '\0');
 }
 
-// Reading r of a block (0 the newest) has the raw value 256 * r, so it reads r degrees.
+// Reading r of a block (0 is the newest) has the raw value 256 * r, which is r degrees.
 QByteArray block(int data_length) {
   QByteArray answer(260, '\0');
   answer[1] = static_cast<char>(data_length / 256);
@@ -37,7 +37,7 @@ float value(const DownloadedSamples& samples, int n, int slot = 0) {
 class TestSegments : public QObject {
   Q_OBJECT
  private Q_SLOTS:
-  // Start, end, samples a channel, segments.
+  // The rows expect: start, end, samples per channel, number of segments.
   void memory() {
     const auto mapped = [](int channels, const RecorderProperties& recorder) {
       const MemoryMap memory = map_memory(recorder, channels, now);
@@ -49,12 +49,12 @@ class TestSegments : public QObject {
     // A delay counts only with its flag.
     QCOMPARE(mapped(1, properties(0x02, 128, 1, 20)), "02-28 23:59:50 03-01 00:01:58 128 1");
     QCOMPARE(mapped(1, properties(0x06, 128, 1, 20)), "03-01 00:00:10 03-01 00:02:18 128 1");
-    // Wrapping: from the end, and less what is about to go.
+    // A wrapping memory is computed from its end, without the readings about to be erased.
     QCOMPARE(mapped(4, properties(0x42, 1000, 10, 0, 7)), "03-01 09:18:13 03-01 09:59:53 250 8");
     QCOMPARE(mapped(1, properties(0x40, 27500, 1)), "03-01 02:21:40 03-01 10:00:00 27500 215");
     QCOMPARE(mapped(1, properties(0x40, 27521, 1)), "03-01 02:29:51 03-01 10:00:00 27009 216");
     QCOMPARE(mapped(1, properties(0x40, 27501, 1)), "03-01 02:30:11 03-01 10:00:00 26989 215");
-    // Three channels, and half a sample: to even.
+    // Three channels; and half a sample, which rounds to even.
     QCOMPARE(mapped(3, properties(0, 128, 3)), "02-28 23:59:50 03-01 00:01:58 43 1");
     QCOMPARE(mapped(2, properties(0, 129, 2)), "02-28 23:59:50 03-01 00:01:59 64 2");
     QVERIFY_THROWS_EXCEPTION(BoundsError, decode_properties(QByteArray(20, '\0')));
@@ -85,11 +85,11 @@ class TestSegments : public QObject {
     }
   }
 
-  // The first sample in time stands last in the block, its channels in slot order.
+  // The first sample in time is the last in the block, with its channels in slot order.
   void blocks() {
     // Channels, bytes, samples wanted, position of the block, its first sample, samples stored and
-    // counted: a short block behind a full one; the second of three channels, of which 42 are
-    // stored; and those cut at either end.
+    // counted. A short block behind a full one; a second block of three channels, which stores 42
+    // samples; and blocks cut at either end.
     for (const auto& [channels, bytes, wanted, position, first, stored, counted] :
          {std::array{2, 144, 100, 1, 0, 36, 36},
           {3, 256, 128, 1, 43, 42, 43},
@@ -108,13 +108,13 @@ class TestSegments : public QObject {
       }
     }
     DownloadedSamples samples;
-    // A length that lies is harmless.
+    // A wrong length byte does no harm.
     for (const int length : {1, 255}) {
       add_block({block(length), 4}, {4, 1, 31, 0, now}, samples);
       add_block({block(length).left(20), 1}, {1, 1, 0, 1, now}, samples);
     }
     QVERIFY_THROWS_EXCEPTION(BoundsError, StoredBlock("1", 1));
-    // 128.0 is not -128: only what lies beyond is negative.
+    // The raw value 0x8000 is 128.0, not -128: only greater ones are negative.
     for (const auto& [raw, reading] :
          {std::pair("8001", 1.5F), {"0080", 128.0F}, {"0180", -128.0F}, {"e0ff", -0.13F}}) {
       add_block({block(2).replace(3, 2, hex(raw)), 1}, {1, 1, 1, 0, now}, samples);

@@ -1,4 +1,4 @@
-// Every fault of the recorder in software, struck at the first, a middle and the last request of
+// Tries every fault of the recorder in software at the first, a middle and the last request of
 // everything that the program does with a recorder: once, which a retry mends, or three times.
 #include "acquire/frmhistorytime.h"
 #include "app/user.h"
@@ -77,7 +77,7 @@ class TestFaultMatrix : public QObject {
 
   void check_link(const Row& row) {
     link();
-    // Only the first request is the link's own; the others are its window's, which says nothing.
+    // Only the first request is the link's own; the others are its window's, which is silent.
     const bool fails = row.fails() && row.request == 1;
     QCOMPARE(messages(), fails ? QStringList("Warnning: Link Timeout!") : QStringList());
     QCOMPARE(enabled("unlink"), !fails);
@@ -85,7 +85,7 @@ class TestFaultMatrix : public QObject {
     QCOMPARE(w_->port.is_open(), !fails);
     QCOMPARE(w_->realtime() != nullptr, !fails);
   }
-  // Properties, texts, status, limits of channels 1 to 4: what comes after a failure stays empty.
+  // Properties, texts, status, limits of channels 1 to 4: the fields after a failure stay empty.
   void check_refresh(const Row& row) {
     w_->port.open();
     w_->main.run("realtime");
@@ -116,7 +116,7 @@ class TestFaultMatrix : public QObject {
       Q_EMIT window().live().Timer1->tick();
       const LiveBuffer& buffer = window().live().monitor().buffer;
       if (buffer.LiveCount() == before) ++missed;
-      // Each reading is one of the last seconds'.
+      // Each reading was measured in one of the last four seconds.
       bool live = buffer.LiveCount() == before;
       for (int seconds_ago = 0; !live && seconds_ago < 4; ++seconds_ago) {
         const QDateTime time = w_->clock.now().addSecs(-seconds_ago);
@@ -127,7 +127,7 @@ class TestFaultMatrix : public QObject {
       w_->clock.sleep(5000);
     }
     QCOMPARE(messages(), QStringList());
-    // An unplugged recorder misses every later one too.
+    // An unplugged recorder misses every later poll too.
     QCOMPARE(missed, !row.fails() ? 0 : row.unplugs() ? polls - row.request + 1 : 1);
     QCOMPARE(w_->main.window->Sts1[1]->text(), missed > 1 ? "Link Error" : "Link Ok");
   }
@@ -163,8 +163,8 @@ class TestFaultMatrix : public QObject {
       }
     }
   }
-  // The wait for an answer that does not come has no end. After a while everything works inside it,
-  // and the first bytes end it; the task that it belonged to leaves others' work alone.
+  // No answer comes, and the wait for it has no end. After a while everything works inside it, and
+  // the first bytes end it. Its own task then leaves the work of others alone.
   void waits_without_end() {
     QFETCH(QString, task);
     QFETCH(QString, cause);
@@ -199,7 +199,7 @@ class TestFaultMatrix : public QObject {
     });
     run(task);
     QVERIFY(inside);
-    // The task that was left behind tells its failure where another command came in between.
+    // The task that was overtaken reports its failure if another command came in between.
     const QString asked =
         "Corvane: Setting Recorder's Properties will Lose Historical Sampling，Continue?";
     const QHash<QString, QStringList> said = {{"link", {asked, "Corvane: No Data"}},
@@ -215,7 +215,7 @@ class TestFaultMatrix : public QObject {
     QCOMPARE(difference(), QString());
   }
 
-  // A dialog opened while a poll waits stops neither polling nor what it says of the link.
+  // A dialog opened while a poll waits stops neither the polling nor its report on the link.
   void dialog_during_a_poll() {
     for (const auto& [fault, readings, state] :
          {std::tuple("late:ms=900", 3, "Link Ok"), {"silent", 0, "Link Error"}}) {
@@ -228,7 +228,7 @@ class TestFaultMatrix : public QObject {
       bool shown = false;
       world.clock.after(300, [&] {
         const auto script = when_shown<QDialog>([&](QDialog& about) {
-          run("poll");  // the cycle that waits is too young
+          run("poll");  // the waiting poll is too young
           QCOMPARE(window().live().monitor().buffer.LiveCount(), 0);
           for (int n = 0; n < 3; ++n) {
             world.clock.sleep(5000);
@@ -261,8 +261,8 @@ class TestFaultMatrix : public QObject {
     QCOMPARE(int(world.port.log.count("write 00 00 00")), 2);
   }
 
-  // The Real-time Data window closed and opened again during a download reads the recorder when
-  // that is free; the download keeps the title and channels that it began with.
+  // A Real-time Data window that is closed and opened again during a download reads the recorder
+  // when it is free. The download keeps the title and channels that it began with.
   void window_opened_again_during_a_download() {
     SimulatedWindow world(true);
     w_ = &world;
@@ -319,7 +319,7 @@ class TestFaultMatrix : public QObject {
     (this->*row.check)(row);
     if (QTest::currentTestFailed()) return;
 
-    // The recorder is well and plugged in again: all its readings can be had.
+    // The recorder works again and is plugged in: all its readings can be downloaded.
     plug_in();
     if (world.port.is_open()) world.port.close();
     link();
