@@ -13,7 +13,7 @@ namespace {
 struct Kind {
   FaultKind kind;
   const char* name;
-  const char* amount;  // name of its amount in a text, or none
+  const char* amount;  // the name of its amount in a text, or null
 };
 
 constexpr Kind kinds[] = {
@@ -28,8 +28,8 @@ const Kind& kind_of(FaultKind kind) {
                        [kind](const Kind& entry) { return entry.kind == kind; });
 }
 
-// One extra byte in front is told from a sound answer by its check; a lead byte equal to the check
-// byte would hide it.
+// A reader notices an extra byte in front because the check fails. A lead byte equal to the check
+// byte would hide it, so it is inverted.
 QByteArray with_extra_byte(QByteArray bytes) {
   if (bytes.front() == bytes.back()) bytes[0] = static_cast<char>(~bytes.front());
   return bytes.prepend('\x55');
@@ -48,7 +48,7 @@ bool meets(const Fault& fault, const QByteArray& request, int number) {
          (!fault.command || *fault.command == command);
 }
 
-// "name=number" into the field of that name; false when there is none or the number does not fit.
+// Sets the field of "name=number"; false if there is no such field or the number does not fit.
 bool set_condition(Fault& fault, const QString& text) {
   const QString name = text.section(u'=', 0, 0);
   struct Field {

@@ -1,4 +1,4 @@
-// Faults that a simulated recorder can be told to have.
+// Faults that a simulated recorder can have.
 #pragma once
 
 #include <QByteArray>
@@ -9,7 +9,7 @@
 
 namespace simulator {
 
-// What goes back for one request.
+// What the recorder sends back for one request.
 struct Answer {
   QByteArray request;   // without its address byte
   QByteArray bytes;     // empty: the recorder keeps silent
@@ -34,18 +34,18 @@ struct Fault {
   std::optional<int> request = {};  // the n-th sound request since the start, from 1
   std::optional<int> block = {};    // reads of this block
   std::optional<int> command = {};  // requests with this command byte
-  std::optional<int> first = {};    // no more than so many times
+  std::optional<int> first = {};    // at most this number of times
   std::optional<int> amount = {};
 };
 
 // The answer as the fault leaves it.
 Answer spoil(Answer answer, const Fault& fault);
 
-// Counts requests and strikes; where several faults would strike, the first of the list does.
+// Counts requests and strikes. If several faults would strike, the first in the list does.
 class Faults {
  public:
   explicit Faults(const std::vector<Fault>& faults);
-  // To be asked once for each request.
+  // The fault that strikes this request, if any. To be called once for each request.
   std::optional<Fault> next(const QByteArray& request);
 
  private:
@@ -58,7 +58,7 @@ class Faults {
 };
 
 // "truncated", "silent:first=3", "check:block=5,first=1", "late:request=7,ms=2000",
-// "garbage:bytes=20", "silent:command=0A" (hexadecimal). Nothing for any other text.
+// "garbage:bytes=20", "silent:command=0A" (hexadecimal). No value for any other text.
 std::optional<Fault> fault_from_text(const QString& text);
 
 }  // namespace simulator

@@ -1,4 +1,4 @@
-// The way back from the recorder: when each byte of its answers arrives.
+// The line back from the recorder: when each byte of its answers arrives.
 #pragma once
 
 #include <QByteArray>
@@ -16,9 +16,9 @@ constexpr qint64 line_time_us(qint64 bytes) {
   return bytes * 11'000'000 / 9600;
 }
 
-// Moments are microseconds on any clock that only goes forward. A paced line gives the bytes one by
-// one as 9600 baud would, counted from each answer's own start so that no error adds up, and lets
-// the request pass first; an unpaced one gives an answer whole.
+// Moments are microseconds of any clock that never goes back. A paced line lets the request pass
+// first and then delivers the bytes one by one at 9600 baud, counted from the start of each answer
+// so that no error adds up. An unpaced line delivers an answer as a whole.
 class Line {
  public:
   explicit Line(bool paced = true) : paced_(paced) {}
@@ -31,12 +31,12 @@ class Line {
     std::vector<Answer> ended;  // answers whose last byte is among them
     bool unplugged = false;     // nothing comes after these bytes
   };
-  // What has arrived by now and was not taken before.
+  // Returns what has arrived by now and was not taken before.
   Arrival take(qint64 now_us);
 
-  // When to take what arrives next, or nothing while the line is idle: at `not_before` if that is
-  // later than the next byte, so that bytes can be taken by handfuls, but no later than an answer's
-  // end, which the other side waits for.
+  // When to call take() next; no value while the line is idle. It is the time of the next byte or,
+  // if later, `not_before`, so that several bytes can be taken together. It is never later than the
+  // end of an answer, because the other side waits for that.
   std::optional<qint64> next_due(qint64 not_before = 0) const;
   void clear() { pending_.clear(); }
 

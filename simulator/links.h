@@ -6,12 +6,12 @@
 
 namespace simulator {
 
-// Made at construction, removed at destruction. A link that stands in the way (left by a simulator
-// that was killed) is replaced; anything else is left alone, and so is, at the end, a link that
-// somebody has put in place of ours.
+// Makes the links at construction and removes them at destruction. Replaces a link that is in the
+// way (a simulator that was killed leaves one), but nothing else. At the end it leaves a link alone
+// that somebody has put in place of ours.
 class Links {
  public:
-  // Throws std::runtime_error, with no link left behind, when a path is taken or cannot be made.
+  // Throws std::runtime_error, and leaves no link behind, if a path is taken or a link fails.
   Links(const QStringList& paths, const QString& target);
   ~Links() { remove(); }
   Links(const Links&) = delete;

@@ -20,7 +20,7 @@ int complain(const QString& text, int exit_code) {
   return exit_code;
 }
 
-// Whoever started it waits for these lines, so they leave at once.
+// The program that started this one waits for these lines, so they are flushed at once.
 void announce(const simulator::Service& service, const QStringList& links) {
   std::printf("device %s\n", qPrintable(service.device()));
   for (const QString& link : links) std::printf("link %s\n", qPrintable(link));
@@ -45,7 +45,7 @@ int main(int argc, char** argv) {
 
   try {
     const simulator::Options options = simulator::options_from(parser);
-    // The device goes away with its reader; that must not end the program without clearing up.
+    // The reader of the output can go away. That must not end the program before it clears up.
     std::signal(SIGPIPE, SIG_IGN);
     simulator::quit_on_signals();
     simulator::Service service(options);

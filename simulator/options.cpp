@@ -91,7 +91,7 @@ void set_limits(Settings& settings, const QString& text) {
   const QStringList parts = text.split(u':');
   if (parts.size() != 3) refuse(option, text, QStringLiteral("of the form CHANNEL:DOWN:UP"));
   const int channel = whole(option, parts[0], 1, settings.channels);
-  // 8.8 fixed point.
+  // The range of 8.8 fixed point.
   const double down = decimal(option, parts[1], -128.0, 127.99);
   const double up = decimal(option, parts[2], -128.0, 127.99);
   if (down > up) refuse(option, text, QStringLiteral("a down limit below an up limit"));

@@ -19,7 +19,7 @@ struct Options {
   QString log;  // file for the frames; "-" is the standard output, empty none
 };
 
-// Something on the command line that makes no sense; what() says what in a sentence.
+// A command line that makes no sense; what() says in a sentence why.
 class OptionError : public std::runtime_error {
  public:
   explicit OptionError(const QString& text) : std::runtime_error(text.toStdString()) {}
@@ -28,8 +28,8 @@ class OptionError : public std::runtime_error {
 // Adds all options, with their help, to a parser.
 void describe_options(QCommandLineParser& parser);
 
-// What a parser has found. Throws OptionError for a value outside its range or form, for channels
-// that the recorder lacks, and for words that belong to no option.
+// The options that a parser has found. Throws OptionError for a value outside its range or form,
+// for channels that the recorder lacks, and for words that belong to no option.
 Options options_from(const QCommandLineParser& parser);
 
 }  // namespace simulator

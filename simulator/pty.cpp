@@ -26,7 +26,7 @@ void set_flag(int descriptor, int get, int set, int flag) {
   checked(fcntl(descriptor, set, checked(fcntl(descriptor, get), "fcntl") | flag), "fcntl");
 }
 
-// Neither echo nor line editing: bytes pass as they are, from the first one on.
+// Switches off echo and line editing, so that bytes pass unchanged from the first one on.
 void make_raw(int descriptor) {
   termios settings{};
   checked(tcgetattr(descriptor, &settings), "terminal settings");

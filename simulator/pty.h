@@ -6,8 +6,8 @@
 
 namespace simulator {
 
-// The pair of devices. The program under trial opens device() as its serial port; it carries no
-// parity. It may close and open it again: the simulator keeps its own handle on it.
+// The pair of devices. The program being tried opens device() as its serial port, which carries no
+// parity. It may close and reopen the device, because the simulator keeps its own handle on it.
 class Pty {
  public:
   // Throws std::runtime_error when the system gives none.
@@ -19,11 +19,11 @@ class Pty {
   QString device() const { return device_; }
   // The simulator's side, to be watched for input.
   int descriptor() const { return master_; }
-  // What has come; nothing when there is nothing.
+  // The bytes that have come; empty if there are none.
   QByteArray read();
   // Bytes that nobody reads are lost once the device's buffer is full, as on a real line.
   void write(const QByteArray& bytes);
-  // The device goes away under whoever has it open.
+  // Removes the device, even while a program has it open.
   void close();
 
  private:

@@ -9,8 +9,8 @@ namespace simulator {
 
 namespace {
 
-// Mode flags, the pattern's first byte. A start is asked for with both bits of `start_flags`, which
-// are not given back; that the recorder runs is reported in a bit of its own.
+// Mode flags, the pattern's first byte. A request to start has both bits of `start_flags`. Answers
+// never have them; they report in `running_flag` that the recorder runs.
 constexpr int running_flag = 0x02;
 constexpr int delayed_flag = 0x04;
 constexpr int wrap_flag = 0x40;
@@ -67,7 +67,7 @@ QByteArray pattern_of(const Settings& settings, const QDateTime& start) {
   return pattern;
 }
 
-// Lead byte, data length high byte first, data, check byte. The lead byte is not checked.
+// Lead byte, data length (high byte first), data, check byte. The check leaves out the lead byte.
 QByteArray answer_frame(char lead, const QByteArray& data, int padded_size) {
   QByteArray frame(1, lead);
   frame += static_cast<char>(data.size() >> 8);
@@ -91,7 +91,7 @@ Recorder::Recorder(const Settings& settings, const QDateTime& now)
   const QDateTime fitting = std::max(last_reading_.addSecs(-age_s), earliest_start());
   pattern_ = pattern_of(settings, settings.start.value_or(fitting));
   next_reading_ = last_reading_.addSecs(settings.interval_s);
-  // However old the newest reading is said to be: what is in memory now is what was asked for.
+  // However old the newest reading is, none is added now: the memory holds the number asked for.
   if (next_reading_ <= now) next_reading_ = now.addSecs(settings.interval_s);
   std::transform(settings.limits.begin(), settings.limits.end(), limits_.begin(), limit_bytes);
 }
@@ -106,7 +106,7 @@ std::vector<Answer> Recorder::receive(const QByteArray& bytes, const QDateTime& 
   return answers;
 }
 
-// With the fault "silent" the recorder has not heard the request: it does not carry it out either.
+// With the fault "silent" the recorder does not hear the request, so it does not carry it out.
 void Recorder::obey(Answer& answer, const QDateTime& now) {
   const std::optional<Fault> fault = faults_.next(answer.request);
   const bool heard = !fault || fault->kind != FaultKind::Silent;

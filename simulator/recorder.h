@@ -1,5 +1,5 @@
-// A recorder in software: takes what comes over the line and says what goes back, byte for byte as
-// docs/protocol.md lays it down. It knows no port and no clock: whoever drives it hands in the time
+// A recorder in software: takes the bytes that come over the line and returns those that go back,
+// as docs/protocol.md describes them. It knows no port and no clock: the caller passes the time
 // (local wall time without a zone), so that a test needs no real time.
 #pragma once
 
@@ -19,7 +19,7 @@
 namespace simulator {
 
 inline constexpr int max_channels = 4;
-// A request is never answered sooner: a recorder has to look at it first.
+// Milliseconds before an answer begins, because a recorder has to look at the request first.
 inline constexpr int turnaround_ms = 5;
 
 // Alarm limits of one channel in its unit, sent as 8.8 fixed point.
@@ -28,18 +28,18 @@ struct Limits {
   double up = 85.0;
 };
 
-// What the recorder is and holds when it is attached.
+// The recorder's properties and contents when it is attached.
 struct Settings {
   int channels = max_channels;
-  unsigned mask = 0x0F;  // bit c: channel c + 1 records, if it has it
+  unsigned mask = 0x0F;  // bit c: channel c + 1 records, if it exists
   int readings = 0;      // in memory, all recording channels together
   int interval_s = 60;
-  // The start that it reports; without one, that which makes the newest reading `elapsed_s` old.
+  // The start that it reports. By default, the one that makes the newest reading `elapsed_s` old.
   std::optional<QDateTime> start = {};
   int elapsed_s = 0;
   bool running = true;
   bool wrap = false;
-  std::optional<int> delay_s = {};  // set: the start was delayed by so many seconds
+  std::optional<int> delay_s = {};  // if set, the delay of the start
   int all_data = Memory::capacity;
   QString title = QStringLiteral("Demo");
   QString description = QStringLiteral("Recorder in software");
@@ -49,20 +49,20 @@ struct Settings {
   Signal signal = demo_signal;
 };
 
-// The recorder measures on all its channels at the end of every interval while it runs, and stores
-// one reading for each channel of the mask. With its memory full it stops, or in wrap mode drops
-// its oldest readings. "Start" goes on in the memory, written properties empty it. Block numbers
-// count in the memory as it stood at the last properties answer, so that a download under way does
-// not slide when a reading comes in.
+// While the recorder runs, it measures on all its channels at the end of every interval and stores
+// one reading for each channel of the mask. When its memory is full, it stops or, in wrap mode,
+// drops its oldest readings. "Start" keeps the memory; written properties empty it. Block numbers
+// refer to the memory as it was at the last properties answer, so that blocks do not shift when a
+// reading comes in during a download.
 class Recorder {
  public:
   Recorder(const Settings& settings, const QDateTime& now);
 
-  // Takes bytes off the line and gives one answer for each request that they complete, in order.
-  // Bytes that make no request with a correct check byte are dropped without an answer.
+  // Takes bytes off the line and returns one answer for each request that they complete, in order.
+  // The answer to an unknown request, or to one with a wrong check byte, has no bytes.
   std::vector<Answer> receive(const QByteArray& bytes, const QDateTime& now);
 
-  // What it would report now.
+  // What the recorder would report now.
   bool running(const QDateTime& now);
   int readings(const QDateTime& now);
   // The raw live value of channel 0..3: the signal, one step a second.

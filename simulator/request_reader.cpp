@@ -11,7 +11,7 @@ struct Command {
   int length;
 };
 
-// Command 05 counts 15 parameter bytes and carries 14: that is what the recorder expects.
+// Command 05 counts 15 parameter bytes and carries 14, as the recorder expects.
 constexpr Command commands[] = {
     {0x00, 0x00, 3}, {0x01, 0x01, 4},  {0x02, 0x00, 3}, {0x05, 0x0F, 17}, {0x07, 0x01, 4},
     {0x08, 0x00, 3}, {0x09, 0x40, 67}, {0x0A, 0x01, 4}, {0x0B, 0x06, 9},
@@ -24,7 +24,7 @@ const Command* find_command(unsigned char code) {
   return nullptr;
 }
 
-// 0 while the frame is too short to tell. An unknown command is taken to count its parameters.
+// 0 while the frame is too short to tell. An unknown command's second byte counts its parameters.
 int expected_length(const QByteArray& frame) {
   if (frame.isEmpty()) return 0;
   if (const int length = request_length(byte_at(frame, 0))) return length;

@@ -16,11 +16,11 @@ struct Request {
   bool valid = false;  // known command, right second byte, right check byte
 };
 
-// A request is the address byte 00 and then a frame whose first two bytes tell its length. On a
-// real line parity marks the address byte; here its place does: it comes first, bytes before it are
-// not for us. A silence forgets what stands half received, so that a broken request costs no more
-// than itself. It has to be shorter than a program's wait for an answer (1 s) and longer than what
-// a busy computer puts between address byte and frame.
+// A request is the address byte 00, followed by a frame whose first two bytes give its length. On a
+// real line parity marks the address byte; here its position does, and bytes before it are ignored.
+// A silence discards a half-received request, so that a broken request costs no more than itself.
+// The silence must be shorter than a program's wait for an answer (1 s) and longer than the gap
+// that a busy computer leaves between address byte and frame.
 class RequestReader {
  public:
   static constexpr int silence_ms = 500;

@@ -10,8 +10,8 @@ namespace simulator {
 
 namespace {
 
-// A paced line is looked at no more often within an answer: a handful of bytes at a time keeps the
-// processor idle, and each byte is at most so late.
+// Within an answer a paced line is checked no more often than this. Taking several bytes at a time
+// keeps the processor idle, and no byte is later than this.
 constexpr qint64 least_wait_us = 4000;
 
 QDateTime wall_time_now() {

@@ -19,7 +19,7 @@ namespace simulator {
 class Service : public QObject {
   Q_OBJECT
  public:
-  // Throws std::runtime_error when the pseudo-terminal, a link or the log file cannot be had.
+  // Throws std::runtime_error when the pseudo-terminal, a link or the log file cannot be made.
   explicit Service(const Options& options);
 
   QString device() const { return pty_.device(); }
@@ -34,7 +34,7 @@ class Service : public QObject {
   QDateTime now() const { return began_.addMSecs(running_.elapsed()); }
   qint64 now_us() const { return running_.nsecsElapsed() / 1000; }
 
-  // The wall time when it began; what has passed since comes from a clock that nobody sets.
+  // The wall time at the start. The time since then comes from a clock that nobody sets.
   QDateTime began_;
   QElapsedTimer running_;
   QFile log_;

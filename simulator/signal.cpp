@@ -10,14 +10,14 @@ struct Shape {
   std::int64_t level, slow_height, slow_period, quick_height, quick_period;
 };
 
-// In 1/256 of the channel's unit, and samples. Periods without common factors keep the channels
-// apart from one another.
+// Levels and heights are in 1/256 of the channel's unit, periods in samples. Different periods keep
+// the channels apart from one another.
 constexpr std::array<Shape, 4> shapes = {{{1152, 512, 1440, 64, 46},
                                           {15360, 2048, 1010, 128, 58},
                                           {-4608, 384, 1728, 96, 34},
                                           {11520, 1536, 1262, 160, 62}}};
 
-// Two parabolas that stand in for a sine; in whole numbers, so the same on every machine.
+// Two parabolas instead of a sine, in whole numbers, so that every machine gives the same values.
 std::int64_t wave(std::int64_t n, std::int64_t height, std::int64_t period) {
   const std::int64_t half = period / 2;
   const std::int64_t phase = ((n % period) + period) % period;

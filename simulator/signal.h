@@ -1,4 +1,4 @@
-// What the simulated recorder measures: a made-up, smooth signal that tests can compute again.
+// What the simulated recorder measures: a made-up, smooth signal that tests can recompute.
 #pragma once
 
 #include <cstdint>

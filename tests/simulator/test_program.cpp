@@ -8,7 +8,7 @@
 #include "support/runner.h"
 #include "support/simulator_process.h"
 
-// The real simulator over a real pseudo-terminal, talking with the real port.
+// The real simulator on a real pseudo-terminal talks with the real port.
 class TestProgram : public QObject {
   Q_OBJECT
 
@@ -18,7 +18,7 @@ class TestProgram : public QObject {
 
  private Q_SLOTS:
   void talks_and_clears_up() {
-    // A link may take another link's place, but nothing else's.
+    // A link may replace another link, but nothing else.
     QVERIFY(QFile::link("/dev/nonexistent", path("com1")) && make_file(path("com2")));
     SimulatorProcess refused({"--link", path("com3"), "--link", path("com2")});
     QVERIFY(!refused.wait_ready() && refused.wait_end() == 1);
@@ -36,7 +36,7 @@ class TestProgram : public QObject {
     port.open();
     QVERIFY(Packet::Exchange(Packet::BuildReadLimits(2)));
     QCOMPARE(Packet::ReceiveBuffer, hex("0a000480f58019e8"));
-    // Somebody takes a link over; it is theirs.
+    // Somebody replaces a link. The simulator then leaves it alone.
     QVERIFY(QFile::remove(path("com4")) && QFile::link("/dev/null", path("com4")));
     QCOMPARE(simulator.stop(), 0);
     QCOMPARE(link("com1") + link("com4"), "/dev/null");

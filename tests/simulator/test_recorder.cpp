@@ -13,8 +13,8 @@ std::uint16_t counted(std::int64_t n, int channel) {
   return static_cast<std::uint16_t>(n + 256 * channel);
 }
 
-// The one answer to a request, which is given without address, check byte and the zeros before
-// that; empty when there is none.
+// The one answer to a request; empty if there is none. The request is passed without its address,
+// its check byte and the zeros before that.
 QByteArray ask(simulator::Recorder& recorder, QByteArray request, const QDateTime& now) {
   const int length = simulator::request_length(static_cast<unsigned char>(request.at(0)));
   request = request.leftJustified(length - 1, '\0');
@@ -46,7 +46,7 @@ class TestRecorder : public QObject {
           {"0 > 0a0100 > ", "0 > 0a0103 > ", "0 > 070102 > ", "0 > 0c020000 > ",
            "0 > 050f 88 0e 1a03010c0000 0000 0000 1027 > 050001 00",
            "5 > 0200 > 020012 02 02 1a03010c0000 0000 0000 1027 0000 0500"}},
-         // The start bits 0x88 start it; what tells that it runs is bit 0x02.
+         // The bits 0x88 start it; bit 0x02 reports that it runs.
          {"a written pattern starts afresh",
           full,
           {"30 > 050f cc 03 1a03010c0000 3c00 0900 1027 > 050001 00",
@@ -55,15 +55,14 @@ class TestRecorder : public QObject {
            "120 > 050f 00 0f 1a03010c0000 0000 0900 1027 > 050001 00", "130 > 070101 > 070001 00",
            "145 > 070100 > 070001 00",
            "300 > 0200 > 020012 00 0f 1a03010c0000 0000 0900 1027 a000 0400"}},
-         // A download under way sees the memory as it stood when it asked for the properties.
+         // A download under way sees the memory as it was when it asked for the properties.
          {"memory grows while it runs",
           {.readings = 400, .elapsed_s = 80, .signal = counted},
           {"39 > 0200 > 020012 02 0f 1a03010a1228 0000 3b00 007d 7700 9001",
            "161 > 010100 > 010100 6300 6301 6302 6303 6200",
            "161 > 0200 > 020012 02 0f 1a03010a1228 0000 3b00 007d 2900 9801",
            "161 > 010100 > 010100 6500"}},
-         // Of three channels 128 readings hold 42 samples, which stand at the block's end; the
-         // oldest block is short.
+         // With three channels a block's 42 samples are at its end; the oldest block is short.
          {"full memory stops",
           full,
           {"10 > 0200 > 020012 00 07 1a030109020f 0000 0000 007d 0900 fe7c",
