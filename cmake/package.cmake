@@ -1,10 +1,10 @@
-# `scripts/package` makes of a release build a relocatable archive (the folder that `cmake --install`
-# makes) and a Debian package that has this folder as /opt/corvane and knows the desktop's places.
+# `scripts/package` makes two packages of a release build: a relocatable archive (the folder that
+# `cmake --install` makes) and a Debian package of this folder as /opt/corvane with desktop files.
 if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
   set(CMAKE_INSTALL_PREFIX /opt/corvane CACHE PATH "Where to install" FORCE)
 endif()
 
-# Only in the package: these places are the system's.
+# Only in the Debian package, because these places belong to the system.
 set(desktop ${CMAKE_CURRENT_BINARY_DIR}/desktop)
 file(READ resources/desktop/corvane.desktop entry)
 string(REPLACE "Exec=corvane" "Exec=/opt/corvane/corvane" entry "${entry}")
@@ -16,7 +16,7 @@ install(FILES resources/icons/corvane.svg DESTINATION ${share}/icons/hicolor/sca
 install(FILES resources/desktop/org.corvane.corvane.metainfo.xml DESTINATION ${share}/metainfo ${in_package})
 install(FILES resources/desktop/corvane.xml DESTINATION ${share}/mime/packages ${in_package})
 
-# Links in the PATH. A program finds its folder by where its file really is.
+# Links in the PATH. A program finds its folder from the real place of its file.
 foreach(program corvane corvane-cli corvane-simulator)
   file(MAKE_DIRECTORY ${desktop}/bin)
   file(CREATE_LINK /opt/corvane/${program} ${desktop}/bin/${program} SYMBOLIC)
@@ -51,7 +51,7 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS
 # paper and for names in Chinese.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
     "libreoffice-calc, libreoffice-writer, xdg-utils, kchmviewer | xchm, cups, fonts-dejavu-core, fonts-liberation, fonts-wqy-microhei | fonts-noto-cjk")
-# What the user has changed in device.txt stays in an upgrade.
+# An upgrade keeps the user's changes to device.txt.
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/resources/package/conffiles)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "Links to a recorder, sets it up, watches it live, downloads what it has
