@@ -4,6 +4,7 @@
 
 #include <QPointer>
 #include <QTimer>
+#include <QtWidgets>
 
 #include <functional>
 #include <vector>

@@ -1,7 +1,9 @@
 #include "acquire/frmhistorytime.h"
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <algorithm>

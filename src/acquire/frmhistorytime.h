@@ -1,12 +1,12 @@
 // The dialog "Read Data Segment": which run of the recorder's segments to download.
 #pragma once
 
-#include <QComboBox>
 #include <QDialog>
 #include <QPlainTextEdit>
-#include <QPushButton>
 
 class MessageBox;
+class QComboBox;
+class QPushButton;
 
 class frmhistorytime : public QDialog {
   Q_OBJECT

@@ -1,5 +1,7 @@
 #include "base/ok_cancel.h"
 
+#include <QPushButton>
+
 #include "base/mnemonics.h"
 
 OkCancel make_ok_cancel(QDialog& dialog, const char* ok_name, const char* cancel_name) {

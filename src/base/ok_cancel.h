@@ -3,7 +3,8 @@
 
 #include <QDialog>
 #include <QHBoxLayout>
-#include <QPushButton>
+
+class QPushButton;
 
 struct OkCancel {
   QPushButton* ok;  // the default button; the dialog connects it

@@ -1,13 +1,14 @@
 // The dialog "Select Port": port and recorder type for the next link.
 #pragma once
 
-#include <QComboBox>
 #include <QDialog>
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
 
 #include <array>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
 
 class frmport : public QDialog {
   Q_OBJECT

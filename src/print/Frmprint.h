@@ -1,16 +1,16 @@
 // The dialog "Print Set": what to print, which channels, how many pages or copies.
 #pragma once
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
 #include <QGroupBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
 
 #include <array>
 
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
 class Shell;
 
 class Frmprint : public QDialog {

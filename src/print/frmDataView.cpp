@@ -1,5 +1,8 @@
 #include "print/frmDataView.h"
 
+#include <QLabel>
+#include <QPushButton>
+
 #include <algorithm>
 #include <limits>
 

@@ -1,9 +1,9 @@
 // The data-sheet preview: the samples of the view in a table, page by page as they will be printed.
 #pragma once
 
-#include <QLabel>
-
 #include "print/preview.h"
+
+class QLabel;
 
 class frmDataView final : public Preview {
   Q_OBJECT

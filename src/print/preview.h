@@ -4,12 +4,12 @@
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QKeySequence>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "print/page_area.h"
 #include "print/printer.h"
 
+class QPushButton;
 class Shell;
 
 class Preview : public QDialog {

@@ -1,6 +1,9 @@
 #include "views/frmdate.h"
 
+#include <QDateTimeEdit>
 #include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <utility>

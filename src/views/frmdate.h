@@ -1,16 +1,16 @@
 // The dialog "Select Date Segment": sets the graph's view by its first and last times.
 #pragma once
 
-#include <QDateTimeEdit>
 #include <QDialog>
-#include <QLabel>
-#include <QPushButton>
 
 #include <array>
 #include <cstdint>
 #include <functional>
 
 class MessageBox;
+class QDateTimeEdit;
+class QLabel;
+class QPushButton;
 
 class frmdate final : public QDialog {
   Q_OBJECT

@@ -1,5 +1,13 @@
 #include "views/frmdisplay.h"
 
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTreeWidget>
+
 #include "app/shell.h"
 #include "app/user.h"
 #include "base/errors.h"

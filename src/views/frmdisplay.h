@@ -1,20 +1,19 @@
 // The Historical Data window: the Recording as an information list, a graph and a sheet.
 #pragma once
 
-#include <QFrame>
-#include <QLabel>
-#include <QPushButton>
-#include <QSlider>
-#include <QTabWidget>
-#include <QTableView>
-#include <QTreeWidget>
-
 #include <array>
 
 #include "base/child_window.h"
 #include "views/graph_layout.h"
 #include "views/graph_surface.h"
 
+class QFrame;
+class QLabel;
+class QPushButton;
+class QSlider;
+class QTabWidget;
+class QTableView;
+class QTreeWidget;
 class Shell;
 
 class frmdisplay final : public ChildWindow {

@@ -1,9 +1,16 @@
 // The controls of the Historical Data window and their layout.
+#include <QFrame>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
 #include <QSplitter>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>

@@ -1,10 +1,8 @@
 // Operates modal dialogs from tests: a test plans the action before the command that opens one.
 #pragma once
 
-#include <QApplication>
-#include <QPushButton>
 #include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 
 #include <functional>
 #include <memory>

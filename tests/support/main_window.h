@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QTemporaryDir>
+#include <QtWidgets>
 
 #include <memory>
 
