@@ -44,8 +44,8 @@ class KeptBlocks {
   // The number of different samples in that answer; 0 if it is not kept. The more there are, the
   // better they prove that the blocks are in the right places.
   int different_samples(int block) const;
-  // How many the proof needs. A clock that was set puts blocks in wrong places, where a recorder
-  // whose readings stay the same, or alternate, has the same block.
+  // How many the proof needs. If a clock was set, blocks are in wrong places, and a recorder whose
+  // readings stay the same, or alternate, sends the same block for those places too.
   int samples_for_proof() const { return placed_by_time_ ? 4 : 1; }
   // Whether two answers have the same readings.
   static bool same_readings(const QByteArray& one, const QByteArray& other);

@@ -11,7 +11,7 @@
 // The map keeps no more segments than this.
 inline constexpr int max_segments = 251;
 
-// A wrapping recorder with more than `nearly_full` readings is about to erase `about_to_go`.
+// A wrapping recorder with more than `nearly_full` readings will soon erase `about_to_go` of them.
 inline constexpr int nearly_full = 27500;
 inline constexpr int about_to_go = 512;
 

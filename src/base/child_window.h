@@ -1,6 +1,6 @@
 // Base of the windows that open inside the main window. A handler that waits for the recorder or
 // shows a dialog lets other events run, and one of them can close the window. The window is then
-// unloaded at once (it leaves the screen and every list) but deleted only after its last handler.
+// unloaded at once (off the screen and every list) but deleted only when no handler runs in it.
 #pragma once
 
 #include <QWidget>

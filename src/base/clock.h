@@ -20,7 +20,7 @@ class Clock {
   // The local wall time, kept without a zone (see base/times.h).
   virtual QDateTime now() const = 0;
 
-  // Milliseconds since a fixed moment in the past. Nobody can set this clock, so it measures times.
+  // Milliseconds since a fixed moment. Nobody sets this clock, so it can measure durations.
   virtual qint64 steady_ms() const = 0;
 
   // Pauses for `milliseconds`. No events run meanwhile, so nothing comes between the statements

@@ -29,7 +29,7 @@ bool is_complete(const QString& text) {
   return text.size() == (text.contains(u'-') ? date_format.size() : 8);
 }
 
-// The typed date. Parts not typed come from `before`, whose day is cut to the month's last day.
+// The typed date. Parts not typed come from `before`, with its day limited to the month's last.
 QDate completed(const QString& typed, QDate before) {
   if (const QDate date = whole_date(typed); date.isValid()) return date;
   const QStringList parts = typed.split(u'-');
@@ -115,7 +115,7 @@ void DatePicker::focusOutEvent(QFocusEvent* event) {
   QDateTimeEdit::focusOutEvent(event);
 }
 
-// Presses the calendar's arrow by a mouse event, because Qt has no function that opens it.
+// Presses the calendar's arrow with a mouse event, because Qt has no function that opens it.
 void DatePicker::open_calendar() {
   accept_typed();
   QStyleOptionComboBox arrow;

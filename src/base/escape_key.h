@@ -1,4 +1,4 @@
-// Calls a function when Escape is pressed while it lives. An open dialog or menu keeps the key.
+// While it lives, calls a function when Escape is pressed. An open dialog or menu keeps the key.
 #pragma once
 
 #include <QObject>

@@ -21,8 +21,8 @@ class FieldReader {
   // closing quote and the next separator.
   QString next_text();
 
-  // The next value as a number. They throw FileError at the end of the input, and ConversionError
-  // for a value that is not a number or does not fit; the reader has then passed that value.
+  // The next value as a number. All three throw FileError at the end of the input. They throw
+  // ConversionError for a value that is no number or does not fit, and have then passed that value.
   float next_float();
   std::int16_t next_int16();
   std::int32_t next_int32();

@@ -26,6 +26,6 @@ class FileDialog {
   std::function<QString(const QString& file_name, int filter_index)> used_name;
 
   enum class Purpose { open, save };
-  // Shows the dialog. The purpose sets its wording only, such as that of the accept button.
+  // Shows the dialog. The purpose only sets its wording, such as that of the accept button.
   virtual void show(Purpose purpose) = 0;
 };

@@ -14,8 +14,7 @@
 
 namespace {
 
-// Characters. The largest double takes 312 with two decimals, so every finite one fits, although no
-// reading has hundreds of digits.
+// Characters. Every finite double fits: with two decimals the largest takes 312.
 constexpr int decimal_room = 400;
 
 // Below this value different hundredths are different floats. So the float nearest to a number of
@@ -81,8 +80,8 @@ char16_t digit(std::uint32_t value) {
 }  // namespace
 
 char16_t* write_fixed2(char16_t* out, float value) {
-  // A float times a hundred is exact in double precision, and adding a half rounds no sum across a
-  // whole number. So below the limit every digit is the same as in fixed2.
+  // A float times a hundred is exact in double precision, and adding a half never rounds it across
+  // a whole number. So below the limit every digit is the same as in fixed2.
   constexpr double limit = 4e9;
   const double hundredths = std::fabs(value) * 100.0 + 0.5;
   if (!(hundredths < limit)) {

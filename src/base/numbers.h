@@ -54,7 +54,7 @@ bool is_number(QStringView text);
 // The same in single precision; no value if it does not fit.
 std::optional<float> float_of(QStringView text);
 
-// The number itself. They throw ConversionError if the text is not a number or does not fit.
+// The number itself. All three throw ConversionError if the text is not a number or does not fit.
 double to_double(QStringView text);
 float to_float(QStringView text);
 std::int16_t to_int16(QStringView text);

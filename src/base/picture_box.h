@@ -1,5 +1,5 @@
-// A widget that shows what its owner draws, in device pixels. It has its picture drawn only while
-// it is visible, and again only after redraw() or a change of its size.
+// A widget that shows what its owner draws, in device pixels. The owner draws only while the widget
+// is visible, and again only after redraw() or a change of size.
 #pragma once
 
 #include <QImage>

@@ -6,10 +6,10 @@ class QLabel;
 class QString;
 class QWidget;
 
-// Announces `text` when the current handler has returned, as a notification of the window of `at`.
+// Announces `text` after the current handler, as a notification of the window that contains `at`.
 void announce(const QWidget& at, const QString& text);
 
-// Shows a text and announces it. Does nothing if the label already shows this text.
+// Shows a text and, unless it is empty, announces it. Does nothing if the label shows it already.
 void show_spoken(QLabel& label, const QString& text);
 
 // Makes a screen reader say the chosen entry with the list's name and after each change. Call it

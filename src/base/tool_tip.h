@@ -1,6 +1,6 @@
 // Qt treats a tool tip that looks like markup as markup. So this function escapes texts that come
-// from recorders, files and folders, but only if they look like markup: a screen reader says the
-// tags too.
+// from recorders, files and folders, but only if they look like markup, because a screen reader
+// also says the tags.
 #pragma once
 
 #include <QString>

@@ -16,7 +16,7 @@ class DeviceTable {
   std::int16_t DeviceCount = 0;
 
   // The name of the type in row `row`, and name and unit of its channel 0..3. Empty text outside
-  // the table: a damaged device file must not crash anyone.
+  // the table: a damaged device file must not crash the program.
   const QString& type_name(int row) const { return text(0, row); }
   const QString& channel_name(int row, int channel) const { return text(3 + 2 * channel, row); }
   const QString& channel_unit(int row, int channel) const { return text(4 + 2 * channel, row); }

@@ -28,7 +28,7 @@ using PatternFrame = std::array<std::uint8_t, 15>;
 // outside 2000..2255; the bytes before the failing one are then already written.
 void encode_pattern(const PatternSettings& settings, const QDateTime& now, PatternFrame& pattern);
 
-// Bit 3 of the first byte. "Properties Set" uses it to decide whether to send a start or a stop.
+// Bit 3 of the first byte, by which "Properties Set" decides on a separate start or stop.
 constexpr bool requests_start(const PatternFrame& pattern) {
   return (pattern[0] & 0x08) != 0;
 }

@@ -6,8 +6,8 @@
 
 class StoredBlock {
  public:
-  // Of a recording of `channels` channels, 1..4. Throws BoundsError for an answer that ends before
-  // its length byte.
+  // A block of a recording of `channels` channels, 1..4. Throws BoundsError for an answer that ends
+  // before its length byte.
   StoredBlock(const QByteArray& answer, int channels);
 
   bool full() const { return full_; }
