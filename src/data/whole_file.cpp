@@ -3,14 +3,16 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <filesystem>
 
 #ifdef Q_OS_WIN
 #include <io.h>
 #else
-#include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -35,12 +37,14 @@ bool write_all(QFileDevice& file, std::string_view bytes) {
 bool force_to_disk(int file) {
   return _commit(file) == 0;
 }
-bool force_folder_to_disk(const QString&) {
+void force_folder_to_disk(const QString&) {}
+bool reserve(QFile& file, qint64 size) {
+  return file.size() >= size || file.resize(size);
+}
+bool keep_owner(int, const QString&) {
   return true;
 }
-bool reserve(QFile& file, qint64 size) {
-  return file.resize(size);
-}
+void remove_name(int) {}
 void let_writes_fail_at_the_size_limit() {}
 
 #else
@@ -50,20 +54,36 @@ bool force_to_disk(int file) {
   return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-// The new name of a file is on the disk when its folder is. A folder that may not be read cannot be
-// asked for that.
-bool force_folder_to_disk(const QString& file) {
-  const QByteArray folder = QFile::encodeName(QFileInfo(file).absolutePath());
-  const int handle = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return true;
-  const bool forced = force_to_disk(handle);
+// The new name of a file is on the disk when its folder is. The file itself is there whatever
+// becomes of this, so no failure is told.
+void force_folder_to_disk(const QString& file) {
+  const QFileInfo real(QFileInfo(file).canonicalFilePath());
+  const int handle =
+      open(QFile::encodeName(real.path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  force_to_disk(handle);
   close(handle);
-  return forced;
 }
 
 // Room for `size` bytes, without a change of those that are there.
 bool reserve(QFile& file, qint64 size) {
-  return posix_fallocate(file.handle(), 0, size) == 0;
+  if (size > 0) errno = posix_fallocate(file.handle(), 0, size);
+  return size == 0 || errno == 0;
+}
+
+// Gives a new file the owner and group of the older one, if there is one; false when it may not.
+bool keep_owner(int file, const QString& older) {
+  struct stat before {};
+  struct stat now {};
+  if (stat(QFile::encodeName(older).constData(), &before) != 0) return true;
+  if (fstat(file, &now) != 0) return false;
+  return (now.st_uid == before.st_uid && now.st_gid == before.st_gid) ||
+         fchown(file, before.st_uid, before.st_gid) == 0;
+}
+
+// The name of an open file, which a disk without unnamed files has given to one that is begun.
+void remove_name(int file) {
+  QFile::remove(QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(file)));
 }
 
 // Otherwise a file beyond the user's size limit would end the program.
@@ -83,32 +103,45 @@ WholeFile::WholeFile(const QString& path) : path_(path), replacement_(path) {
   if (type == file_type::fifo || type == file_type::socket || type == file_type::directory) {
     throw FileError("not a file");
   }
-  const bool replaceable = type == file_type::regular || type == file_type::not_found;
-  if (replaceable && replacement_.open(unbuffered_writing)) return;
-  if (type == file_type::not_found || !QFileInfo(path).isWritable()) {
+  std::error_code ignored;
+  const QFileInfo info(path);
+  const bool replaceable =
+      type == file_type::not_found ||
+      (type == file_type::regular &&
+       std::filesystem::hard_link_count(info.filesystemAbsoluteFilePath(), ignored) == 1);
+  if (replaceable && replacement_.open(unbuffered_writing) &&
+      keep_owner(replacement_.handle(), path)) {
+    return;
+  }
+  discard_replacement();
+  if (type == file_type::not_found || !info.isWritable()) {
     throw FileError("file cannot be opened");
   }
 }
 
-void WholeFile::write(std::string_view bytes) {
+void WholeFile::write(std::string_view bytes, const std::stop_token& stop) {
+  if (stop.stop_requested()) throw FileError("given up");
   if (replacement_.isOpen()) {
-    replace(bytes);
+    replace(bytes, stop);
   } else {
     overwrite(bytes);
   }
 }
 
-void WholeFile::replace(std::string_view bytes) {
-  if (!write_all(replacement_, bytes) || !force_to_disk(replacement_.handle())) {
-    replacement_.cancelWriting();
-    replacement_.commit();  // removes it
-    throw FileError("file cannot be written");
+void WholeFile::replace(std::string_view bytes, const std::stop_token& stop) {
+  {
+    const std::stop_callback remove(stop, [file = replacement_.handle()] { remove_name(file); });
+    if (!write_all(replacement_, bytes) || !force_to_disk(replacement_.handle()) ||
+        stop.stop_requested()) {
+      discard_replacement();
+      throw FileError("file cannot be written");
+    }
   }
-  if (!replacement_.commit()) {
+  if (replacement_.commit()) {
+    force_folder_to_disk(path_);
+  } else {
     // A file that is a mount point, or another user's in a sticky folder, cannot be replaced.
     overwrite(bytes);
-  } else if (!force_folder_to_disk(path_)) {
-    throw FileError("folder cannot be written");
   }
 }
 
@@ -118,21 +151,43 @@ void WholeFile::overwrite(std::string_view bytes) {
   QFile file(path_);
   const auto mode = regular ? QIODevice::ReadWrite | QIODevice::Unbuffered : unbuffered_writing;
   if (!file.open(mode | QIODevice::ExistingOnly)) throw FileError("file cannot be opened");
+  if (!regular) {
+    if (write_all(file, bytes) && force_to_disk(file.handle())) return;
+    throw FileError("device cannot be written");
+  }
   const qint64 older_size = file.size();
-  if (regular && size > older_size && !reserve(file, size)) {
-    file.resize(older_size);
-    throw FileError("no room for the file");
+  // What lies beyond the new bytes goes only when those are on the disk.
+  const QByteArray older = file.read(size);
+  if (older.size() < std::min(size, older_size)) throw FileError("file cannot be read");
+  file.seek(0);
+  if (reserve(file, size) && write_all(file, bytes) && force_to_disk(file.handle()) &&
+      file.resize(size)) {
+    force_to_disk(file.handle());
+    return;
   }
-  if (!write_all(file, bytes) || (regular && !file.resize(size)) || !force_to_disk(file.handle())) {
-    throw FileError("file cannot be written");
-  }
+  const int reason = errno;
+  file.seek(0);
+  file.write(older);
+  file.resize(older_size);
+  force_to_disk(file.handle());
+  errno = reason;
+  throw FileError("file cannot be written");
 }
 
-void WholeFile::write_fragment(std::string_view bytes) const {
+void WholeFile::discard_replacement() {
+  if (!replacement_.isOpen()) return;
+  const int reason = errno;
+  replacement_.cancelWriting();
+  replacement_.commit();  // removes it
+  errno = reason;
+}
+
+void WholeFile::write_fragment(std::string_view bytes) {
+  discard_replacement();
   QFile file(path_);
   if (file.open(unbuffered_writing | QIODevice::NewOnly)) write_all(file, bytes);
 }
 
-void write_whole_file(const QString& path, std::string_view bytes) {
-  WholeFile(path).write(bytes);
+void write_whole_file(const QString& path, std::string_view bytes, const std::stop_token& stop) {
+  WholeFile(path).write(bytes, stop);
 }

@@ -5,6 +5,7 @@
 #include <QSaveFile>
 #include <QString>
 
+#include <stop_token>
 #include <string_view>
 
 // A file that is about to be written. Until write() has succeeded nothing changes at its name.
@@ -15,22 +16,27 @@ class WholeFile {
   explicit WholeFile(const QString& path);
 
   // Makes `bytes` the contents and returns when they are on the disk. Throws FileError otherwise: a
-  // file that was there is as it was, with its permissions, and nothing else is left. Where the
-  // folder takes no new file, an older one is overwritten in place once the disk has the room.
-  // A device takes the bytes as they come.
-  void write(std::string_view bytes);
+  // file that was there is as it was, and nothing else is left. An older file is overwritten in
+  // place, once the disk has the room, where a new one could not take its place as it is: the
+  // folder takes no new file, the owner or group cannot be kept, or the file has other names (hard
+  // links). A device takes the bytes as they come.
+  // Another thread's `stop` makes it fail as long as a new file has not taken the older one's
+  // place. It removes the new one at once, for the program may end before a slow disk is done.
+  void write(std::string_view bytes, const std::stop_token& stop = {});
 
   // After write() has failed: leaves as many of `bytes` as can be written, if no file is there.
-  void write_fragment(std::string_view bytes) const;
+  void write_fragment(std::string_view bytes);
 
  private:
-  void replace(std::string_view bytes);
+  void replace(std::string_view bytes, const std::stop_token& stop);
   void overwrite(std::string_view bytes);
+  void discard_replacement();
 
   QString path_;
   // Beside the file; takes its place in the end. Not open where the file is overwritten in place.
   QSaveFile replacement_;
 };
 
-// The same in one call.
-void write_whole_file(const QString& path, std::string_view bytes);
+// The same in one call; errno then says why it failed.
+void write_whole_file(const QString& path, std::string_view bytes,
+                      const std::stop_token& stop = {});

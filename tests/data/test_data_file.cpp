@@ -193,6 +193,12 @@ class TestDataFile : public QObject {
     QVERIFY(QFile::link("/dev/full", path("full.qlx")));
     QCOMPARE(done(SaveDataFile, "full"), save_error);
     QVERIFY(file_handle_1().is_open());
+    // What could not be made leaves nothing begun in the folder.
+    file_handle_1().close();
+    User::recording.SampleCount = Recording::max_samples + 1;
+    QCOMPARE(done(SaveDataFile, "run"), save_error);
+    const auto files = QDir("/proc/self/fd").entryInfoList();
+    for (const auto& file : files) QVERIFY(!file.symLinkTarget().startsWith(path("")));
   }
 };
 
