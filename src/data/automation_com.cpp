@@ -1,9 +1,15 @@
 // Office automation on Windows: the system's own, late-bound through IDispatch.
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QUuid>
+
 #include <algorithm>
 #include <ole2.h>
 #include <string>
 
 #include "data/automation.h"
+#include "data/whole_file.h"
 
 namespace {
 
@@ -92,10 +98,12 @@ class ComObject final : public AutomationObject {
   using AutomationObject::call;
   AutomationPointer call(std::string_view member, const AutomationArguments& arguments,
                          const NamedArguments& named) override {
+    if (member == "SaveAs") return save_as(arguments, named);
     return invoke(DISPATCH_METHOD | DISPATCH_PROPERTYGET, member, arguments, named);
   }
 
  private:
+  AutomationPointer save_as(AutomationArguments arguments, NamedArguments named);
   AutomationPointer invoke(unsigned kind, std::string_view member,
                            const AutomationArguments& arguments, const NamedArguments& named);
 
@@ -129,6 +137,23 @@ AutomationPointer ComObject::invoke(unsigned kind, std::string_view member,
   if (result.vt != VT_DISPATCH || !result.pdispVal) return nullptr;
   result.pdispVal->AddRef();
   return std::make_shared<ComObject>(result.pdispVal);
+}
+
+// The application writes where it can spoil nothing, and its bytes become the file, whole or not at
+// all. It has its own file open until the document is closed, so the folder goes with the program.
+AutomationPointer ComObject::save_as(AutomationArguments arguments, NamedArguments named) {
+  static const QTemporaryDir folder;
+  AutomationValue& name = arguments.empty() ? named.at(0).value : arguments[0];
+  const QString path = std::get<QString>(name);
+  QFile own(folder.filePath(QUuid::createUuid().toString(QUuid::Id128) + u'.' +
+                            QFileInfo(path).suffix()));
+  name = QDir::toNativeSeparators(own.fileName());
+  invoke(DISPATCH_METHOD, "SaveAs", arguments, named);
+  if (!own.open(QIODevice::ReadOnly)) throw AutomationError("nothing was saved");
+  const QByteArray bytes = own.readAll();
+  if (bytes.isEmpty() || own.error() != QFile::NoError) throw AutomationError("not readable");
+  write_whole_file(path, bytes.toStdString());
+  return nullptr;
 }
 
 AutomationPointer dispatch(IUnknown* unknown) {
