@@ -1,6 +1,7 @@
 #include "print/pdf_file.h"
 
 #include "base/twips.h"
+#include "data/whole_file.h"
 #include "print/page.h"
 
 namespace {
@@ -25,9 +26,9 @@ PdfFile::~PdfFile() {
 }
 
 QPainter& PdfFile::start_document(const QString& title) {
-  file_ = std::make_unique<QSaveFile>(name_);
-  require(file_->open(QIODevice::WriteOnly), "the file cannot be written");
-  writer_ = std::make_unique<QPdfWriter>(file_.get());
+  document_.setData({});
+  document_.open(QIODevice::WriteOnly);
+  writer_ = std::make_unique<QPdfWriter>(&document_);
   writer_->setTitle(title);
   writer_->setResolution(dots_per_inch);
   writer_->setPageLayout(layout_);
@@ -48,13 +49,13 @@ void PdfFile::new_page() {
 void PdfFile::end_document() {
   const bool ended = painter_.end();
   writer_.reset();
-  require(ended && file_->commit(), "the file could not be written");
-  file_.reset();
+  document_.close();
+  require(ended, "the document could not be made");
+  write_whole_file(name_, document_.data().toStdString());
 }
 
 void PdfFile::abort_document() {
   if (painter_.isActive()) painter_.end();
   writer_.reset();
-  if (file_) file_->cancelWriting();
-  file_.reset();
+  document_.close();
 }

@@ -1,16 +1,16 @@
 // Prints into a PDF file, without a printer or a window.
 #pragma once
 
+#include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 
 #include <memory>
 
 #include "print/printout.h"
 
 // Writes each document to the same file, on A4. An older file stays until the new document is
-// complete and on the disk.
+// complete and on the disk; end_document() throws FileError when it cannot be written.
 class PdfFile final : public Printout {
  public:
   PdfFile(const QString& name, Orientation orientation);
@@ -25,7 +25,7 @@ class PdfFile final : public Printout {
  private:
   QString name_;
   QPageLayout layout_;
-  std::unique_ptr<QSaveFile> file_;
+  QBuffer document_;
   std::unique_ptr<QPdfWriter> writer_;
   QPainter painter_;
 };
