@@ -94,14 +94,14 @@ class Automation {
   virtual AutomationPointer create(std::string_view application, const GiveUp& give_up) = 0;
 
   // How far the application has come with which another thread works. Nothing where that cannot be
-  // known.
+  // known, or where the thread does not wait for the application.
   virtual std::optional<AutomationActivity> activity() const { return std::nullopt; }
   // Makes the call fail that another thread has under way, and all its later ones. An application
-  // that create() has started is ended, unless the user has had something open in it.
+  // that create() has started is ended, unless the user may have something open in it.
   virtual void give_up() {}
 
   // When the program ends: ends what create() has started and still runs, unless the user has
-  // something open in it. Returns within two seconds.
+  // something open in it. Returns within a second.
   virtual void end_own_applications() {}
 };
 

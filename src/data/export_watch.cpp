@@ -11,7 +11,10 @@ constexpr std::int64_t processor_limit_ms = 60'000;
 
 bool ExportWatch::stuck() {
   const auto activity = office_.activity();
-  if (!activity) return false;
+  if (!activity) {
+    quiet_.start();
+    return false;
+  }
   if (activity->answers != answers_ || activity->processor_ms != processor_ms_) quiet_.start();
   if (activity->answers != answers_) processor_ms_at_answer_ = activity->processor_ms;
   answers_ = activity->answers;

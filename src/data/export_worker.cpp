@@ -22,9 +22,9 @@ using std::chrono::milliseconds;
 constexpr int show_interval_ms = 30;
 constexpr int watch_interval_ms = 250;
 // For the work to stop by itself when the program ends, and to come back from an application that
-// was given up.
-constexpr milliseconds time_to_stop(1300);
-constexpr milliseconds time_to_come_back(600);
+// was given up. An application that was not given up has another second to end.
+constexpr milliseconds time_to_stop(1000);
+constexpr milliseconds time_to_come_back(500);
 
 // What is no error of the program's own (memory running out, above all) fails the export too.
 void fail_alike(const std::function<void()>& work) {

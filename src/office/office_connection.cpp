@@ -2,10 +2,12 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QScopeGuard>
 #include <QThread>
 #include <QUuid>
 
 #include <algorithm>
+#include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/bridge/BridgeFactory.hpp>
 #include <com/sun/star/bridge/XBridge.hpp>
 #include <com/sun/star/connection/Connector.hpp>
@@ -14,9 +16,11 @@
 #include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <cppuhelper/bootstrap.hxx>
+#include <cppuhelper/implbase1.hxx>
 #include <rtl/bootstrap.hxx>
 #include <unistd.h>
 
+#include "data/whole_file.h"
 #include "office/office_text.h"
 
 using css::uno::Reference;
@@ -32,7 +36,7 @@ constexpr int start_limit_ms = 60'000;
 // within this time.
 constexpr int end_limit_ms = 5'000;
 // What starts while the program ends is not ended at once: it would leave its own files behind.
-constexpr int give_up_limit_ms = 1'200;
+constexpr int give_up_limit_ms = 900;
 
 void dispose(const Reference<css::uno::XInterface>& object) {
   try {
@@ -42,6 +46,24 @@ void dispose(const Reference<css::uno::XInterface>& object) {
     // It has gone already.
   }
 }
+
+// Counts the windows that open. They are the user's: an export's document has none.
+class OpenedWindows final : public cppu::WeakImplHelper1<css::awt::XTopWindowListener> {
+ public:
+  explicit OpenedWindows(std::shared_ptr<std::atomic<int>> count) : count_(std::move(count)) {}
+
+  void SAL_CALL windowOpened(const css::lang::EventObject&) override { ++*count_; }
+  void SAL_CALL windowClosing(const css::lang::EventObject&) override {}
+  void SAL_CALL windowClosed(const css::lang::EventObject&) override {}
+  void SAL_CALL windowMinimized(const css::lang::EventObject&) override {}
+  void SAL_CALL windowNormalized(const css::lang::EventObject&) override {}
+  void SAL_CALL windowActivated(const css::lang::EventObject&) override {}
+  void SAL_CALL windowDeactivated(const css::lang::EventObject&) override {}
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  std::shared_ptr<std::atomic<int>> count_;
+};
 
 // Where the suite puts a pipe of that name.
 QString pipe_path(const QString& pipe) {
@@ -58,7 +80,7 @@ void OfficeConnection::open(const Automation::GiveUp& give_up) {
     local_ = cppu::defaultBootstrap_InitialComponentContext();
     launch();
     connect(give_up);
-    users_too_ = used_by_user();
+    if (started()) watch_windows();
   } catch (const css::uno::Exception&) {
     throw AutomationError("no connection to the office suite");
   }
@@ -80,7 +102,7 @@ void OfficeConnection::connect(const Automation::GiveUp& give_up) {
       limit = static_cast<int>(timer.elapsed()) + end_limit_ms;
     }
     if (give_up()) limit = std::min(limit, static_cast<int>(timer.elapsed()) + give_up_limit_ms);
-    if (abandoned_ || timer.hasExpired(limit)) {
+    if (abandoned_.stop_requested() || timer.hasExpired(limit)) {
       // What has just been started has nothing of the user's in it yet.
       process_.end();
       QFile::remove(pipe_path(pipe_));
@@ -118,39 +140,65 @@ Reference<css::uno::XInterface> OfficeConnection::create(const QString& service)
       UNO_QUERY_THROW);
 }
 
-bool OfficeConnection::used_by_user() const {
+void OfficeConnection::watch_windows() {
+  toolkit_ = css::awt::Toolkit::create(office_);
+// Marked as old, with nothing in its place.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+  toolkit_->addTopWindowListener(new OpenedWindows(users_windows_));
+#pragma GCC diagnostic pop
+  used_by_user();
+}
+
+bool OfficeConnection::used_by_user() {
+  int windows_before = *users_windows_;
   const auto desktop = css::frame::Desktop::create(office_);
-  return desktop->getComponents()->createEnumeration()->hasMoreElements() ||
-         desktop->getFrames()->hasElements();
+  const bool used = desktop->getComponents()->createEnumeration()->hasMoreElements() ||
+                    desktop->getFrames()->hasElements();
+  if (used) {
+    ++*users_windows_;
+  } else {
+    // Unless the user has opened one meanwhile.
+    users_windows_->compare_exchange_strong(windows_before, 0);
+  }
+  return used;
 }
 
 void OfficeConnection::quit() {
-  if (!started()) return;
-  users_too_ = used_by_user();
-  if (users_too_) return;
+  if (!started() || used_by_user()) return;
   try {
-    css::frame::Desktop::create(office_)->terminate();
+    ending_ = css::frame::Desktop::create(office_)->terminate();
   } catch (const css::lang::DisposedException&) {
     // It was faster than its answer.
+    ending_ = true;
   }
   process_.wait_for_end(end_limit_ms);
 }
 
-bool OfficeConnection::alive() const {
+void OfficeConnection::write_file(const QString& path, std::string_view bytes) {
+  writing_ = true;
+  const auto written = qScopeGuard([this] { writing_ = false; });
+  write_whole_file(path, bytes, abandoned_.get_token());
+}
+
+bool OfficeConnection::alive() {
   try {
-    return !abandoned_ && office_.is() && office_->getServiceManager().is();
+    if (abandoned_.stop_requested() || !office_.is()) return false;
+    used_by_user();
+    return true;
   } catch (const css::uno::Exception&) {
     return false;
   }
 }
 
-AutomationActivity OfficeConnection::activity() const {
-  return {.answers = answers_, .processor_ms = process_.processor_ms()};
+std::optional<AutomationActivity> OfficeConnection::activity() const {
+  if (writing_) return std::nullopt;
+  return AutomationActivity{.answers = answers_, .processor_ms = process_.processor_ms()};
 }
 
 void OfficeConnection::abandon() {
-  abandoned_ = true;
-  if (!users_too_) process_.end();
+  if (*users_windows_ == 0 && !ending_) process_.end();
+  abandoned_.request_stop();
   Reference<css::uno::XInterface> bridge;
   {
     const std::lock_guard lock(bridge_mutex_);
@@ -171,6 +219,7 @@ void OfficeConnection::withdraw_pipe() const {
 
 OfficeConnection::~OfficeConnection() {
   if (alive()) withdraw_pipe();
+  toolkit_.clear();
   office_.clear();
   dispose(bridge_);
   dispose(local_);

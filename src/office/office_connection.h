@@ -5,9 +5,13 @@
 #include <QString>
 
 #include <atomic>
+#include <com/sun/star/awt/XToolkit2.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <stop_token>
+#include <string_view>
 
 #include "data/automation.h"
 #include "office/office_process.h"
@@ -29,7 +33,7 @@ class OfficeConnection {
   // Whether the office process was started by this connection.
   bool started() const { return process_.started(); }
   // Whether it still answers.
-  bool alive() const;
+  bool alive();
 
   // An object of the office process by its service name. Throws a UNO exception.
   css::uno::Reference<css::uno::XInterface> create(const QString& service) const;
@@ -38,13 +42,17 @@ class OfficeConnection {
   // in it by now. One that ran before stays.
   void quit();
 
+  // Makes `bytes` the file `path`, as write_whole_file() does; abandon() stops it.
+  void write_file(const QString& path, std::string_view bytes);
+
   // A sign that the office process got on with what it was asked.
   void count_answer() { ++answers_; }
-  AutomationActivity activity() const;
+  // Nothing while a file is written: a slow disk is no sign of a stuck process.
+  std::optional<AutomationActivity> activity() const;
 
   // From another thread, for an office process that does not get on: the call under way fails, and
-  // so does every later one. A process that was started here is ended, unless the user has had
-  // something open in it.
+  // so does every later one. A process that was started here is ended, unless the user has opened
+  // a window in it since it last said that there was none, or it has agreed to end by itself.
   void abandon();
 
  private:
@@ -52,17 +60,25 @@ class OfficeConnection {
   void connect(const Automation::GiveUp& give_up);
   bool try_to_connect();
   void withdraw_pipe() const;
-  // Whether the user has something open in the office process.
-  bool used_by_user() const;
+  // Throws a UNO exception, as does the next.
+  void watch_windows();
+  // Asks whether the user has something open in the office process.
+  bool used_by_user();
 
   QString pipe_;
   OfficeProcess process_;
   std::atomic<std::int64_t> answers_ = 0;
-  std::atomic<bool> abandoned_ = false;
-  // As far as is known.
-  std::atomic<bool> users_too_ = false;
+  std::atomic<bool> writing_ = false;
+  std::stop_source abandoned_;
+  // Windows that the user has opened in it, as it said itself at that moment, because it cannot be
+  // asked any more when it is stuck. 0 when it has answered since that nothing is open.
+  std::shared_ptr<std::atomic<int>> users_windows_ = std::make_shared<std::atomic<int>>(0);
+  // It has agreed to end.
+  std::atomic<bool> ending_ = false;
   css::uno::Reference<css::uno::XComponentContext> local_;
   mutable std::mutex bridge_mutex_;
   css::uno::Reference<css::uno::XInterface> bridge_;
   css::uno::Reference<css::uno::XComponentContext> office_;
+  // Tells of windows as long as it is held.
+  css::uno::Reference<css::awt::XToolkit2> toolkit_;
 };

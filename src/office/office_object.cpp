@@ -8,7 +8,6 @@
 #include <cppuhelper/implbase1.hxx>
 #include <rtl/ref.hxx>
 
-#include "data/whole_file.h"
 #include "office/compound_file.h"
 #include "office/office_text.h"
 
@@ -131,7 +130,7 @@ void OfficeDocument::save(OfficeConnection& connection, const QString& path,
   property[1].Value = Any(Reference<css::io::XOutputStream>(received.get()));
   Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)->storeToURL("private:stream", how);
   if (!is_complete_compound_file(received->bytes)) throw AutomationError("an incomplete document");
-  write_whole_file(path, received->bytes);
+  connection.write_file(path, received->bytes);
 }
 
 void OfficeDocument::close() {

@@ -1,4 +1,6 @@
 // The plug-in's entry: office automation by way of LibreOffice (docs/export.md).
+#include <csignal>
+#include <functional>
 #include <future>
 #include <thread>
 
@@ -13,8 +15,16 @@ using Connection = std::shared_ptr<OfficeConnection>;
 // `started`: whether the application was started for the caller, who may then quit it.
 using MakeApplication = AutomationPointer (*)(Connection, bool started);
 
-// The suite is given this time to end when the program does.
-constexpr std::chrono::milliseconds end_limit(1000);
+// When the program ends, the suite is given this time to agree to its end, and then to be ended.
+constexpr std::chrono::milliseconds end_limit(500);
+
+// Whether `work` was done in that time. If not, it goes on in a thread that nobody waits for.
+bool done_within(std::chrono::milliseconds limit, std::function<void()> work) {
+  std::packaged_task<void()> task(std::move(work));
+  const auto done = task.get_future();
+  std::thread(std::move(task)).detach();
+  return done.wait_for(limit) == std::future_status::ready;
+}
 
 MakeApplication application_maker(std::string_view application) {
   if (application == "Excel.Application") {
@@ -41,20 +51,20 @@ class OfficeAutomation final : public Automation {
     connection->open(give_up);
     if (!connection->started()) return make(connection, false);
     keep(connection);
-    fresh_ = true;
     throw AutomationError("not running");
   }
 
   AutomationPointer create(std::string_view application, const GiveUp&) override {
     const MakeApplication make = application_maker(application);
-    Connection own = own_suite();
-    if (!own || !std::exchange(fresh_, false)) throw AutomationError("not started");
-    return make(std::move(own), true);
+    const std::lock_guard lock(mutex_);
+    if (!own_suite_ || !std::exchange(fresh_, false)) throw AutomationError("not started");
+    return make(own_suite_, true);
   }
 
   std::optional<AutomationActivity> activity() const override {
     const Connection connection = in_use();
-    return connection ? connection->activity() : AutomationActivity();
+    if (!connection) return AutomationActivity();
+    return connection->activity();
   }
 
   void give_up() override {
@@ -68,12 +78,16 @@ class OfficeAutomation final : public Automation {
     Connection own = own_suite();
     if (!own) return;
     forget(own);
-    std::packaged_task<void()> task([own] {
+    const std::weak_ptr<OfficeConnection> kept = own;
+    const bool ended = done_within(end_limit, [own = std::move(own)]() mutable {
       if (own->alive()) own->quit();
+      // Takes the pipe away from a suite that stays.
+      own.reset();
     });
-    const auto ended = task.get_future();
-    std::thread(std::move(task)).detach();
-    if (ended.wait_for(end_limit) != std::future_status::ready) own->abandon();
+    if (ended) return;
+    done_within(end_limit, [stuck = kept.lock()] {
+      if (stuck) stuck->abandon();
+    });
   }
 
  private:
@@ -92,6 +106,7 @@ class OfficeAutomation final : public Automation {
   void keep(const Connection& connection) {
     const std::lock_guard lock(mutex_);
     own_suite_ = connection;
+    fresh_ = true;
   }
   void forget(const Connection& connection) {
     const std::lock_guard lock(mutex_);
@@ -109,6 +124,9 @@ class OfficeAutomation final : public Automation {
 }  // namespace
 
 extern "C" Q_DECL_EXPORT Automation* corvane_office_automation() {
+  // A suite that goes while it is written to shall fail the export, not end the program.
+  static const auto before = std::signal(SIGPIPE, SIG_IGN);
+  static_cast<void>(before);
   // Never destroyed: an export that was left behind when the program ended may still be in it.
   static auto* automation = new OfficeAutomation;
   return automation;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int poll_interval_ms = 20;
 // What is asked to end clears its files away first, if it is not stuck.
-constexpr int end_limit_ms = 500;
+constexpr int end_limit_ms = 300;
 
 qint64 run_office(const QStringList& arguments) {
   QProcess process;
