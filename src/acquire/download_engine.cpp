@@ -88,7 +88,7 @@ bool DownloadEngine::prove_kept_blocks() {
   if (most >= kept_->samples_for_proof()) {
     const auto answer = ask_for_block(proof);
     if (!answer) return false;
-    proved = KeptBlocks::same_readings(*kept_->find(block_at(proof)), *answer);
+    proved = kept_->same_readings(*kept_->find(block_at(proof)), *answer);
   }
   if (!proved) kept_->start_over();
   return true;

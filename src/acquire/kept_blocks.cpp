@@ -9,7 +9,6 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "data/whole_file.h"
-#include "device/answer_bytes.h"
 #include "device/stored_block.h"
 
 #ifdef Q_OS_WIN
@@ -22,10 +21,6 @@ namespace {
 
 const QByteArray first_line = "Corvane: blocks of a download that was broken off, version 2";
 constexpr qint64 largest_file = 1024 * 1024;
-constexpr int answer_length = 260;
-constexpr int length_at = 2;
-constexpr int data_at = 3;
-constexpr int reading_size = 2;
 // The recorder rounds the age of its newest reading down to the second, and its answer takes time.
 constexpr double end_tolerance_s = 1.4;
 constexpr int least_certain_interval_s = 3;
@@ -48,14 +43,6 @@ bool sync(QFile& file) {
 #else
   return file.flush() && fsync(file.handle()) == 0;
 #endif
-}
-
-bool is_full(const QByteArray& answer) {
-  return byte_at(answer, 1) != 0;
-}
-
-int data_size(const QByteArray& answer) {
-  return is_full(answer) ? reading_size * readings_per_block : byte_at(answer, length_at);
 }
 
 [[noreturn]] void fail_for_system() {
@@ -110,7 +97,8 @@ bool KeptBlocks::take_line(const QByteArray& line) {
     return true;
   }
   const QByteArray answer = QByteArray::fromHex(words.back());
-  if (words.front() != "block" || words.size() != 3 || answer.size() != answer_length) return false;
+  if (words.front() != "block" || words.size() != 3 || answer.size() != block_answer_size)
+    return false;
   blocks_[words[1].toInt()] = answer;
   return true;
 }
@@ -186,25 +174,22 @@ std::optional<QByteArray> KeptBlocks::find(int block) const {
   if (end - readings_per_block < oldest) {
     // The short block at the end of the memory counts only unchanged.
     const auto kept = blocks_.find(end);
-    if (kept == blocks_.end() || is_full(kept->second)) return std::nullopt;
+    if (kept == blocks_.end() || StoredBlock(kept->second, channels_).full()) return std::nullopt;
     return kept->second;
   }
   // The newest readings come first. One block's readings may be spread over several kept blocks.
   // With three channels a block is no whole number of samples, so it counts only if it is unmoved.
-  QByteArray answer;
+  QByteArray data;
   for (int at = end; at > end - readings_per_block;) {
     const auto kept = blocks_.lower_bound(at);
-    if (kept == blocks_.end() || kept->first - readings_per_block >= at || !is_full(kept->second)) {
-      return std::nullopt;
-    }
+    if (kept == blocks_.end() || kept->first - readings_per_block >= at) return std::nullopt;
+    const StoredBlock block_there(kept->second, channels_);
+    if (!block_there.full()) return std::nullopt;
     if (readings_per_block % channels_ != 0 && kept->first != end) return std::nullopt;
-    if (answer.isEmpty()) answer = kept->second.left(data_at);
-    answer += kept->second.mid(data_at + reading_size * (kept->first - at),
-                               reading_size * (at - kept->first + readings_per_block));
+    data += block_there.data().mid(reading_size * (kept->first - at));
     at = kept->first - readings_per_block;
   }
-  answer.resize(data_at + reading_size * readings_per_block);
-  return answer;
+  return with_data(blocks_.lower_bound(end)->second, data.left(reading_size * readings_per_block));
 }
 
 int KeptBlocks::different_samples(int block) const {
@@ -213,15 +198,15 @@ int KeptBlocks::different_samples(int block) const {
   // The whole samples are at the end of the data.
   std::set<QByteArray> samples;
   const int size = reading_size * channels_;
-  for (int at = data_at + data_size(*answer) - size; at >= data_at; at -= size) {
-    samples.insert(answer->mid(at, size));
-  }
+  const QByteArray data = StoredBlock(*answer, channels_).data();
+  for (auto at = data.size() - size; at >= 0; at -= size) samples.insert(data.mid(at, size));
   return static_cast<int>(samples.size());
 }
 
-bool KeptBlocks::same_readings(const QByteArray& one, const QByteArray& other) {
-  return is_full(one) == is_full(other) &&
-         one.mid(data_at, data_size(one)) == other.mid(data_at, data_size(other));
+bool KeptBlocks::same_readings(const QByteArray& one, const QByteArray& other) const {
+  const StoredBlock kept(one, channels_);
+  const StoredBlock come(other, channels_);
+  return kept.full() == come.full() && kept.data() == come.data();
 }
 
 void KeptBlocks::remove() {

@@ -48,7 +48,7 @@ class KeptBlocks {
   // readings stay the same, or alternate, sends the same block for those places too.
   int samples_for_proof() const { return placed_by_time_ ? 4 : 1; }
   // Whether two answers have the same readings.
-  static bool same_readings(const QByteArray& one, const QByteArray& other);
+  bool same_readings(const QByteArray& one, const QByteArray& other) const;
 
   bool empty() const { return blocks_.empty(); }
   // Drops all blocks, in the file too. Throws FileError.

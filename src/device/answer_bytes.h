@@ -1,5 +1,5 @@
 // Reads the bytes of an answer (docs/protocol.md) within its bounds. Only this folder knows where
-// the fields of an answer lie; acquire/kept_blocks.cpp also knows those of a block.
+// the fields of an answer lie.
 #pragma once
 
 #include <QByteArray>

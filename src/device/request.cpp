@@ -6,6 +6,7 @@
 #include <span>
 
 #include "base/numbers.h"
+#include "device/stored_block.h"
 
 namespace {
 
@@ -48,7 +49,7 @@ Request status_request(int channels) {
 }
 
 Request block_request(int block) {
-  return make_request_for(block, {0x01, 0x01}, 260);
+  return make_request_for(block, {0x01, 0x01}, block_answer_size);
 }
 
 Request properties_request() {

@@ -7,7 +7,6 @@ namespace {
 constexpr int kind_at = 1;    // 0 marks a short block
 constexpr int length_at = 2;  // of a short block's data, in bytes
 constexpr int data_at = 3;
-constexpr int reading_size = 2;
 
 }  // namespace
 
@@ -16,6 +15,14 @@ StoredBlock::StoredBlock(const QByteArray& answer, int channels)
       channels_(channels),
       full_(byte_at(answer, kind_at) != 0),
       length_(full_ ? reading_size * readings_per_block : byte_at(answer, length_at)) {}
+
+QByteArray StoredBlock::data() const {
+  return answer_.mid(data_at, length_);
+}
+
+QByteArray with_data(const QByteArray& answer, const QByteArray& data) {
+  return answer.left(data_at) + data;
+}
 
 double StoredBlock::samples() const {
   if (full_) return samples_per_block(channels_);

@@ -11,6 +11,9 @@ class StoredBlock {
   StoredBlock(const QByteArray& answer, int channels);
 
   bool full() const { return full_; }
+  // The readings' bytes, newest sample first. Fewer than they should be where the answer ends
+  // early.
+  QByteArray data() const;
   // The number of samples that the block adds to a recording. It is not whole for a full block of
   // three channels.
   double samples() const;
@@ -27,6 +30,12 @@ class StoredBlock {
 };
 
 inline constexpr int readings_per_block = 128;
+// Bytes of a reading in a block's data, and of a whole answer with its check byte.
+inline constexpr int reading_size = 2;
+inline constexpr int block_answer_size = 260;
+
+// The answer with the data of a full block in place of its own, without a check byte.
+QByteArray with_data(const QByteArray& answer, const QByteArray& data);
 
 // The number of samples in one full block.
 constexpr double samples_per_block(int channels) {
