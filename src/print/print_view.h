@@ -5,7 +5,7 @@
 
 class Printout;
 
-// Both throw PrinterError if the printout fails, and discard the document.
+// Both throw what the Printout throws, and then discard the document.
 void print_graph(Printout& printout, const PrintedView& view);
 // Prints the first `pages` pages of the sheet, or all if there are fewer.
 void print_sheet(Printout& printout, const PrintedView& view, int pages);

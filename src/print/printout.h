@@ -8,7 +8,7 @@
 
 class QPainter;
 
-// There is no printer, or it failed; or the file could not be written.
+// There is no printer, or it failed; or a document could not be made.
 class PrinterError : public RunTimeError {
  public:
   using RunTimeError::RunTimeError;
@@ -17,7 +17,7 @@ class PrinterError : public RunTimeError {
 // The orientation codes of printers.
 enum class Orientation { portrait = 1, landscape = 2 };
 
-// Every call but abort_document() throws PrinterError if it fails.
+// A call that fails throws PrinterError, or FileError if a file cannot be written.
 class Printout {
  public:
   Printout() = default;
