@@ -1,5 +1,7 @@
 #include "data/data_file.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 
 #include "app/recording.h"
@@ -24,13 +26,13 @@ void check_slot(std::size_t slot) {
 void format_recording(const Recording& recording, FieldWriter& out) {
   out.text(recording.Title).end_line();
   out.text(recording.RecorderName).end_line();
-  out.whole(recording.ChannelCount).end_line();
+  out.integer(recording.ChannelCount).end_line();
   const int channels = recording.ChannelCount;
   for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
     check_slot(slot);
     for (std::size_t row = 0; row < 3; ++row) out.text(recording.ChannelInfo[row][slot]).end_line();
   }
-  out.whole(recording.SampleCount).end_line();
+  out.integer(recording.SampleCount).end_line();
   for (std::int32_t n = 0; n < recording.SampleCount; ++n) {
     out.text(recording.SampleTimes(n)).end_line();
     for (int slot = 0; slot < channels; ++slot) {
@@ -67,12 +69,9 @@ void write_recording(const Recording& recording, FileHandle& file) {
   FieldWriter out(recording.clamped_sample_count() *
                       (usual_text + usual_value * std::max(1, recording.clamped_channel_count())) +
                   4096);
-  try {
-    format_recording(recording, out);
-    file.write(out.bytes());
-  } catch (const RunTimeError&) {
-    // It may be all that is left of a Recording.
-    file.write_fragment(out.bytes());
-    throw;
-  }
+  // It may be all that is left of a Recording.
+  auto leave_fragment = qScopeGuard([&] { file.write_fragment(out.bytes()); });
+  format_recording(recording, out);
+  file.write(out.bytes());
+  leave_fragment.dismiss();
 }

@@ -1,6 +1,7 @@
 #include "data/export_command.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QString>
 
 #include <deque>
@@ -48,13 +49,10 @@ void export_as_text(Shell& shell, const QString& name) {
   shell.set_panel(1, text_panel);
   FileHandle& file = file_handle_2();
   file.open_for_writing(with_extension(name, QStringLiteral(".txt")));
-  try {
-    write_text_export(User::recording, file);
-  } catch (const RunTimeError&) {
-    // The next export shall find the handle free.
-    skip_on_error([&] { file.close(); });
-    throw;
-  }
+  // The next export must find the handle free.
+  auto close = qScopeGuard([&] { skip_on_error([&] { file.close(); }); });
+  write_text_export(User::recording, file);
+  close.dismiss();
   file.close();
   text_failed = false;
   shell.set_panel(1, office_panel());

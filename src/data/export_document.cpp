@@ -1,5 +1,6 @@
 #include "data/export_document.h"
 
+#include <QScopeGuard>
 #include <QStringList>
 
 #include <algorithm>
@@ -71,19 +72,18 @@ void export_document(Automation& office, const Recording& recording, const QStri
                      ExportProgress& progress) {
   const OfficeApplication word_processor = running_or_new(office, "Word.Application", progress);
   AutomationPointer document;
-  try {
-    progress.reach(1);
-    document = word_processor->get("Documents")->call("Add");
-    if (!document) throw AutomationError("no document was added");
-    fill(*word_processor.object, *document, recording, progress);
-    document->call("SaveAs", {path});
-  } catch (const RunTimeError&) {
-    // What the user has in a running word processor stays untouched.
+  // What the user has in a running word processor stays untouched.
+  auto undo = qScopeGuard([&] {
     if (document) {
       skip_on_error([&] { document->call("Close", {}, {{"SaveChanges", do_not_save_changes}}); });
     }
     if (word_processor.created) skip_on_error([&] { word_processor->call("Quit"); });
-    throw;
-  }
+  });
+  progress.reach(1);
+  document = word_processor->get("Documents")->call("Add");
+  if (!document) throw AutomationError("no document was added");
+  fill(*word_processor.object, *document, recording, progress);
+  document->call("SaveAs", {path});
+  undo.dismiss();
   word_processor->call("Quit");
 }

@@ -30,7 +30,7 @@ class ExportProgress {
     reach(start + static_cast<int>(static_cast<long long>(99 - start) * done / total));
   }
   // What was reached since the last call, so that none is passed over however short it stood.
-  std::vector<int> take_reached() {
+  std::vector<int> newly_reached() {
     const std::lock_guard lock(mutex_);
     return std::exchange(reached_, {});
   }

@@ -1,5 +1,6 @@
 #include "data/export_workbook.h"
 
+#include <QScopeGuard>
 #include <QStringList>
 
 #include <algorithm>
@@ -197,13 +198,12 @@ void export_workbook(Automation& office, const Recording& recording, const QStri
   progress.reach(1);
   const AutomationPointer workbook = spreadsheet->get("Workbooks")->call("Add", {one_worksheet});
   if (!workbook) throw AutomationError("no workbook was added");
-  try {
-    WorkbookExport(*workbook, recording, progress).fill();
-    workbook->call("SaveAs", {}, {{"filename", path}, {"ConflictResolution", keep_own_changes}});
-  } catch (const RunTimeError&) {
-    // Not left behind unseen in an application that goes on running.
+  // An application that goes on running must not keep the workbook, unseen.
+  auto undo = qScopeGuard([&] {
     skip_on_error([&] { workbook->call("close", {}, {{"SaveChanges", 0.0}}); });
-    throw;
-  }
+  });
+  WorkbookExport(*workbook, recording, progress).fill();
+  workbook->call("SaveAs", {}, {{"filename", path}, {"ConflictResolution", keep_own_changes}});
+  undo.dismiss();
   workbook->call("close");
 }

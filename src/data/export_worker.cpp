@@ -26,8 +26,8 @@ constexpr int watch_interval_ms = 250;
 constexpr milliseconds time_to_stop(1000);
 constexpr milliseconds time_to_come_back(500);
 
-// What is no error of the program's own (memory running out, above all) fails the export too.
-void fail_alike(const std::function<void()>& work) {
+// An exception that is not the program's own (memory running out, above all) fails the export too.
+void with_run_time_errors_only(const std::function<void()>& work) {
   try {
     work();
   } catch (const RunTimeError&) {
@@ -42,7 +42,7 @@ class Export {
   Export(Shell& shell, Automation& office, std::function<void(ExportProgress&)> work)
       : shell_(shell), office_(office), watch_(office) {
     std::packaged_task<bool()> task([progress = progress_, work = std::move(work)] {
-      return stop_at_first_failure([&] { fail_alike([&] { work(*progress); }); });
+      return stop_at_first_failure([&] { with_run_time_errors_only([&] { work(*progress); }); });
     });
     result_ = task.get_future();
     thread_ = std::thread(std::move(task));
@@ -76,7 +76,7 @@ class Export {
     return result_.wait_for(time) == std::future_status::ready;
   }
   void show() {
-    for (const int percent : progress_->take_reached()) {
+    for (const int percent : progress_->newly_reached()) {
       shell_.set_progress(percent, QString::number(percent) + u'%');
     }
   }

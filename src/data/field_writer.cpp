@@ -50,7 +50,7 @@ FieldWriter& FieldWriter::text(QStringView text) {
   return *this;
 }
 
-FieldWriter& FieldWriter::whole(std::int32_t value) {
+FieldWriter& FieldWriter::integer(std::int32_t value) {
   char* const out = start_field(whole_size);
   at_ = std::to_chars(out, out + whole_size, value).ptr;
   return *this;

@@ -20,7 +20,7 @@ class FieldWriter {
   // A text between double quotes in the system's 8-bit encoding; a double quote inside it is
   // doubled.
   FieldWriter& text(QStringView text);
-  FieldWriter& whole(std::int32_t value);
+  FieldWriter& integer(std::int32_t value);
   // The shortest decimal form that reads back as the same 32-bit float.
   FieldWriter& real(float value) {
     at_ = write_shortest_float(start_field(shortest_float_size), value);

@@ -70,7 +70,7 @@ void no_member(std::string_view member) {
   throw AutomationError("no member " + std::string(member));
 }
 
-int whole(const AutomationArguments& arguments, std::size_t n) {
+int integer_argument(const AutomationArguments& arguments, std::size_t n) {
   if (n >= arguments.size()) throw AutomationError("argument missing");
   return static_cast<int>(number(arguments[n]));
 }

@@ -41,7 +41,7 @@ class OfficeObject : public AutomationObject {
 
 // Argument n as a whole number, or any value as a number or text. Throw AutomationError when it is
 // missing or something else.
-int whole(const AutomationArguments& arguments, std::size_t n);
+int integer_argument(const AutomationArguments& arguments, std::size_t n);
 double number(const AutomationValue& value);
 const QString& text(const AutomationValue& value);
 

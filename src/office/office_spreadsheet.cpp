@@ -86,8 +86,8 @@ class Cells final : public OfficeObject {
   AutomationPointer get_member(std::string_view member,
                                const AutomationArguments& arguments) override {
     if (member != "Resize") no_member(member);
-    return std::make_shared<Cells>(connection(), sheet_, row_, column_, whole(arguments, 0),
-                                   whole(arguments, 1));
+    return std::make_shared<Cells>(connection(), sheet_, row_, column_,
+                                   integer_argument(arguments, 0), integer_argument(arguments, 1));
   }
 
   void put_member(std::string_view member, const AutomationArguments&,
@@ -135,8 +135,8 @@ class Worksheet final : public OfficeObject {
   AutomationPointer get_member(std::string_view member,
                                const AutomationArguments& arguments) override {
     if (member == "Cells") {
-      return std::make_shared<Cells>(connection(), sheet_, whole(arguments, 0), whole(arguments, 1),
-                                     1, 1);
+      return std::make_shared<Cells>(connection(), sheet_, integer_argument(arguments, 0),
+                                     integer_argument(arguments, 1), 1, 1);
     }
     if (member == "PageSetup") {
       rtl::OUString page;
@@ -151,7 +151,7 @@ class Worksheet final : public OfficeObject {
     return std::make_shared<Column>(
         connection(), document_,
         Reference<css::beans::XPropertySet>(
-            range->getColumns()->getByIndex(whole(arguments, 0) - 1), UNO_QUERY_THROW));
+            range->getColumns()->getByIndex(integer_argument(arguments, 0) - 1), UNO_QUERY_THROW));
   }
 
   // A text stays a text, also where it looks like a number, a date or a formula.
@@ -159,7 +159,8 @@ class Worksheet final : public OfficeObject {
                   const AutomationValue& value) override {
     if (member == "Name") return named()->setName(to_uno(text(value)));
     if (member != "Cells") no_member(member);
-    const auto cell = sheet_->getCellByPosition(whole(arguments, 1) - 1, whole(arguments, 0) - 1);
+    const auto cell = sheet_->getCellByPosition(integer_argument(arguments, 1) - 1,
+                                                integer_argument(arguments, 0) - 1);
     Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->setString(to_uno(text(value)));
   }
 
@@ -217,7 +218,7 @@ class Workbook final : public OfficeObject {
     const Reference<css::container::XIndexAccess> sheets(sheets_of(*document_), UNO_QUERY_THROW);
     return std::make_shared<Worksheet>(
         connection(), document_,
-        SheetReference(sheets->getByIndex(whole(arguments, 0) - 1), UNO_QUERY_THROW));
+        SheetReference(sheets->getByIndex(integer_argument(arguments, 0) - 1), UNO_QUERY_THROW));
   }
 
   // "ConflictResolution" is about workbooks that several users share, which these never are.
