@@ -113,6 +113,8 @@ bool Download::read_properties() {
   ask_window();
   // Without a recording channel there is nothing to divide the readings among.
   if (properties->readings_held == 0 || header_.channels.empty()) {
+    // Polling stays off, so what the panel says of the link would only grow older.
+    shell_.set_panel(2, {});
     shell_.messages().show(QStringLiteral("No Data"));
     return false;
   }

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
@@ -92,6 +93,9 @@ void frmmdi::build() {
 
 void frmmdi::build_shortcuts() {
   qApp->installEventFilter(new EveryWindow(this));
+  auto* menus = new QShortcut(Qt::Key_F10, this);
+  connect(menus, &QShortcut::activated, this,
+          [bar = menuBar()] { bar->setActiveAction(bar->actions().constFirst()); });
   // Where it is the system's own key for that, the child windows have it already; a second one
   // would make it ambiguous.
   const QKeySequence close_key(Qt::CTRL | Qt::Key_F4);
@@ -252,11 +256,8 @@ void frmmdi::enable_data_commands(bool enabled) {
 // The caption stays the program's title; desktops show the path in their own way.
 void frmmdi::set_recording_file(const QString& path) {
   setWindowFilePath(path);
-  const QString tip = plain_tool_tip(QDir::toNativeSeparators(path));
-  Sts1[0]->setToolTip(tip);
-  if (QWidget* window = display_.data()) {
-    if (auto* frame = qobject_cast<QMdiSubWindow*>(window->parentWidget())) frame->setToolTip(tip);
-  }
+  Sts1[0]->setToolTip(plain_tool_tip(QDir::toNativeSeparators(path)));
+  if (display_) show_file_of(*display_);
 }
 
 void frmmdi::enable_recorder_command(const QString& name, int button, bool enabled) {

@@ -99,6 +99,7 @@ class frmmdi final : public QMainWindow, public Shell {
   void Quit_Click();
   // The window in its frame in the middle of the main window, maximised and in front.
   void show_child(ChildWindow& child);
+  void show_file_of(ChildWindow& display);
   // Takes the frame around an unloaded window away.
   void release_child(ChildWindow& child);
 

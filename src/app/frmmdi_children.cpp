@@ -122,12 +122,19 @@ void frmmdi::unload_display() {
   if (display_) display_->unload();
 }
 
+// The file's name for the Historical Data window's frame, if it is shown.
+void frmmdi::show_file_of(ChildWindow& display) {
+  auto* frame = qobject_cast<QMdiSubWindow*>(display.parentWidget());
+  if (frame) frame->setToolTip(Sts1[0]->toolTip());
+}
+
 void frmmdi::show_child(ChildWindow& child) {
   if (shutting_down_) return;
   auto* frame = qobject_cast<QMdiSubWindow*>(child.parentWidget());
   if (!frame) {
     frame = area_->addSubWindow(&child);
     frame->setWindowIcon(windowIcon());
+    if (display_ == &child) show_file_of(child);
   }
   child.show();
   frame->showMaximized();

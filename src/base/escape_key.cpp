@@ -13,7 +13,9 @@ EscapeKey::EscapeKey(std::function<void()> pressed) : pressed_(std::move(pressed
 bool EscapeKey::eventFilter(QObject* watched, QEvent* event) {
   const bool escape = event->type() == QEvent::KeyPress &&
                       static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape;
-  if (!escape || QApplication::activeModalWidget() || QApplication::activePopupWidget()) {
+  const QWidget* focus = QApplication::focusWidget();
+  if (!escape || QApplication::activeModalWidget() || QApplication::activePopupWidget() ||
+      (focus && focus->property(takes_escape).toBool())) {
     return QObject::eventFilter(watched, event);
   }
   pressed_();

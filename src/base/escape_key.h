@@ -1,9 +1,12 @@
-// While it lives, calls a function when Escape is pressed. An open dialog or menu keeps the key.
+// While it lives, calls a function when Escape is pressed. An open dialog or menu keeps the key,
+// and so does the widget with the focus if its property `takes_escape` is true.
 #pragma once
 
 #include <QObject>
 
 #include <functional>
+
+inline constexpr const char* takes_escape = "takes_escape";
 
 class EscapeKey final : public QObject {
   Q_OBJECT

@@ -15,6 +15,14 @@ QKeySequence with_alt(QChar letter) {
   return QKeySequence(QStringLiteral("Alt+") + letter.toUpper());
 }
 
+// Alt and the letter move the focus to `field` while `seen` is visible.
+void lead_to(QWidget& field, QChar letter, QWidget& seen) {
+  auto* shortcut = new QShortcut(with_alt(letter), &seen);
+  field.setAccessibleDescription(shortcut->key().toString());
+  QObject::connect(shortcut, &QShortcut::activated, &field,
+                   [&field] { field.setFocus(Qt::ShortcutFocusReason); });
+}
+
 // The caption with "&" before the widget's letter, as styles expect it; unchanged without a letter.
 QString marked(const QString& caption, const QWidget* widget) {
   const QChar letter = widget ? widget->property(letter_property).toChar() : QChar();
@@ -31,11 +39,12 @@ void give_letter(QAbstractButton& button, QChar letter) {
 
 void give_letter(QLabel& label, QChar letter) {
   label.setProperty(letter_property, letter);
-  auto* shortcut = new QShortcut(with_alt(letter), &label);
-  QWidget* buddy = label.buddy();
-  buddy->setAccessibleDescription(shortcut->key().toString());
-  QObject::connect(shortcut, &QShortcut::activated, buddy,
-                   [buddy] { buddy->setFocus(Qt::ShortcutFocusReason); });
+  lead_to(*label.buddy(), letter, label);
+}
+
+void give_letter(QWidget& field, QChar letter) {
+  lead_to(field, letter, field);
+  field.setToolTip(field.accessibleDescription());
 }
 
 void give_digits(QTabWidget& tabs) {

@@ -14,6 +14,10 @@ void give_letter(QAbstractButton& button, QChar letter);
 // Alt and the letter move the focus to the label's buddy while the label is visible.
 void give_letter(QLabel& label, QChar letter);
 
+// Alt and the letter move the focus to a field that has no caption to show the letter; its tool tip
+// says it.
+void give_letter(QWidget& field, QChar letter);
+
 // Alt and the last character of a tab's text open the tab: Alt+0 opens "Tab 0".
 void give_digits(QTabWidget& tabs);
 

@@ -28,14 +28,15 @@ void open_recording(Shell& shell, const QString& path) {
   shell.set_panel(1, {});
 }
 
+void open_if_there(Shell& shell, const QString& name, const QString& path) {
+  if (!file_exists(name)) return shell.messages().show(QStringLiteral("File Lose"));
+  open_recording(shell, path);
+}
+
 void open_data_file(Shell& shell) {
   const QString name = choose_file_to_open(shell, filter, QStringLiteral("Open File"));
   if (name.isEmpty()) return;
-  if (!file_exists(name)) {
-    shell.messages().show(QStringLiteral("File Lose"));
-    return;
-  }
-  open_recording(shell, with_extension(name, extension));
+  open_if_there(shell, name, with_extension(name, extension));
 }
 
 void save_data_file(Shell& shell) {
@@ -69,7 +70,7 @@ void OpenDataFile(Shell& shell) {
 }
 
 void OpenDroppedFile(Shell& shell, const QString& path) {
-  or_error_path([&] { open_recording(shell, path); }, [&] { tell_read_error(shell); });
+  or_error_path([&] { open_if_there(shell, path, path); }, [&] { tell_read_error(shell); });
 }
 
 void SaveDataFile(Shell& shell) {

@@ -26,9 +26,9 @@ namespace {
 constexpr int searched_ports = 8;
 
 // A line of the tool tip: the device of a port and, if it cannot be opened, the reason.
-QString port_line(int number, const QStringList& system_ports) {
+QString port_line(int number, const QStringList& system_ports, const QSet<QString>& in_use) {
   const QString device = serial_device(number, program_folder(), system_ports);
-  return QStringLiteral("COM%1: %2").arg(number).arg(port_text(device));
+  return QStringLiteral("COM%1: %2").arg(QString::number(number), port_text(device, in_use));
 }
 
 }  // namespace
@@ -100,8 +100,9 @@ void frmport::Form_Load() {
   if (Combo1->count() == 0) tell_no_types();
   QStringList lines;
   const QStringList system_ports = system_serial_ports();
+  const QSet<QString> in_use = devices_open_elsewhere();
   for (int number = 1; number <= searched_ports; ++number) {
-    lines << port_line(number, system_ports);
+    lines << port_line(number, system_ports, in_use);
     if (number <= 4) {
       Option1[static_cast<std::size_t>(number) - 1]->setToolTip(plain_tool_tip(lines.back()));
     }

@@ -57,8 +57,8 @@ class PortShown {
 bool probe(const LinkCommand& command, int number) {
   SerialPort& port = command.shell.MSComm1();
   skip_on_error([&] { port.set_port_number(number); });
-  skip_on_error([&] { port.open(); });
   const PortShown shown(command.shell, port.port_number());
+  skip_on_error([&] { port.open(); });
   if (User::DeviceTable.channel_count_or_none(User::RecorderType) == 0) return false;
   return Packet::request(Packet::BuildStatusRequest, {}, [&] { return command.abandoned(); })
              .has_value() &&

@@ -16,7 +16,10 @@ QString serial_device(int number, const QString& folder, const QStringList& syst
   return QStringLiteral("COM%1").arg(number);
 #else
   const QFileInfo link(QStringLiteral("%1/com%2").arg(folder).arg(number));
-  if (link.isSymLink()) return link.canonicalFilePath();
+  if (link.isSymLink()) {
+    const QString device = link.canonicalFilePath();
+    return device.isEmpty() ? link.symLinkTarget() : device;
+  }
   QStringList sorted = system_ports;
   QCollator natural{QLocale(QLocale::English)};  // the C locale knows no numeric order
   natural.setNumericMode(true);

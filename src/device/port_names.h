@@ -6,8 +6,8 @@
 #include <QStringList>
 
 // The device of port `number` (1 for COM1): "COMn" on Windows; elsewhere the target of the symbolic
-// link "comN" in `folder` if there is such a link, else the n-th of `system_ports` in natural order
-// of the names. Empty if there is no such device.
+// link "comN" in `folder` if there is such a link, whether the target exists or not, else the n-th
+// of `system_ports` in natural order of the names. Empty if there is no such device.
 QString serial_device(int number, const QString& folder, const QStringList& system_ports);
 
 // The serial ports that the system lists, except those without hardware.

@@ -30,32 +30,35 @@ QString lock_text(const QString& device) {
   return ours ? QString() : QStringLiteral(" is locked by the left-over file ") + file.fileName();
 }
 
+#endif
+
+}  // namespace
+
 // Looks at this user's processes only; those of others do not show what they have open.
-bool is_open_elsewhere(const QString& device) {
+QSet<QString> devices_open_elsewhere() {
+  QSet<QString> all;
+#ifdef Q_OS_UNIX
   const auto processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
   for (const QString& process : processes) {
     const int number = process.toInt();
     if (number <= 0 || number == ::getpid()) continue;
-    bool has_device = false;
+    QSet<QString> devices;
     // The process that made a pseudo-terminal keeps both ends open: it is the recorder, no rival.
     bool made_it = false;
     const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(process));
     const auto names = descriptors.entryList(QDir::Files | QDir::System);
     for (const QString& name : names) {
       const QString target = QFile::symLinkTarget(descriptors.filePath(name));
-      has_device = has_device || target == device;
+      if (target.startsWith(QStringLiteral("/dev/"))) devices << target;
       made_it = made_it || target.endsWith(QStringLiteral("/ptmx"));
     }
-    if (has_device && !made_it) return true;
+    if (!made_it) all |= devices;
   }
-  return false;
+#endif
+  return all;
 }
 
-#endif
-
-}  // namespace
-
-QString port_text(const QString& device) {
+QString port_text(const QString& device, const QSet<QString>& open_elsewhere) {
   if (device.isEmpty()) return QStringLiteral("no such port");
 #ifdef Q_OS_UNIX
   if (!QFileInfo::exists(device)) return device + QStringLiteral(" is missing");
@@ -64,7 +67,7 @@ QString port_text(const QString& device) {
            QFileInfo(device).group();
   }
   if (const QString lock = lock_text(device); !lock.isEmpty()) return device + lock;
-  if (is_open_elsewhere(device)) return device + in_use;
+  if (open_elsewhere.contains(device)) return device + in_use;
 #endif
   return device;
 }

@@ -98,15 +98,15 @@ void Frmwarn::Command1_Click() {
   or_error_path([this] { store(); }, [this] { refuse(); });
 }
 
-// Afterwards the first text that was refused is at hand, where its channel is not automatic.
+// Afterwards the first text that was refused is at hand, or the box that lets it be edited.
 void Frmwarn::refuse() {
   messages_.show(QStringLiteral("Input Error,Please Retry"));
   for (std::size_t i = 0; i < Text1.size(); ++i) {
     if (float_of(Text1[i]->text())) continue;
     SSTab1->setCurrentIndex(static_cast<int>(i / 2));
+    if (!Text1[i]->isEnabled()) return Check1[i / 2]->setFocus();
     Text1[i]->setFocus();
-    Text1[i]->selectAll();
-    return;
+    return Text1[i]->selectAll();
   }
 }
 

@@ -47,9 +47,7 @@ frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), s
   connect(setup_->Command4, &QPushButton::clicked, this, &frmrealtime::Command4_Click);
   connect(setup_, &SetupPane::limits_changed, live_, &LivePane::show_readings);
   const RecorderUse& use = Packet::recorder().use;
-  const auto show_set_up = [this, &use] {
-    setup_->Command4->setEnabled(use.free_for(RecorderTask::set_up));
-  };
+  const auto show_set_up = [this, &use] { setup_->offer_set(use.free_for(RecorderTask::set_up)); };
   connect(&use, &RecorderUse::changed, this, show_set_up);
   show_set_up();
   // Later, when the task that has ended has left its handler.
@@ -109,6 +107,7 @@ void frmrealtime::apply_online_settings() {
   const bool polls = User::OnlineRefresh || User::OnlineRecord;
   if (polls) live_->Timer1->set_interval(QTime(0, 0).msecsTo(User::OnlineInterval));
   live_->Timer1->set_enabled(polls);
+  if (!polls) shell_.set_panel(2, {});
   live_->clear_sheet();
 }
 
@@ -138,8 +137,10 @@ bool frmrealtime::write_recorder(const RecorderSession& session, const PatternSe
 }
 
 void frmrealtime::tell_failure() {
+  const KeepAlive kept(*this);
   shell_.set_panel(2, {});
   shell_.messages().show(QStringLiteral("Setting is Failed"));
+  if (!kept.unloaded()) setup_->show_refused();
 }
 
 // "Properties Set". The question is asked without the recorder: another task can take it while the
@@ -160,8 +161,9 @@ void frmrealtime::set_properties(const RecorderSession& session) {
   const auto settings = setup_->encode_typed(shell_.clock().now());
   if (!settings) {
     shell_.messages().show(QStringLiteral("Input Error ，Please Retry"));
-    if (!session.ended()) restart_polling();
-    return;
+    if (session.ended()) return;
+    setup_->show_refused();
+    return restart_polling();
   }
   if (!write_recorder(session, *settings)) return;
   shell_.clock().sleep(pause_before_reading_back_ms);

@@ -11,6 +11,7 @@
 #include "base/errors.h"
 #include "base/numbers.h"
 #include "base/program_folder.h"
+#include "base/slider_keys.h"
 #include "base/spoken.h"
 #include "base/times.h"
 #include "device/status.h"
@@ -43,6 +44,7 @@ LivePane::LivePane(Shell& shell, ChildWindow& window, const SetupPane& setup)
 void LivePane::Timer1_Timer() {
   const RecorderSession session(window_, shell_, RecorderTask::poll);
   if (!session.granted()) return;
+  const bool polls = Timer1->enabled();
   const auto answer = session.request(Packet::BuildStatusRequest, live_retries);
   if (session.ended()) return;
   if (answer) {
@@ -51,6 +53,8 @@ void LivePane::Timer1_Timer() {
     monitor_.count_missed();
   }
   show_stale();
+  // A command inside the wait has switched the polling off, and emptied the panel.
+  if (polls && !Timer1->enabled()) return;
   shell_.set_panel(2,
                    monitor_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
 }
@@ -85,9 +89,11 @@ void LivePane::tell_alarm() {
   if (!alarms_in_sight()) mark_alarms(true);
 }
 
-// Nothing covers the sheet, and somebody works at the program.
+// Nothing covers the sheet's newest row, and somebody works at the program.
 bool LivePane::alarms_in_sight() const {
-  return isActiveWindow() && !MSFlG2->visibleRegion().isEmpty();
+  const QAbstractItemModel& sheet = *MSFlG2->model();
+  const QRect newest = MSFlG2->visualRect(sheet.index(sheet.rowCount() - 1, 0));
+  return isActiveWindow() && MSFlG2->viewport()->visibleRegion().intersects(newest);
 }
 
 void LivePane::mark_alarms(bool unseen) {
@@ -99,6 +105,8 @@ void LivePane::mark_alarms(bool unseen) {
 }
 
 bool LivePane::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == Slider1)
+    return step_slider(*Slider1, *event, Slider1->value(), Slider1->pageStep());
   if (event->type() == QEvent::Paint && alarms_in_sight()) mark_alarms(false);
   return QWidget::eventFilter(watched, event);
 }
@@ -106,6 +114,10 @@ bool LivePane::eventFilter(QObject* watched, QEvent* event) {
 void LivePane::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::ActivationChange && alarms_in_sight()) mark_alarms(false);
+  if (event->type() != QEvent::PaletteChange) return;
+  for (QLabel* label : findChildren<QLabel*>()) {
+    if (label->font().bold()) colour_alarm(*label);
+  }
 }
 
 std::array<AlarmLimits, 4> LivePane::typed_limits() const {
@@ -194,14 +206,17 @@ void LivePane::show_alarm(QLabel& label, bool alarmed) {
   if (font.bold() == alarmed) return;
   font.setBold(alarmed);
   label.setFont(font);
+  if (alarmed) return colour_alarm(label);
+  label.setPalette({});
+}
+
+void LivePane::colour_alarm(QLabel& label) {
   QPalette palette;
-  if (alarmed) {
-    const std::array behind = {palette.color(QPalette::Window)};
-    const QColor text = palette.color(QPalette::WindowText);
-    const QColor red = readable_colour(QColor(216, 0, 0), text, behind);
-    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-      palette.setColor(group, QPalette::WindowText, red);
-    }
+  const std::array behind = {palette.color(QPalette::Window)};
+  const QColor text = palette.color(QPalette::WindowText);
+  const QColor red = readable_colour(QColor(216, 0, 0), text, behind);
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    palette.setColor(group, QPalette::WindowText, red);
   }
   label.setPalette(palette);
 }

@@ -91,6 +91,7 @@ class LivePane final : public QWidget {
   void save_automatically();
   void tell_saved(const QString& text, bool failed);
   static void show_alarm(QLabel& label, bool alarmed);
+  static void colour_alarm(QLabel& label);
   std::optional<int> cursor_slot() const;
   void place_cursor();
   void place_cursor_label(QLabel& label, double cursor) const;

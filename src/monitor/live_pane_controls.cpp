@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QVBoxLayout>
 
+#include "base/eliding_label.h"
 #include "monitor/channel_status.h"
 #include "monitor/following_table.h"
 #include "monitor/live_graph.h"
@@ -20,8 +21,9 @@ QString element(const char* name, int index) {
 }
 
 // Texts of recorders and device files are never read as markup.
-QLabel* text_label(const QString& name, QWidget* parent) {
-  auto* label = new QLabel(parent);
+template <class Label = QLabel>
+Label* text_label(const QString& name, QWidget* parent) {
+  auto* label = new Label(parent);
   label->setObjectName(name);
   label->setTextFormat(Qt::PlainText);
   return label;
@@ -44,7 +46,7 @@ void LivePane::build() {
   all->setSpacing(4);
   all->addWidget(build_readings());
   all->addWidget(build_tabs(), 1);
-  saved_label = text_label(QStringLiteral("saved_label"), this);
+  saved_label = text_label<ElidingLabel>(QStringLiteral("saved_label"), this);
   saved_label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   saved_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   saved_label->hide();
@@ -59,12 +61,11 @@ QWidget* LivePane::build_readings() {
   grid->setVerticalSpacing(1);
   for (int which = 0; which < labels_per_channel; ++which) {
     auto* caption = new QLabel(channel_captions()[static_cast<std::size_t>(which)], box);
-    caption->setForegroundRole(QPalette::PlaceholderText);
     grid->addWidget(caption, 0, which);
     grid->setColumnStretch(which, which == name_label || which == last_alarm_label ? 2 : 1);
     for (int c = 0; c < channel_count; ++c) {
       const int index = labels_per_channel * c + which;
-      QLabel* label = text_label(element("Label4", index), box);
+      QLabel* label = text_label<ElidingLabel>(element("Label4", index), box);
       // A new text must not move its neighbours.
       label->setMinimumWidth(1);
       label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -72,7 +73,7 @@ QWidget* LivePane::build_readings() {
       Label4[static_cast<std::size_t>(index)] = label;
     }
   }
-  stale_label = text_label(QStringLiteral("stale_label"), box);
+  stale_label = text_label<ElidingLabel>(QStringLiteral("stale_label"), box);
   stale_label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   stale_label->hide();
   grid->addWidget(stale_label, channel_count + 1, 0, 1, labels_per_channel);
@@ -129,6 +130,7 @@ QWidget* LivePane::build_graph_page() {
   Slider1->setObjectName(QStringLiteral("Slider1"));
   Slider1->setAccessibleName(QStringLiteral("Position of the graph"));
   Slider1->setRange(0, 100);
+  Slider1->installEventFilter(this);
   connect(Slider1, &QSlider::valueChanged, this, &LivePane::RedrawGraph);
   auto* below = new QHBoxLayout;
   below->setSpacing(8);
@@ -169,7 +171,7 @@ QLayout* LivePane::build_legend(QWidget* page) {
     line->setPalette(colours);
     line->setAutoFillBackground(true);
     Line1[channel] = line;
-    Label3[channel] = text_label(element("Label3", c), page);
+    Label3[channel] = text_label<ElidingLabel>(element("Label3", c), page);
     legend->addWidget(line);
     legend->addWidget(Label3[channel]);
     legend->addSpacing(12);

@@ -90,11 +90,15 @@ void LivePane::place_cursor() {
   Label5->move(Label5->x(), Pic1->height() - Label5->height() - Label7->y());
 }
 
-// No wider than what it is moved by at the graph's right edge, so that it stays whole there.
+// No wider than what it is moved by at the graph's right edge, so that it stays whole there; a
+// larger font needs more, and the label then stands where the graph has room for it.
 void LivePane::place_cursor_label(QLabel& label, double cursor) const {
-  const int width = static_cast<int>(cursor_label_twips / twips_per_pixel);
+  const int usual = static_cast<int>(cursor_label_twips / twips_per_pixel);
+  const int width = std::max(usual, label.minimumSizeHint().width());
   label.resize(width, label.heightForWidth(width));
-  const double left = cursor_label_left(cursor, cursor_label_twips, Pic1->twips_width());
-  const long beside = std::lround((left - cursor) / twips_per_pixel);
-  label.move(Line2->x() + static_cast<int>(beside), cursor_label_margin);
+  const double left =
+      cursor_label_left(cursor, width * double{twips_per_pixel}, Pic1->twips_width());
+  const int beside = static_cast<int>(std::lround((left - cursor) / twips_per_pixel));
+  label.move(std::max(0, std::min(Line2->x() + beside, Pic1->width() - width)),
+             cursor_label_margin);
 }

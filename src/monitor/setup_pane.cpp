@@ -1,9 +1,13 @@
 #include "monitor/setup_pane.h"
 
+#include <QEvent>
+
 #include "app/user.h"
 #include "base/errors.h"
 #include "base/message_box.h"
 #include "base/numbers.h"
+#include "base/read_only.h"
+#include "base/tool_tip.h"
 #include "device/limits.h"
 #include "device/pattern.h"
 #include "device/properties.h"
@@ -24,10 +28,30 @@ QString limits_error(int channel, const QString& up, const QString& down) {
   return {};
 }
 
+// A limit of a channel that the recorder does not have is not used.
+bool is_used(std::size_t limit) {
+  const int channels = live_channels(User::DeviceTable, User::RecorderType).count;
+  return static_cast<int>(limit / 2) < channels;
+}
+
+bool can_be_sent(const QString& limit) {
+  int word = -1;
+  const bool number = stop_at_first_failure([&] { word = encode_limit(limit); });
+  return number && word >= 0 && word <= 65535;
+}
+
 }  // namespace
 
 SetupPane::SetupPane(MessageBox& messages, QWidget* parent) : QWidget(parent), messages_(messages) {
   build();
+}
+
+void SetupPane::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange) return;
+  for (QLineEdit* box : findChildren<QLineEdit*>()) {
+    if (box->isReadOnly()) look_read_only(*box);
+  }
 }
 
 std::vector<int> SetupPane::recorded_channels() const {
@@ -44,6 +68,14 @@ LimitTexts SetupPane::limits(std::size_t channel) const {
 
 void SetupPane::show_type() {
   Text5->setText(User::DeviceTable.type_name(User::RecorderType));
+  const LiveChannels channels = live_channels(User::DeviceTable, User::RecorderType);
+  for (int c = 0; c < SSTab1->count(); ++c) {
+    const QString& name = channels.names[static_cast<std::size_t>(c)];
+    SSTab1->setTabToolTip(
+        c, c < channels.count
+               ? plain_tool_tip(QStringLiteral("Channel %1: %2").arg(c + 1).arg(name))
+               : QStringLiteral("No channel"));
+  }
 }
 
 bool SetupPane::read_recorder(const RecorderSession& session) {
@@ -121,18 +153,49 @@ std::optional<PatternSettings> SetupPane::encode_typed(const QDateTime& now) {
   return taken ? std::optional(settings) : std::nullopt;
 }
 
-// A limit that is no number guards nothing; the box says so while it stands.
+// A limit that is no number guards nothing; the box says so while it stands, and so does the tab,
+// behind which the box can be hidden.
 void SetupPane::mark_limit(std::size_t index) {
   QLineEdit& box = *Text1[index];
-  const std::size_t channel = index / 2;
-  const bool used =
-      static_cast<int>(channel) < live_channels(User::DeviceTable, User::RecorderType).count;
-  const bool marked = used && !float_of(box.text());
+  const bool marked = is_used(index) && !float_of(box.text());
   const QString reason =
       marked ? QStringLiteral("This is not a number: the limit guards nothing.") : QString();
   box.setToolTip(reason);
   box.setAccessibleDescription(reason);
   limit_marks_[index]->setVisible(marked);
+  const bool tab_marked = marked || limit_marks_[index ^ 1U]->isVisible();
+  SSTab1->setTabIcon(static_cast<int>(index / 2),
+                     tab_marked ? limit_marks_[index]->icon() : QIcon());
+}
+
+// All that Properties Set refuses, in the order in which it is looked at.
+void SetupPane::show_refused() {
+  constexpr int longest_seconds = 32767;
+  const auto bring = [](auto* box) {
+    box->setFocus();
+    box->selectAll();
+  };
+  for (QDateTimeEdit* picker : {DTP2, DTP1}) {
+    if (picked_seconds(*picker) > longest_seconds) return bring(picker);
+  }
+  const auto all_data = number_of(Text14->text());
+  if (!all_data || *all_data < -0.5 || *all_data >= 65535.5) return bring(Text14);
+  for (std::size_t i = 0; i < Text1.size(); ++i) {
+    if (!is_used(i) || can_be_sent(Text1[i]->text())) continue;
+    SSTab1->setCurrentIndex(static_cast<int>(i / 2));
+    return bring(Text1[i]);
+  }
+}
+
+void SetupPane::offer_set(bool possible) {
+  const bool had_focus = window()->focusWidget() == Command4;
+  Command4->setEnabled(possible);
+  if (!possible) {
+    if (had_focus) focus_after_set_ = window()->focusWidget();
+    return;
+  }
+  if (focus_after_set_ && focus_after_set_ == window()->focusWidget()) Command4->setFocus();
+  focus_after_set_ = nullptr;
 }
 
 bool SetupPane::write_recorder(const RecorderSession& session, const PatternSettings& settings) {

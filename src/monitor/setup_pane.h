@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
 
@@ -64,7 +65,7 @@ class SetupPane final : public QWidget {
   // The limits of channel 0..3.
   LimitTexts limits(std::size_t channel) const;
 
-  // Shows the name of the recorder type in use.
+  // Shows the name of the recorder type in use, and those of its channels in the tabs' tool tips.
   void show_type();
   // Shows what the recorder holds. False at the first request that fails three times or when the
   // session has ended: the rest stays as it was.
@@ -76,10 +77,19 @@ class SetupPane final : public QWidget {
   // Writes them and the typed limits into the recorder. False at the first request that fails three
   // times or when the session has ended.
   bool write_recorder(const RecorderSession& session, const PatternSettings& settings);
+  // Afterwards the first box whose content cannot be sent is at hand, if there is one.
+  void show_refused();
+
+  // Enables Command4 or disables it. The focus that it loses thereby comes back to it, unless the
+  // user has gone elsewhere meanwhile.
+  void offer_set(bool possible);
 
  Q_SIGNALS:
   // A limit's text has changed.
   void limits_changed();
+
+ protected:
+  void changeEvent(QEvent* event) override;
 
  private:
   void build();
@@ -99,6 +109,7 @@ class SetupPane final : public QWidget {
   void mark_limit(std::size_t index);
 
   MessageBox& messages_;
+  QPointer<QWidget> focus_after_set_;  // what got the focus in the place of Command4
   // The mark in each limit's box that is no number.
   std::array<QAction*, 8> limit_marks_{};
 };

@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "base/read_only.h"
 #include "base/spoken.h"
 #include "monitor/setup_pane.h"
 #include "monitor/time_picker.h"
@@ -37,6 +38,7 @@ QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false
   auto* box = new QLineEdit(parent);
   box->setObjectName(name);
   box->setReadOnly(read_only);
+  if (read_only) look_read_only(*box);
   return box;
 }
 

@@ -135,9 +135,9 @@ void Frmprint::Form_Load() {
     // Without a caption a screen reader would have nothing to say.
     Check1[c]->setAccessibleName(present ? QString() : Check1[c]->text());
     const ChannelTexts<const QString> channel = recording.channel(c - 1);
-    Check1[c]->setText(present ? as_caption(channel.number + u'(' + channel.name + u')')
-                               : QString());
-    Check1[c]->setToolTip(present ? plain_tool_tip(channel.name) : QString());
+    const QString text = present ? channel.number + u'(' + channel.name + u')' : QString();
+    Check1[c]->setText(as_caption(text));
+    Check1[c]->setToolTip(plain_tool_tip(text));
     // Setting a text removes the shortcut.
     give_letter(*Check1[c], QChar(u'0' + static_cast<char16_t>(c)));
   }

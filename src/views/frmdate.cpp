@@ -56,6 +56,7 @@ void frmdate::build() {
     name_picker(index + 1, caption + QStringLiteral(": time of day"));
     label->setBuddy(DTP2[index]);
     give_letter(*label, caption.front());
+    give_letter(*DTP2[index + 1], row == 0 ? u'T' : u'M');
     grid->addWidget(label, row, 0);
     grid->addWidget(DTP2[index], row, 1);
     grid->addWidget(DTP2[index + 1], row, 2);

@@ -204,18 +204,6 @@ void frmdisplay::move_cursor(std::int32_t sample) {
   first == ViewStart ? show_at_cursor(cursor_.sample) : show_from(first);
 }
 
-// Page Up goes back and Page Down forward, as on the graph. Steps count from the view's start: the
-// slider's handle can be beyond the start of the last view. False for other keys.
-bool frmdisplay::Slider1_KeyDown(int key) {
-  const int page = page_of(User::recording.ViewCount);
-  const QHash<int, int> steps = {{Qt::Key_Left, -1},      {Qt::Key_Down, -1},
-                                 {Qt::Key_Right, 1},      {Qt::Key_Up, 1},
-                                 {Qt::Key_PageUp, -page}, {Qt::Key_PageDown, page}};
-  if (!steps.contains(key)) return false;
-  Slider1->setValue(ViewStart + steps.value(key));
-  return true;
-}
-
 float frmdisplay::cursor_twips() const {
   return cursor_x(cursor_.sample, Pic1->twips_width(), cursor_.view_count);
 }

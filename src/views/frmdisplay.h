@@ -86,7 +86,6 @@ class frmdisplay final : public ChildWindow {
   void select_in_sheet(std::int32_t sample);
   void Pic1_MouseDown(float x);
   void Pic1_KeyDown(CursorStep step);
-  bool Slider1_KeyDown(int key);
   void show_from(std::int32_t first);
   void move_cursor(std::int32_t sample);
   void copy_graph() const;

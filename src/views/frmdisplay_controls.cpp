@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -17,7 +16,9 @@
 
 #include "app/user.h"
 #include "base/contrast.h"
+#include "base/eliding_label.h"
 #include "base/errors.h"
+#include "base/slider_keys.h"
 #include "views/copy_selection.h"
 #include "views/frmdisplay.h"
 #include "views/sheet_model.h"
@@ -26,6 +27,7 @@ namespace {
 
 constexpr int list_width = 4875 / twips_per_pixel;
 constexpr int widest_list = 420;
+constexpr int least_page_height = 340;
 constexpr int column_width = 960 / twips_per_pixel;
 constexpr int time_column_width = 2000 / twips_per_pixel;
 // Opacity, 0..255, of the background of texts inside the graph: a scale must not hide the curves
@@ -40,8 +42,9 @@ QString indexed(const QString& name, std::size_t index) {
   return QStringLiteral("%1(%2)").arg(name).arg(index);
 }
 
-QLabel* label(const QString& name, QWidget* parent, Qt::Alignment alignment) {
-  auto* result = new QLabel(parent);
+template <class Label = QLabel>
+Label* label(const QString& name, QWidget* parent, Qt::Alignment alignment) {
+  auto* result = new Label(parent);
   result->setObjectName(name);
   result->setTextFormat(Qt::PlainText);
   result->setAlignment(alignment);
@@ -121,7 +124,7 @@ void frmdisplay::build() {
 
 QWidget* frmdisplay::build_graph_page() {
   auto* page = new QWidget(SSTab1);
-  page->setMinimumSize(400, 340);
+  page->setMinimumSize(400, least_page_height);
   Pic1 = new GraphSurface(page);
   Pic1->setObjectName(QStringLiteral("Pic1"));
   Pic1->setAccessibleName(QStringLiteral("Graph"));
@@ -158,9 +161,9 @@ void frmdisplay::build_graph_labels(QWidget& page) {
   }
   for (std::size_t i = 0; i < Label3.size(); ++i) {
     const bool right = i == 1 || i == 3;
-    Label3[i] = label(indexed(QStringLiteral("Label3"), i), &page,
-                      (right ? Qt::AlignRight : Qt::AlignLeft) |
-                          (i >= 4 && i < 8 ? Qt::AlignTop : Qt::AlignVCenter));
+    Label3[i] = label<ElidingLabel>(indexed(QStringLiteral("Label3"), i), &page,
+                                    (right ? Qt::AlignRight : Qt::AlignLeft) |
+                                        (i >= 4 && i < 8 ? Qt::AlignTop : Qt::AlignVCenter));
     Label3[i]->setWordWrap(i >= 4 && i < 8);
   }
   for (std::size_t c = 0; c < Line1.size(); ++c) {
@@ -280,7 +283,8 @@ GraphTextSizes frmdisplay::measure_texts() const {
   sizes.line = fontMetrics().height();
   sizes.slider = Slider1->sizeHint().height();
   sizes.button = cmd2->sizeHint().height();
-  sizes.legend = std::max(cmd2->sizeHint().width(), Cmd6->sizeHint().width());
+  sizes.widest_button = std::max(cmd2->sizeHint().width(), Cmd6->sizeHint().width());
+  sizes.legend = sizes.widest_button;
   for (std::size_t c = 0; c < static_cast<std::size_t>(sizes.channels); ++c) {
     sizes.legend = std::max(sizes.legend, width(Label3[c + 4]));
     // The widest texts of a scale are at its ends.
@@ -301,6 +305,7 @@ void frmdisplay::arrange() {
   text_sizes_ = sizes;
   arranged_page_ = page;
   const GraphLayout places = graph_layout(page, sizes);
+  Pic1->parentWidget()->setMinimumHeight(std::max(least_page_height, places.least_height));
   Pic1->setGeometry(places.Pic1);
   Slider1->setGeometry(places.Slider1);
   Label1->setGeometry(places.Label1);
@@ -331,8 +336,7 @@ void frmdisplay::place_cursor() {
 
 bool frmdisplay::eventFilter(QObject* watched, QEvent* event) {
   if (watched == Slider1) {
-    return event->type() == QEvent::KeyPress &&
-           Slider1_KeyDown(static_cast<QKeyEvent*>(event)->key());
+    return step_slider(*Slider1, *event, ViewStart, page_of(User::recording.ViewCount));
   }
   if (event->type() == QEvent::Resize) arrange();
   return ChildWindow::eventFilter(watched, event);

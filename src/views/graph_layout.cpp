@@ -50,7 +50,7 @@ class Arrangement {
 void Arrangement::place_graph() {
   const int left = std::max(graph_left, sizes_.scales[0] + 2 * gap);
   right_ = sizes_.channels < 2 ? 2 * gap : std::max(graph_left, sizes_.scales[1] + 2 * gap);
-  legend_width_ = std::min(sizes_.legend, page_.width() / 4);
+  legend_width_ = std::max(sizes_.widest_button, std::min(sizes_.legend, page_.width() / 4));
   // The topmost label of an outer scale reaches half a line above the graph.
   const int title_rows = sizes_.channels > 2 ? 2 : 1;
   const int top = std::max(graph_top, title_rows * sizes_.line + sizes_.line / 2 + gap);
@@ -112,11 +112,13 @@ void Arrangement::place_legend() {
   const int one_line = swatch_height + sizes_.line + value + gap;
   const int two_lines = one_line + sizes_.line;
   const int top = result_.Pic1.top();
-  const int room = (bottom - 4 * button_step - top) / 4;
+  const int channels = std::max(1, sizes_.channels);
+  const int room = (bottom - 4 * button_step - top) / channels;
   const int text_height =
       sizes_.legend > legend_width_ && room >= two_lines ? 2 * sizes_.line : sizes_.line;
   const int least_step = text_height + one_line - sizes_.line;
   const int step = std::clamp(room, least_step, least_step + sizes_.line);
+  result_.least_height = top + channels * one_line + 4 * button_step + gap + sizes_.line + gap;
   for (int c = 0; c < 4; ++c) {
     const auto slot = static_cast<std::size_t>(c);
     const int y = top + c * step;

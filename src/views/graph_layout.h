@@ -15,7 +15,8 @@ struct GraphTextSizes {
   std::array<int, 4> scales = {};  // widest text of each slot's scale
   int legend = 0;                  // widest legend or button
   int button = 0;                  // height of a button
-  int slider = 0;                  // height of the slider
+  int widest_button = 0;
+  int slider = 0;  // height of the slider
   int channels = 0;
 
   bool operator==(const GraphTextSizes&) const = default;
@@ -32,6 +33,8 @@ struct GraphLayout {
   std::array<QRect, 12> Label3;
   std::array<QRect, 4> Line1;
   std::array<QRect, 4> buttons;
+  // The least height of a page in which the legends and the buttons have room below each other.
+  int least_height = 0;
 };
 
 GraphLayout graph_layout(QSize page, const GraphTextSizes& sizes);

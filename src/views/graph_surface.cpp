@@ -8,6 +8,7 @@
 
 #include <optional>
 
+#include "base/escape_key.h"
 #include "views/graph_accessible.h"
 
 namespace {
@@ -112,6 +113,7 @@ bool GraphSurface::eventFilter(QObject* watched, QEvent* event) {
 
 void GraphSurface::bring_forward(std::optional<int> slot) {
   picture_.bring_forward(slot);
+  setProperty(takes_escape, slot.has_value());
   redraw();
   Q_EMIT chosen_changed();
 }

@@ -95,8 +95,9 @@ class TestDownload : public QObject {
   void nothing_to_read() {
     for (const simulator::Settings& settings : {memory(0), memory(100, 0)}) {
       open(settings);
+      w_->main.window->set_panel(2, "Link Ok");
       QCOMPARE(read(), "Corvane: No Data");
-      QCOMPARE(w_->main.window->Sts1[0]->text(), "Read Data");
+      QCOMPARE(w_->main.window->Sts1[0]->text() + w_->main.window->Sts1[1]->text(), "Read Data");
       QVERIFY(!w_->realtime()->live().Timer1->enabled());
     }
   }
@@ -123,7 +124,7 @@ class TestDownload : public QObject {
   // Each command comes in the middle of the wait for a block.
   void survives_what_the_user_does() {
     for (const QString command : {"unlink", "close", "read", "link", "Quit", "Properties Set",
-                                  "polling", "Escape", "unmark"}) {
+                                  "polling", "Escape", "unmark", "Escape in the graph"}) {
       open(memory(1000));
       w_->main.messages.answers = {true};
       bool done = false;
@@ -133,6 +134,14 @@ class TestDownload : public QObject {
         if (command == "unmark") w_->realtime()->setup().Check1[1]->click();
         if (command == "polling") Q_EMIT w_->realtime()->live().Timer1->tick();
         QVERIFY(QGuiApplication::overrideCursor());
+        if (command == "Escape in the graph") {
+          GraphSurface& graph = *w_->realtime()->live().Pic1;
+          w_->main.window->activateWindow();
+          QVERIFY(QTest::qWaitForWindowActive(w_->main.window.get()));
+          graph.setFocus();
+          for (const auto key : {Qt::Key_1, Qt::Key_Escape}) QTest::keyClick(&graph, key);
+          QVERIFY(!graph.chosen());
+        }
         if (command == "Escape") QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
         if (w_->main.window->menu_entry(command) && command != "read") w_->main.run(command);
         done = User::recording.SampleCount == 0;

@@ -17,6 +17,8 @@
 #include "device/frmport.h"
 #include "device/port_state.h"
 #include "monitor/Frmwarn.h"
+#include "monitor/frmrealtime.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/recordings.h"
 #include "support/runner.h"
@@ -67,12 +69,18 @@ class TestAtTheWindow : public QObject {
     }
   }
 
+  // The second opens partly outside, and its frame alone makes it too high.
   void a_window_fits_the_screen() {
-    QTRY_VERIFY(window().screen()->availableGeometry().contains(window().frameGeometry()));
-    QDialog dialog(&window());
-    dialog.resize(3000, 3000);
-    dialog.show();
-    QTRY_VERIFY(window().screen()->availableGeometry().contains(dialog.frameGeometry()));
+    const QRect screen = window().screen()->availableGeometry();
+    QTRY_VERIFY(screen.contains(window().frameGeometry()));
+    for (const QRect& place :
+         {QRect(0, 0, 3000, 3000), QRect(700, -50, 300, screen.height() - 2)}) {
+      QDialog dialog(&window());
+      dialog.setGeometry(place);
+      dialog.show();
+      QTRY_VERIFY(screen.contains(dialog.frameGeometry()));
+      QVERIFY(dialog.frameGeometry() != dialog.geometry());
+    }
   }
 
   void arrow_keys_choose_the_port() {
@@ -81,22 +89,24 @@ class TestAtTheWindow : public QObject {
       QCOMPARE(User::PortChoice, std::int16_t{1});
       for (int k = 0; k < 2; ++k) QTest::keyClick(dialog.focusWidget(), Qt::Key_Up);
       QCOMPARE(User::PortChoice, std::int16_t{4});
-      QVERIFY(dialog.Option1[0]->toolTip().contains("COM1: "));
+      QVERIFY(dialog.Option1[1]->toolTip().contains("COM2: /dev/gone is missing"));
       QVERIFY(QTest::qWaitForWindowActive(&dialog));
       QTest::keyClick(&dialog, Qt::Key_2, Qt::AltModifier);
       QTRY_COMPARE(User::PortChoice, std::int16_t{1});
       dialog.reject();
     });
+    QVERIFY(QFile::link("/dev/gone", w_->main.folder.filePath("com2")));
     w_->main.run("link");
     User::DeviceTable = {};
     QCOMPARE(frmport(&window()).Combo1->placeholderText(), "device.txt lists no type");
   }
 
   void what_keeps_a_port_from_opening() {
+    const auto port_text = [](auto name) { return ::port_text(name, devices_open_elsewhere()); };
     QCOMPARE(port_text("") + port_text("/dev/gone"), "no such port/dev/gone is missing");
     const int pty = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     QVERIFY(::grantpt(pty) == 0 && ::unlockpt(pty) == 0);
-    const QString device = QString::fromLocal8Bit(::ptsname(pty));
+    const QByteArray device = ::ptsname(pty);
     QCOMPARE(port_text(device), device);
     QProcess other;
     other.setStandardInputFile(device);
@@ -151,7 +161,7 @@ class TestAtTheWindow : public QObject {
   // Only a data file of its own; a dot in a folder's name does not count, since nothing is typed.
   void dropped_files() {
     const QDir folder(w_->main.folder.path());
-    QVERIFY(folder.mkdir("a.b"));
+    QVERIFY(folder.mkdir("a.b") && folder.mkdir("folder.qlx"));
     const QString path = folder.filePath("a.b/x.qlx");
     QVERIFY(QFile::copy(CORVANE_SAMPLES "/greenhouse.qlx", path));
     const auto drop = [this](const QList<QUrl>& urls) {
@@ -168,9 +178,13 @@ class TestAtTheWindow : public QObject {
     drop({QUrl::fromLocalFile(folder.filePath("device.txt"))});
     QVERIFY(!window().loaded_display() && window().findChild<QLabel*>("hint")->isVisible());
     drop({file});
-    QCOMPARE(w_->main.messages.shown, QStringList());
+    drop({QUrl::fromLocalFile(folder.filePath("folder.qlx"))});
+    QCOMPARE(w_->main.messages.shown, QStringList("Corvane: File Lose"));
     QVERIFY(window().loaded_display());
     QVERIFY(!window().findChild<QLabel*>("hint")->isVisible());
+    window().unload_display();
+    window().show_display();
+    QVERIFY(window().findChild<QMdiSubWindow*>()->toolTip().contains(path));
     QVERIFY(window().Sts1[0]->toolTip().contains(path));
     QCOMPARE(window().windowFilePath(), path);
     window().activateWindow();
@@ -183,9 +197,23 @@ class TestAtTheWindow : public QObject {
 
   void tabs_tell_their_channel() {
     fill(User::recording, 9, 2);
-    const Frmwarn dialog(w_->main.messages, &window());
+    Frmwarn dialog(w_->main.messages, &window());
     QVERIFY(dialog.SSTab1->tabToolTip(1).contains("Channel 2: Humidity"));
     QVERIFY(dialog.SSTab1->tabToolTip(2).contains("No channel"));
+    User::RecorderType = 1;
+    w_->main.run("realtime");
+    const QTabWidget& channels = *w_->realtime()->setup().SSTab1;
+    QVERIFY(channels.tabToolTip(1).contains("Channel 2: Damp"));
+    QCOMPARE(channels.tabToolTip(2), "No channel");
+    // What is refused is at hand.
+    dialog.show();
+    dialog.Text1[5]->setText("x");
+    press(dialog.Command1);
+    QCOMPARE(dialog.focusWidget(), dialog.Check1[2]);  // the range is automatic
+    dialog.Check1[2]->click();
+    press(dialog.Command1);
+    QCOMPARE(dialog.focusWidget(), dialog.Text1[5]);
+    QVERIFY(dialog.Text1[5]->isVisible() && dialog.Text1[5]->hasSelectedText());
   }
 };
 

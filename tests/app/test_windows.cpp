@@ -16,7 +16,7 @@
 #include "views/frmdate.h"
 #include "views/frmdisplay.h"
 
-// Every window and dialog once, with channels whose names look like markup.
+// Every window and dialog once, with channels whose names look like markup or are far too long.
 class TestWindows : public QObject {
   Q_OBJECT
 
@@ -36,14 +36,22 @@ class TestWindows : public QObject {
     w_->main.run(command);
   }
 
+  const QFont usual_font_ = QApplication::font();
   std::unique_ptr<SimulatedWindow> w_;
 
  private Q_SLOTS:
+  void controls_data() {
+    QTest::addColumn<int>("points");
+    for (const int points : {9, 16}) QTest::addRow("%d points", points) << points;
+  }
   void controls() {
+    QFETCH(int, points);
+    QApplication::setFont(QFont(usual_font_.family(), points));
     w_ = std::make_unique<SimulatedWindow>();
-    w_->main.window->resize(1180, 820);
+    w_->main.window->resize(points == 9 ? QSize(1180, 820) : QSize(1024, 600));
     w_->plug_in({.readings = 400});
     for (const int field : {3, 5, 7, 9}) User::DeviceTable.set_text(field, 3, "<b>x</b>");
+    User::DeviceTable.set_text(7, 3, "<b>x</b>" + QString(" long").repeated(60));
     check(*w_->main.window);
     look_at<frmport>("link", [](frmport& dialog) {
       dialog.Option1[0]->click();
@@ -73,7 +81,10 @@ class TestWindows : public QObject {
       });
     }
   }
-  void cleanup() { w_.reset(); }
+  void cleanup() {
+    w_.reset();
+    QApplication::setFont(usual_font_);
+  }
 };
 
 const int registered = register_test<TestWindows>();

@@ -246,21 +246,6 @@ class TestFaultMatrix : public QObject {
     }
   }
 
-  // 12,000 bytes of noise after Unlink, when the port stays open, cost no try.
-  void noise_before_a_link() {
-    SimulatedWindow world;
-    w_ = &world;
-    plug_in();
-    link();
-    world.main.run("unlink");
-    world.port.deliver(QByteArray(12'000, 'x'));
-    world.port.log.clear();
-    link();
-    QCOMPARE(messages(), QStringList());
-    QVERIFY(enabled("unlink"));
-    QCOMPARE(int(world.port.log.count("write 00 00 00")), 2);
-  }
-
   // A Real-time Data window that is closed and opened again during a download reads the recorder
   // when it is free. The download keeps the title and channels that it began with.
   void window_opened_again_during_a_download() {

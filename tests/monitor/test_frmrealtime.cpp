@@ -2,6 +2,7 @@
 #include <QScrollBar>
 #include <QToolButton>
 
+#include "base/contrast.h"
 #include "base/times.h"
 #include "monitor/channel_status.h"
 #include "monitor/monitor_window.h"
@@ -57,7 +58,7 @@ class TestRealTimeWindow : public QObject {
     const QStringList rest = limits + read_back;
     const QString delayed = "05 0f cc 03 1a 03 01 0a 00 00 8b 0e 2b 01 e8 03 93";
     const QString stop = "05 0f 00 03 00 00 00 00 00 00 8b 0e 2b 01 e8 03 4d";
-    const QString down1 = "Channel No.1Down Limit Error|";
+    const QString down2 = "Channel No.2Down Limit Error|";
     add_rows<Setting>({
         {"start up", 0, 0, "Text6", "AB", start + rest, ""},
         {"delayed, wrap", 1, 1, "Text6", "AB", QStringList{description, delayed} + rest, ""},
@@ -68,8 +69,8 @@ class TestRealTimeWindow : public QObject {
         {"limit beyond the range", 0, 0, "Text1(0)", "300", start, failed, false},
         // The request before goes out once more in place of the one that could not be built; its
         // answer comes too late for an exchange that expects nothing.
-        {"limit that is none", 0, 0, "Text1(1)", "warm", start + QStringList(3, pattern),
-         down1.repeated(3) + failed, false},
+        {"limit that is none", 0, 0, "Text1(3)", "warm", start + QStringList(4, limits[0]),
+         down2.repeated(3) + failed, false},
     });
   }
   // Everything that goes over the line, in order; no separate start or stop is among it.
@@ -85,13 +86,17 @@ class TestRealTimeWindow : public QObject {
     window_->findChild<QLineEdit*>(row.box)->setText(row.text);
     QList<bool> polled;
     monitor_->main.messages.meanwhile = [&] { polled << window_->live().Timer1->enabled(); };
+    window_->setup().Command4->setFocus();
     monitor_->set(row.name != QString("No"));
     QCOMPARE(monitor_->requests(), row.requests);
     QCOMPARE(monitor_->messages().mid(1).join('|'), row.messages);
     QCOMPARE(polled.count(true), 1);  // while the question stands
     // After a failure nobody polls, and the panel says nothing of the link.
     QCOMPARE(monitor_->link_state(), row.polls ? "Link Ok" : "");
-    QVERIFY(window_->setup().Command4->isEnabled());
+    // The keyboard is back at the button, or at the box that was refused.
+    const QWidget& focus = *window_->focusWidget();
+    QCOMPARE(focus.objectName(), row.messages.isEmpty() ? "Command4" : row.box);
+    QVERIFY(window_->setup().Command4->isEnabled() && focus.isVisible());
     QCOMPARE(window_->live().Timer1->enabled(), row.polls);
     QCOMPARE(window_->setup().Combo2->currentIndex(), row.startup_type);
     QCOMPARE(window_->setup().Combo3->currentIndex(), row.stop_type);
@@ -136,6 +141,7 @@ class TestRealTimeWindow : public QObject {
       limit.setText(text);
       QCOMPARE(!limit.accessibleDescription().isEmpty(), marked);
       QCOMPARE(limit.findChild<QToolButton*>()->isVisible(), marked);
+      QCOMPARE(!window_->setup().SSTab1->tabIcon(0).isNull(), marked);
     }
     monitor_->poll();
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|85.00|-40.00|21.00|21.00");
@@ -143,6 +149,11 @@ class TestRealTimeWindow : public QObject {
     const QString time = general_date_time_text(monitor_->clock.now());
     monitor_->poll();
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|20.99|-40.00|21.00|21.00 red");
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(QPalette(Qt::darkBlue));
+    const QPalette dark = window_->live().Label4[9 + value_label]->palette();
+    QVERIFY(contrast(dark.color(QPalette::WindowText), dark.color(QPalette::Window)) >= 4.5);
+    QApplication::setPalette(light);
     window_->setup().Text1[2]->setText("21");
     // The window can be open before the recorder type is chosen.
     User::RecorderType = 2;
@@ -191,17 +202,26 @@ class TestRealTimeWindow : public QObject {
     QCoreApplication::processEvents();
     monitor_->poll();
     look();
-    monitor_->main.window->show_realtime();
+    monitor_->main.window->unload_display();
+    QTRY_VERIFY(tabs.tabIcon(2).isNull() && window_->parentWidget()->isMaximized());
+    // The newest row lies below those in sight.
+    monitor_->poll(60);
+    window_->live().MSFlG2->scrollToTop();
+    monitor_->poll();
+    look();
+    window_->live().MSFlG2->scrollToBottom();
     QTRY_VERIFY(tabs.tabIcon(2).isNull());
-    QCOMPARE(marks, "!-!");
+    QCOMPARE(marks, "!-!!");
   }
 
   void in_the_middle_data() {
     add_rows<Middle>({
         {"a tick in a cycle", "poll", "poll", 1},
         {"Properties Set in a cycle", "poll", "set", 1, 1},
+        {"a Properties Set that fails in a cycle", "poll", "fail", 1, 4},
         {"Unlink in a cycle", "poll", "unlink", -1},
         {"closing the window in a cycle", "poll", "shut", -1},
+        {"closing the window in a refresh", "refresh", "shut", -1},
         {"Unlink and Link in a cycle", "poll", "unlink realtime", -1},
         {"Exit in a cycle", "poll", "Quit", 0},
         {"a cycle in Properties Set", "set", "poll", 0, 1},
@@ -218,11 +238,14 @@ class TestRealTimeWindow : public QObject {
     const QPointer<frmrealtime> first = window_;
     const auto run = [&](const QString& command) {
       if (command == "poll") return monitor_->poll();
-      if (command == "set") return monitor_->set();
+      if (command == "refresh") return first->RefreshFromRecorder();
+      if (command == "fail") window_->setup().Text1[1]->setText("warm");
+      if (command == "set" || command == "fail") return monitor_->set();
       if (command == "shut" || command == "load") first->close();
       if (command == "load") monitor_->record(true, true, 30);
       if (monitor_->main.window->menu_entry(command)) monitor_->main.run(command);
     };
+    window_->live().Timer1->set_enabled(true);
     monitor_->poll();
     monitor_->plug_in(steady(), "silent:first=1");
     monitor_->clock.after(300, [&] {
@@ -231,11 +254,12 @@ class TestRealTimeWindow : public QObject {
     run(row.during);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(monitor_->requests().filter(QRegularExpression("^05 0f")).size(), row.settings);
-    QCOMPARE(monitor_->messages().filter("Failed"), QStringList());
+    const bool failed = row.command == "fail";
+    QCOMPARE(monitor_->messages().filter("Failed").size(), failed ? 1 : 0);
     QCOMPARE(first.isNull(), row.readings < 0);
     if (first) QCOMPARE(monitor_->buffer().LiveCount(), 1 + row.readings);
     // Nobody polls any more, so nothing is said of the link.
-    if (!first) QCOMPARE(monitor_->link_state(), "");
+    if (!first || failed) QCOMPARE(monitor_->link_state(), "");
     window_ = monitor_->realtime();
     if (row.command == "Quit" && window_) QVERIFY(!window_->live().Timer1->enabled());
   }
@@ -323,6 +347,8 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(window_->live().Line2->x(), 0);
     monitor_->poll();
     QVERIFY(!window_->live().Line2->isVisible() && !window_->live().Label5->isVisible());
+    QTest::keyClick(window_->live().Slider1, Qt::Key_PageUp);
+    QCOMPARE(window_->live().Slider1->value(), 90);
     window_->live().Slider1->setValue(0);
     window_->live().cmd[1]->click();
     monitor_->poll();
@@ -348,6 +374,7 @@ class TestRealTimeWindow : public QObject {
     monitor_->poll();
     QCOMPARE(row_text(window_->live().MSFlG1->model(), 0, 1), "4");
     QCOMPARE(interval(false, false, 7), -1);
+    QCOMPARE(monitor_->link_state(), "");
     QCOMPARE(monitor_->record(true, true, 9, false), "0 0 00:00:07");
     QCOMPARE(interval(false, true, 86'399), 86'399'000);
     window_->close();

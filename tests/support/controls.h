@@ -7,9 +7,11 @@
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QSlider>
 #include <QTabBar>
 
@@ -78,18 +80,45 @@ inline QString fault_of_texts(const QWidget& window) {
     if (label->text().contains(u'<') && label->textFormat() != Qt::PlainText) {
       return label->objectName() + QStringLiteral(" takes texts for markup");
     }
-    const bool may_be_cut =
-        label->wordWrap() || label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored;
-    if (label->isVisible() && !may_be_cut &&
-        label->width() < label->fontMetrics().size(0, label->text()).width()) {
+    // Of one that can be cut the tool tip has the whole text.
+    const int lines = label->wordWrap() ? label->heightForWidth(label->width()) : 0;
+    const int width = label->wordWrap() ? label->minimumSizeHint().width()
+                                        : label->fontMetrics().size(0, label->text()).width();
+    if (!label->visibleRegion().isEmpty() && (label->width() < width || label->height() < lines) &&
+        !label->toolTip().contains(label->text().toHtmlEscaped())) {
       return label->objectName() + QStringLiteral(" is cut: ") + label->text();
     }
   }
   for (const auto* button : window.findChildren<QAbstractButton*>()) {
+    for (const auto* label : window.findChildren<QLabel*>()) {
+      if (label->parent() == button->parent() && label->isVisible() && button->isVisible() &&
+          label->geometry().intersects(button->geometry())) {
+        return label->objectName() + QStringLiteral(" lies under ") + button->objectName();
+      }
+    }
     if (button->isVisible() && !button->text().isEmpty() &&
-        button->width() < button->sizeHint().width()) {
+        button->width() < button->sizeHint().width() &&
+        !button->toolTip().contains(button->text().toHtmlEscaped())) {
       return button->objectName() + QStringLiteral(" is cut: ") + button->text();
     }
+  }
+  return {};
+}
+
+// In a dialog each caption and each picker has a letter, and no two that can be seen the same.
+inline QString fault_of_letters(const QDialog& dialog) {
+  QStringList letters;
+  for (const auto* widget : dialog.findChildren<QWidget*>()) {
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    const auto* label = qobject_cast<const QLabel*>(widget);
+    const auto* key = widget->findChild<QShortcut*>({}, Qt::FindDirectChildrenOnly);
+    const bool picker = qobject_cast<const QAbstractSpinBox*>(widget);
+    if (picker && widget->accessibleDescription().startsWith(u"Alt+")) continue;
+    const bool caption = (button && !button->text().isEmpty()) || (label && label->buddy());
+    if (!widget->isVisible() || (!picker && !caption)) continue;
+    letters << (button ? button->shortcut() : key ? key->key() : QKeySequence()).toString();
+    if (!letters.last().isEmpty() && letters.count(letters.last()) == 1) continue;
+    return widget->objectName() + QStringLiteral(" has no letter of its own");
   }
   return {};
 }
@@ -99,6 +128,8 @@ inline QString fault_of_controls(const QWidget& window) {
   for (QWidget* control : controls_of(window)) {
     if (const QString fault = fault_of_control(*control); !fault.isEmpty()) return fault;
   }
-  const QString order = fault_of_tab_order(window);
+  const auto* dialog = qobject_cast<const QDialog*>(&window);
+  QString order = dialog ? fault_of_letters(*dialog) : QString();
+  if (order.isEmpty()) order = fault_of_tab_order(window);
   return order.isEmpty() ? fault_of_texts(window) : order;
 }

@@ -1,0 +1,20 @@
+// The keys of the slider below a graph.
+#pragma once
+
+#include <QHash>
+#include <QKeyEvent>
+#include <QSlider>
+
+// Page Up leads back and Page Down on, as on the graph itself; a slider alone does the opposite.
+// The view is what moves, from `from`: the handle can be farther on than the last view begins.
+// False for other events.
+inline bool step_slider(QSlider& slider, const QEvent& event, int from, int page) {
+  const QHash<int, int> steps = {{Qt::Key_Left, -1},      {Qt::Key_Down, -1},
+                                 {Qt::Key_Right, 1},      {Qt::Key_Up, 1},
+                                 {Qt::Key_PageUp, -page}, {Qt::Key_PageDown, page}};
+  if (event.type() != QEvent::KeyPress) return false;
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  if (!steps.contains(key)) return false;
+  slider.setValue(from + steps.value(key));
+  return true;
+}
