@@ -90,8 +90,8 @@ void LivePane::place_cursor() {
   Label5->move(Label5->x(), Pic1->height() - Label5->height() - Label7->y());
 }
 
-// No wider than what it is moved by at the graph's right edge, so that it stays whole there; a
-// larger font needs more, and the label then stands where the graph has room for it.
+// Narrower than its shift to the cursor's left, so that it fits at the graph's right edge. A larger
+// font can need more width; the label then moves to where the graph has room.
 void LivePane::place_cursor_label(QLabel& label, double cursor) const {
   const int usual = static_cast<int>(cursor_label_twips / twips_per_pixel);
   const int width = std::max(usual, label.minimumSizeHint().width());

@@ -33,7 +33,7 @@ struct GraphLayout {
   std::array<QRect, 12> Label3;
   std::array<QRect, 4> Line1;
   std::array<QRect, 4> buttons;
-  // The least height of a page in which the legends and the buttons have room below each other.
+  // The least height of a page in which legends and buttons fit below each other.
   int least_height = 0;
 };
 

@@ -70,7 +70,7 @@ inline QString fault_of_tab_order(const QWidget& window) {
   return {};
 }
 
-// No text is cut, and none from outside is treated as markup.
+// No label is cut unless its tool tip has the text, and no text from outside is taken as markup.
 inline QString fault_of_texts(const QWidget& window) {
   for (const auto* widget : window.findChildren<QWidget*>()) {
     // A tool tip cannot be set to plain text: what looks like markup in one must be escaped.
@@ -80,7 +80,7 @@ inline QString fault_of_texts(const QWidget& window) {
     if (label->text().contains(u'<') && label->textFormat() != Qt::PlainText) {
       return label->objectName() + QStringLiteral(" takes texts for markup");
     }
-    // Of one that can be cut the tool tip has the whole text.
+    // A label may be cut if its tool tip has the whole text.
     const int lines = label->wordWrap() ? label->heightForWidth(label->width()) : 0;
     const int width = label->wordWrap() ? label->minimumSizeHint().width()
                                         : label->fontMetrics().size(0, label->text()).width();
@@ -105,7 +105,7 @@ inline QString fault_of_texts(const QWidget& window) {
   return {};
 }
 
-// In a dialog each caption and each picker has a letter, and no two that can be seen the same.
+// In a dialog each visible caption and picker has a letter that no other has.
 inline QString fault_of_letters(const QDialog& dialog) {
   QStringList letters;
   for (const auto* widget : dialog.findChildren<QWidget*>()) {
