@@ -1,6 +1,6 @@
-// Office automation: objects of an office program, known only by the names of their members. On
-// Windows it is the system's own; elsewhere a plug-in stands in that knows the office suite
-// LibreOffice (docs/export.md).
+// Office automation: the objects of an office program, reached only by the names of their members.
+// Windows has its own; elsewhere a plug-in maps the objects onto the office suite LibreOffice
+// (docs/export.md).
 #pragma once
 
 #include <QString>
@@ -15,7 +15,7 @@
 
 #include "base/errors.h"
 
-// No such application or member, or the application could not do what was asked of it.
+// There is no such application or member, or the application could not do what it was asked.
 class AutomationError : public RunTimeError {
  public:
   using RunTimeError::RunTimeError;
@@ -23,7 +23,7 @@ class AutomationError : public RunTimeError {
 
 using AutomationCell = std::variant<double, QString>;
 
-// A block of cells, row after row; a number becomes a number cell.
+// A block of cells, row by row. A double becomes a number cell, a text becomes a text cell.
 struct AutomationTable {
   std::size_t columns = 0;
   std::vector<AutomationCell> cells;
@@ -39,7 +39,7 @@ struct NamedArgument {
 using NamedArguments = std::vector<NamedArgument>;
 
 class AutomationObject;
-// Letting go of the last pointer to any object of an application lets go of the application.
+// The application is released with the last pointer to any of its objects.
 using AutomationPointer = std::shared_ptr<AutomationObject>;
 
 // Every function throws AutomationError.
@@ -50,16 +50,16 @@ class AutomationObject {
   AutomationObject& operator=(const AutomationObject&) = delete;
   virtual ~AutomationObject() = default;
 
-  // The object that a property holds; never null.
+  // Returns the object that a property holds, never null.
   virtual AutomationPointer get(std::string_view member, const AutomationArguments& arguments) = 0;
   AutomationPointer get(std::string_view member) { return get(member, {}); }
 
-  // Sets a property; `arguments` say which one where there are many, such as a row and a column.
+  // Sets a property. `arguments` select one of several, such as the cell at a row and a column.
   virtual void put(std::string_view member, const AutomationArguments& arguments,
                    const AutomationValue& value) = 0;
   void put(std::string_view member, const AutomationValue& value) { put(member, {}, value); }
 
-  // Calls a method. Gives the object that it returns, null when it returns none.
+  // Calls a method and returns the object that it returns, or null when it returns none.
   virtual AutomationPointer call(std::string_view member, const AutomationArguments& arguments,
                                  const NamedArguments& named) = 0;
   AutomationPointer call(std::string_view member, const AutomationArguments& arguments = {}) {
@@ -67,15 +67,15 @@ class AutomationObject {
   }
 };
 
-// What shows that an application gets on with what it was asked.
+// Signs that an application makes progress with a request.
 struct AutomationActivity {
-  // Calls that came back, blocks of bytes that arrived.
+  // Calls that have returned, plus blocks of bytes that have arrived.
   std::int64_t answers = 0;
-  // Taken by the application's processes, in milliseconds.
+  // Processor time that the application's processes have used, in milliseconds.
   std::int64_t processor_ms = 0;
 };
 
-// Where the applications come from. One thread at a time works with them; another one may watch.
+// Finds and starts office applications. One thread at a time uses them; a second one may watch.
 class Automation {
  public:
   Automation() = default;
@@ -83,28 +83,28 @@ class Automation {
   Automation& operator=(const Automation&) = delete;
   virtual ~Automation() = default;
 
-  // Asked now and then while an application starts; true ends the start at once.
+  // Called repeatedly while an application starts; true ends the start at once.
   using GiveUp = std::function<bool()>;
 
-  // The application of the programmatic name that runs already. Throws AutomationError when none
-  // does.
+  // Returns the application of that programmatic name that already runs. Throws AutomationError
+  // when none runs.
   virtual AutomationPointer running(std::string_view application, const GiveUp& give_up) = 0;
 
-  // A new one. Throws AutomationError when it cannot be started.
+  // Starts a new application. Throws AutomationError when it cannot be started.
   virtual AutomationPointer create(std::string_view application, const GiveUp& give_up) = 0;
 
-  // How far the application has come with which another thread works. Nothing where that cannot be
-  // known, or where the thread does not wait for the application.
+  // Returns the activity of the application that another thread uses. Empty where it cannot be
+  // known, and while that thread does not wait for the application.
   virtual std::optional<AutomationActivity> activity() const { return std::nullopt; }
-  // Makes the call fail that another thread has under way, and all its later ones. An application
-  // that create() has started is ended, unless the user may have something open in it.
+  // Makes the other thread's current call fail, and all its later calls. Ends an application that
+  // create() started, unless the user may have something open in it.
   virtual void give_up() {}
 
-  // When the program ends: ends what create() has started and still runs, unless the user has
-  // something open in it. Returns within a second.
+  // Called when the program ends. Ends the applications that create() started and that still run,
+  // unless the user has something open in them. Returns within a second.
   virtual void end_own_applications() {}
 };
 
-// The automation of this computer. What it needs is loaded at the first use; where that is missing
-// no application runs and none can be created.
+// The automation of this computer. Its libraries are loaded at the first use. Where they are
+// missing, running() and create() throw.
 Automation& office_automation();

@@ -1,4 +1,4 @@
-// Office automation on Windows: the system's own, late-bound through IDispatch.
+// Office automation on Windows: COM, late-bound through IDispatch.
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -17,7 +17,7 @@ void require(HRESULT result, const char* what) {
   if (FAILED(result)) throw AutomationError(what);
 }
 
-// A thread that talks to an application belongs to an apartment, which it leaves when it ends.
+// A thread must enter a COM apartment before it uses an application. It leaves when it ends.
 void enter_apartment() {
   struct Apartment {
     Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -46,7 +46,7 @@ class Variant : public VARIANT {
     vt = VT_R8;
     dblVal = number;
   }
-  // A text stays a text in a cell, also where it begins like a formula.
+  // Keeps a cell's text from becoming a formula.
   void set(const QString& text) {
     const bool formula = !text.isEmpty() && QStringView(u"=+-@").contains(text[0]);
     set_text(formula ? u'\'' + text : text);
@@ -56,10 +56,10 @@ class Variant : public VARIANT {
     bstrVal = SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.utf16()),
                                 static_cast<UINT>(text.size()));
   }
-  // And where it looks like a date, as time stamps do.
+  // Keeps a cell's text from becoming a date as well, as a time stamp would.
   void set_cell(double number) { set(number); }
   void set_cell(const QString& text) { set_text(u'\'' + text); }
-  // Rows first, counted from 1, as the applications have them.
+  // Row index first; both indices count from 1, as the applications expect.
   void set(const AutomationTable& table) {
     SAFEARRAYBOUND bounds[] = {{static_cast<ULONG>(table.rows()), 1},
                                {static_cast<ULONG>(table.columns), 1}};
@@ -78,7 +78,7 @@ class Variant : public VARIANT {
 
 class ComObject final : public AutomationObject {
  public:
-  // Takes over the reference.
+  // Takes ownership of the reference.
   explicit ComObject(IDispatch* object) : object_(object) {}
   ~ComObject() override { object_->Release(); }
 
@@ -121,7 +121,7 @@ AutomationPointer ComObject::invoke(unsigned kind, std::string_view member,
   require(object_->GetIDsOfNames(IID_NULL, name_pointers.data(), static_cast<UINT>(ids.size()),
                                  LOCALE_USER_DEFAULT, ids.data()),
           "no such member");
-  // Named arguments first, then the others from the last to the first.
+  // Invoke() takes the named arguments first, then the others from last to first.
   std::vector<Variant> values;
   for (const NamedArgument& argument : named) values.emplace_back(argument.value);
   std::for_each(arguments.crbegin(), arguments.crend(),
@@ -139,8 +139,8 @@ AutomationPointer ComObject::invoke(unsigned kind, std::string_view member,
   return std::make_shared<ComObject>(result.pdispVal);
 }
 
-// The application writes where it can spoil nothing, and its bytes become the file, whole or not at
-// all. It has its own file open until the document is closed, so the folder goes with the program.
+// The application saves into a temporary folder, from which write_whole_file() takes the bytes. It
+// keeps its file open until the document is closed, so the folder lives until the program ends.
 AutomationPointer ComObject::save_as(AutomationArguments arguments, NamedArguments named) {
   static const QTemporaryDir folder;
   AutomationValue& name = arguments.empty() ? named.at(0).value : arguments[0];

@@ -35,7 +35,7 @@ void AutomationPlugin::end_own_applications() {
 }
 
 Automation& office_automation() {
-  // Never destroyed: an export that was left behind when the program ended may still be in it.
+  // Never destroyed: an export that was abandoned when the program ended may still use it.
   static auto& plugin = *new AutomationPlugin(QCoreApplication::applicationDirPath());
   return plugin;
 }

@@ -1,5 +1,5 @@
-// Office automation out of the plug-in corvane_office, which stands for what the system itself
-// does not have.
+// Office automation from the plug-in corvane_office, for systems that have no office automation of
+// their own.
 #pragma once
 
 #include <QLibrary>
@@ -10,8 +10,8 @@
 
 class AutomationPlugin final : public Automation {
  public:
-  // Looks for the plug-in in `folder` when the first application is asked for. Without it, or
-  // where the office suite that it needs is missing, no application runs and none can be created.
+  // Loads the plug-in from `folder` when the first application is requested. Without the plug-in or
+  // the office suite that it needs, running() and create() throw.
   explicit AutomationPlugin(const QString& folder);
 
   AutomationPointer running(std::string_view application, const GiveUp& give_up) override;
@@ -25,10 +25,10 @@ class AutomationPlugin final : public Automation {
 
   // Never unloaded: the office suite's libraries cannot be.
   QLibrary library_;
-  // Null until the first application is asked for.
+  // Null until the first application is requested.
   std::atomic<Automation*> loaded_ = nullptr;
 };
 
-// The plug-in's one function, under C linkage: an Automation that lives as long as the program.
+// The plug-in's only function, with C linkage: returns an Automation that is never destroyed.
 inline constexpr const char* office_plugin_entry = "corvane_office_automation";
 using OfficePluginEntry = Automation* (*)();

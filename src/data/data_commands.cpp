@@ -51,7 +51,7 @@ void save_data_file(Shell& shell) {
   shell.set_panel(1, {});
 }
 
-// File handle 1 and what was read so far stay as they are, on purpose.
+// Leaves file handle 1 open and keeps the fields read so far, on purpose.
 void tell_read_error(Shell& shell) {
   shell.unload_display();
   shell.enable_data_commands(false);

@@ -13,7 +13,7 @@
 namespace {
 
 constexpr qint64 largest_read = 32 * 1024 * 1024;
-// What a line of a usual file takes: a time stamp with its quotes and line end, and a value.
+// Bytes of a usual time stamp and of a usual value, with quotes and line end.
 constexpr int usual_text = 24;
 constexpr int usual_value = 10;
 
@@ -69,7 +69,7 @@ void write_recording(const Recording& recording, FileHandle& file) {
   FieldWriter out(recording.clamped_sample_count() *
                       (usual_text + usual_value * std::max(1, recording.clamped_channel_count())) +
                   4096);
-  // It may be all that is left of a Recording.
+  // The fragment may be all that is left of a Recording.
   auto leave_fragment = qScopeGuard([&] { file.write_fragment(out.bytes()); });
   format_recording(recording, out);
   file.write(out.bytes());

@@ -25,19 +25,19 @@ enum Form { text_form = 1, document_form = 2, workbook_form = 3 };
 struct OfficeExport {
   Form form;
   QString path;
-  // Other commands can change the Recording while the office program works, so it gets a copy.
+  // A copy: other commands can change the Recording while the office program works.
   std::shared_ptr<const Recording> recording;
 };
 
 const QString text_panel = QStringLiteral("Save As .TXT");
 
-// The last text export failed, which the end of an office export beside it must not hide.
+// Whether the last text export failed. An office export that ends later must not hide that.
 bool text_failed = false;
 
-// The one under way, which is not taken out before it ends, and those that wait for it.
+// The office export in progress, which stays in front until it ends, then those that wait.
 std::deque<OfficeExport> office_exports;
 
-// What panel 1 says of the one under way; empty when there is none.
+// The text of panel 1 for the office export in progress; empty when there is none.
 QString office_panel() {
   if (office_exports.empty()) return {};
   return office_exports.front().form == document_form ? QStringLiteral("Save As .Word")
@@ -49,7 +49,7 @@ void export_as_text(Shell& shell, const QString& name) {
   shell.set_panel(1, text_panel);
   FileHandle& file = file_handle_2();
   file.open_for_writing(with_extension(name, QStringLiteral(".txt")));
-  // The next export must find the handle free.
+  // Frees the handle for the next export.
   auto close = qScopeGuard([&] { skip_on_error([&] { file.close(); }); });
   write_text_export(User::recording, file);
   close.dismiss();
@@ -67,7 +67,7 @@ bool run(Shell& shell, Automation& office, const OfficeExport& one) {
   return run_beside_the_windows(shell, office, work);
 }
 
-// One after the other: a command that comes while one is under way leaves its own to that one.
+// Runs office exports one at a time: a call during an export only adds its own to the queue.
 void export_by_office(Shell& shell, Automation& office, Form form, const QString& path) {
   office_exports.push_back({form, path, std::make_shared<const Recording>(User::recording)});
   if (office_exports.size() > 1) return;

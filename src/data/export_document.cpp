@@ -13,27 +13,26 @@
 
 namespace {
 
-// Ends a paragraph in a text that is typed.
+// Ends a paragraph in typed text.
 constexpr QChar paragraph_break = u'\r';
 const QString fixed_pitch_font = QStringLiteral("Courier New");
 constexpr double font_size = 9;
-// What an upright page takes of that font, in characters a line, with the usual margins.
+// Characters of that font on a line of a portrait page with the usual margins.
 constexpr qsizetype upright_line_size = 80;
 constexpr double landscape = 1;
 constexpr double do_not_save_changes = 0;
 
-// The columns stand only where no line is broken.
+// The columns line up only if no line wraps.
 bool needs_wide_page(const Recording& recording, const QStringList& above) {
   qsizetype longest = above.constLast().size();
   if (recording.SampleCount > 0) {
-    // The last sample has the longest number.
+    // The last sample has the most digits in its number.
     longest = std::max(longest, sample_line(recording, recording.SampleCount - 1).size());
   }
   return longest > upright_line_size;
 }
 
-// The samples from `first` on up to before `end`, each as a paragraph of its own behind what was
-// typed before.
+// The samples from `first` up to, but not including, `end`. Each begins a new paragraph.
 QString paragraphs(const Recording& recording, int first, int end) {
   QString text;
   for (int n = first; n < end; ++n) text += paragraph_break + sample_line(recording, n);
@@ -72,7 +71,7 @@ void export_document(Automation& office, const Recording& recording, const QStri
                      ExportProgress& progress) {
   const OfficeApplication word_processor = running_or_new(office, "Word.Application", progress);
   AutomationPointer document;
-  // What the user has in a running word processor stays untouched.
+  // Closes only this document: the user may have others open in a running word processor.
   auto undo = qScopeGuard([&] {
     if (document) {
       skip_on_error([&] { document->call("Close", {}, {{"SaveChanges", do_not_save_changes}}); });

@@ -1,4 +1,4 @@
-// The export as a word-processor document.
+// Exports the Recording as a word-processor document.
 #pragma once
 
 #include <QString>
@@ -7,9 +7,9 @@ class Automation;
 class ExportProgress;
 class Recording;
 
-// Has the word processor write `path`, a document with the lines of the text export
-// (docs/export.md), and quits the word processor. Throws AutomationError for what it could not do,
-// ExportStopped, BoundsError for counts beyond what a Recording holds; the document is then closed
-// and not saved, and a word processor that was started for it quit.
+// Has the word processor write the lines of the text export to the document `path`
+// (docs/export.md), then quits the word processor. Throws AutomationError when the word processor
+// fails, ExportStopped, and BoundsError when the sample count exceeds what a Recording can hold.
+// The document is then closed unsaved, and a word processor that was started for it quits.
 void export_document(Automation& office, const Recording& recording, const QString& path,
                      ExportProgress& progress);

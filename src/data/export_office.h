@@ -1,4 +1,4 @@
-// What both office exports begin and end with.
+// What both office exports share: the application, and the number of samples per call.
 #pragma once
 
 #include <string_view>
@@ -10,16 +10,16 @@ class ExportProgress;
 struct OfficeApplication {
   // Null when none runs and none can be created.
   AutomationPointer object;
-  // Whether it was started for the export.
+  // Whether the application was started for the export.
   bool created = false;
 
-  // Throws AutomationError for an application that is not there.
+  // Throws AutomationError when there is no application.
   AutomationObject* operator->() const;
 };
 
-// The running application of that name, else a new one; failures are ignored.
+// Returns the running application of that name, or else a new one; `object` is null if both fail.
 OfficeApplication running_or_new(Automation& office, std::string_view application,
                                  const ExportProgress& progress);
 
-// The number of samples that go to the application in one call.
+// Samples per call to the application.
 inline constexpr int samples_per_call = 500;

@@ -1,5 +1,5 @@
-// How far an export is, and whether it has to end: told by the thread that exports, asked and
-// ended by the one that shows it.
+// The progress of an export. The thread that exports reports it; the thread that shows it reads it
+// and can stop the export.
 #pragma once
 
 #include <atomic>
@@ -9,7 +9,7 @@
 
 #include "base/errors.h"
 
-// The program is ending, and the export with it.
+// Thrown into an export that has been stopped: the program ends, or the application is stuck.
 class ExportStopped : public RunTimeError {
  public:
   using RunTimeError::RunTimeError;
@@ -17,7 +17,7 @@ class ExportStopped : public RunTimeError {
 
 class ExportProgress {
  public:
-  // Whole percent, 0 before the first. Throws ExportStopped once the export has to end.
+  // Reports whole percent. Throws ExportStopped after stop().
   void reach(int percent) {
     {
       const std::lock_guard lock(mutex_);
@@ -25,11 +25,11 @@ class ExportProgress {
     }
     if (stopped_) throw ExportStopped("program ends");
   }
-  // The share of samples that are written, between `start` and 99 percent: what stays is saving.
+  // Reports `done` of `total` samples as `start` to 99 percent; the file is saved at 99.
   void reach_sample(int start, int done, int total) {
     reach(start + static_cast<int>(static_cast<long long>(99 - start) * done / total));
   }
-  // What was reached since the last call, so that none is passed over however short it stood.
+  // Every percentage reached since the last call, so that even a brief one is shown.
   std::vector<int> newly_reached() {
     const std::lock_guard lock(mutex_);
     return std::exchange(reached_, {});

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Room for what stands above the samples, and for a usual line of four channels.
+// Bytes for the lines above the samples, and for a usual line of four channels.
 constexpr qsizetype usual_head_size = 1024;
 constexpr qsizetype usual_line_size = 100;
 

@@ -1,4 +1,4 @@
-// Watches whether an office application gets on with an export.
+// Detects an office application that is stuck in an export.
 #pragma once
 
 #include <QElapsedTimer>
@@ -9,10 +9,10 @@ class ExportWatch {
  public:
   explicit ExportWatch(const Automation& office) : office_(office) {}
 
-  // Looks now, which shall be done several times a second. True when the application is stuck: it
-  // has neither answered nor used the processor for ten seconds, or it has used a minute of the
-  // processor's time without an answer, thirty times what the largest Recording takes. A slow
-  // application, or one on a busy machine, is not stuck.
+  // Call this several times a second. Returns true when the application is stuck: it has neither
+  // answered nor used the processor for 10 s, or it has used 60 s of processor time without an
+  // answer, thirty times what saving the largest Recording takes. An application that is merely
+  // slow, or on a busy machine, does not count as stuck.
   bool stuck();
 
  private:

@@ -18,9 +18,9 @@ namespace {
 
 const QString sheet_with_time = QStringLiteral("Readings");
 const QString sheet_with_date_and_time = QStringLiteral("Date and Time");
-// Tells the application to make a workbook with one sheet, however many it usually makes.
+// Asks for a workbook with one sheet, whatever the application's usual number.
 constexpr double one_worksheet = -4167;
-// Where that one is once two sheets were added in front.
+// The place of that sheet after two sheets have been added in front of it.
 constexpr double own_sheet = 3;
 // A time stamp is a date of ten characters, a blank and the time.
 constexpr qsizetype date_size = 10;
@@ -31,21 +31,21 @@ constexpr double least_channel_width = 12;
 // Where the columns of the channels begin, counted from 1.
 constexpr int first_channel_with_time = 3;
 constexpr int first_channel_with_date_and_time = 4;
-// What an upright page takes of the columns, in characters, with the usual margins.
+// Width of the columns that fit on a portrait page with the usual margins, in characters.
 constexpr double upright_page_width = 85;
 constexpr double landscape = 2;
-// How the application settles a conflict with changes of other users: ours are kept.
+// Resolves a conflict with other users' changes in favour of ours.
 constexpr double keep_own_changes = 2;
 
-// What a cell shows as "0.00" is what it holds, not the many digits of the 32-bit float.
+// The cell holds the two decimals that it shows, not the many digits of the 32-bit float.
 AutomationCell value_cell(float value) {
   const QString shown = fixed2(static_cast<double>(value));
   const auto number = number_of(shown);
   return number ? AutomationCell(*number) : AutomationCell(shown);
 }
 
-// A date is a number of days, a time a part of one; a stamp in another form stays a text. So does
-// one before March 1900, on whose number not all applications agree.
+// A date is a number of days, a time a fraction of a day. A stamp in another form stays text, and
+// so does one before March 1900, because applications number those days differently.
 std::pair<AutomationCell, AutomationCell> date_and_time_cells(const QString& stamp) {
   static const QDate day_0(1899, 12, 30);
   static const QDate first_agreed(1900, 3, 1);
@@ -85,9 +85,9 @@ class WorkbookExport {
   AutomationObject& workbook_;
   const Recording& recording_;
   ExportProgress& progress_;
-  // The sheet added first has the date and the time in columns of their own.
+  // Has the date and the time in separate columns.
   AutomationPointer first_added_;
-  // The sheet added second has what the Recording is, and whole time stamps.
+  // Has the Recording's information and whole time stamps.
   AutomationPointer second_added_;
 };
 
@@ -111,20 +111,20 @@ void WorkbookExport::format_columns() {
   first_added_->get("Columns", {3.0})->put("NumberFormat", QStringLiteral("hh:mm:ss"));
   format_channels(*first_added_, first_channel_with_date_and_time);
   if (width <= upright_page_width) return;
-  // An application that knows no printer refuses this, and has no pages to make then.
+  // An application without a printer refuses this, but then it prints no pages either.
   for (const auto& sheet : {first_added_, second_added_}) {
     skip_on_error([&] { sheet->get("PageSetup")->put("Orientation", landscape); });
   }
 }
 
-// Gives how wide the columns of the channels are together.
+// Returns the total width of the channels' columns.
 double WorkbookExport::format_channels(AutomationObject& sheet, int first_column) {
   double sum = 0;
   for (int slot = 0; slot < channels(); ++slot) {
     const auto head = static_cast<double>(column_head(recording_, slot).size());
     const AutomationPointer column =
         sheet.get("Columns", {static_cast<double>(first_column + slot)});
-    // Wide enough for its head, within what the application takes.
+    // Wide enough for its head, within the application's limit.
     const double width = std::clamp(head + 2, least_channel_width, 100.0);
     column->put("ColumnWidth", width);
     column->put("NumberFormatLocal", QStringLiteral("0.00_ "));
@@ -163,7 +163,7 @@ void WorkbookExport::write_samples() {
   }
 }
 
-// `count` samples from sample `first` on, as one block on each sheet.
+// Writes `count` samples from sample `first` on as one block on each sheet.
 void WorkbookExport::write_rows(int first, int count) {
   AutomationTable with_time;
   AutomationTable with_date_and_time;
@@ -198,7 +198,7 @@ void export_workbook(Automation& office, const Recording& recording, const QStri
   progress.reach(1);
   const AutomationPointer workbook = spreadsheet->get("Workbooks")->call("Add", {one_worksheet});
   if (!workbook) throw AutomationError("no workbook was added");
-  // An application that goes on running must not keep the workbook, unseen.
+  // The application keeps running and must not keep the invisible workbook open.
   auto undo = qScopeGuard([&] {
     skip_on_error([&] { workbook->call("close", {}, {{"SaveChanges", 0.0}}); });
   });

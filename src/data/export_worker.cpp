@@ -18,15 +18,15 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// How often the windows are shown how far the work is, and how often the application is looked at.
+// How often the main window shows the progress, and how often the application is checked.
 constexpr int show_interval_ms = 30;
 constexpr int watch_interval_ms = 250;
-// For the work to stop by itself when the program ends, and to come back from an application that
-// was given up. An application that was not given up has another second to end.
+// When the program ends: the time in which the work must stop by itself, and the time in which it
+// must return from an application that was given up. Any other application has 1 s more to end.
 constexpr milliseconds time_to_stop(1000);
 constexpr milliseconds time_to_come_back(500);
 
-// An exception that is not the program's own (memory running out, above all) fails the export too.
+// Makes any other exception, mostly for lack of memory, fail the export as well.
 void with_run_time_errors_only(const std::function<void()>& work) {
   try {
     work();
@@ -50,7 +50,7 @@ class Export {
 
   bool run() {
     {
-      // Timers, because a dialog may stand on top of the wait.
+      // Timers, because a dialog may run its own event loop inside this wait.
       QTimer show_timer;
       show_timer.callOnTimeout([this] { show(); });
       show_timer.start(show_interval_ms);
@@ -87,13 +87,13 @@ class Export {
       give_up();
     }
   }
-  // Even giving up can take its time with an application that is stuck.
+  // In a thread, because a stuck application can make even this call block.
   void give_up() {
     given_up_.start();
     progress_->stop();
     std::thread([&office = office_] { office.give_up(); }).detach();
   }
-  // The program ends: whether the work has come back.
+  // Stops the work because the program ends. Returns whether the work has returned.
   bool stopped() {
     progress_->stop();
     if (ended_within(time_to_stop)) return true;

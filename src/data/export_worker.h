@@ -1,4 +1,4 @@
-// Runs an export beside the windows, which stay alive meanwhile.
+// Runs an export in the background while the windows respond.
 #pragma once
 
 #include <functional>
@@ -8,10 +8,10 @@ class Automation;
 class ExportProgress;
 class Shell;
 
-// Runs `work`, which uses `office`, in a thread of its own and waits for it while events run,
-// showing its progress in the main window. Gives whether it ran to its end; a RunTimeError in it is
-// a failure. An application that is stuck is given up. When the program ends meanwhile the work is
-// told to stop, and a second later the application is given up. Work that does not come back from
-// that either is left behind: `work` must therefore own what it uses.
+// Runs `work`, which uses `office`, in its own thread, waits for it while events run, and shows its
+// progress in the main window. Returns true when `work` completes, false when it throws or does not
+// return. Gives up an application that is stuck. If the program ends meanwhile, stops the work and
+// a second later gives up the application. A thread that still does not return is abandoned, so
+// `work` must own what it uses.
 bool run_beside_the_windows(Shell& shell, Automation& office,
                             std::function<void(ExportProgress&)> work);

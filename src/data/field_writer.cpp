@@ -9,8 +9,8 @@ namespace {
 
 constexpr qsizetype whole_size = 12;
 
-// Copies ASCII without quotes, which is nearly every text; false, with `out` half written, for any
-// other text.
+// Copies a text of ASCII without quotes, as nearly every text is. Returns false for any other text;
+// the bytes in `out` are then of no use.
 bool copy_plain(QStringView text, char* out) {
   char16_t seen = 0;
   bool quote = false;

@@ -1,5 +1,5 @@
-// Writes fields in the text record form that FieldReader reads: texts in double quotes, numbers
-// plain, commas between the fields of a line, lines ended by CR LF (docs/data-file.md).
+// Writes fields in the form that FieldReader reads: texts in double quotes, numbers without quotes,
+// commas between the fields of a line, CR LF after each line (docs/data-file.md).
 #pragma once
 
 #include <QByteArray>
@@ -12,16 +12,16 @@
 
 class FieldWriter {
  public:
-  // `expected_size` in bytes saves growing on the way.
+  // Reserves `expected_size` bytes; the buffer grows beyond that.
   explicit FieldWriter(qsizetype expected_size = 4096);
   FieldWriter(const FieldWriter&) = delete;
   FieldWriter& operator=(const FieldWriter&) = delete;
 
-  // A text between double quotes in the system's 8-bit encoding; a double quote inside it is
-  // doubled.
+  // Writes a text between double quotes in the system's 8-bit encoding, and doubles each double
+  // quote in it.
   FieldWriter& text(QStringView text);
   FieldWriter& integer(std::int32_t value);
-  // The shortest decimal form that reads back as the same 32-bit float.
+  // Writes the shortest decimal form that reads back as the same 32-bit float.
   FieldWriter& real(float value) {
     at_ = write_shortest_float(start_field(shortest_float_size), value);
     return *this;
@@ -34,16 +34,16 @@ class FieldWriter {
     return *this;
   }
 
-  // What was written so far; valid until the next field.
+  // The bytes written so far; valid until the next field.
   std::string_view bytes() const;
 
  private:
-  // Where at least `characters` can be written.
+  // Returns where to write, with room for at least `characters`.
   char* room(qsizetype characters) {
     if (end_ - at_ < characters) grow(characters);
     return at_;
   }
-  // The same for a field, behind the comma where one is needed.
+  // Does the same for a field, after writing the comma that separates it from the one before.
   char* start_field(qsizetype characters) {
     char* out = room(characters + 1);
     if (line_started_) *out++ = ',';

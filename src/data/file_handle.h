@@ -1,4 +1,4 @@
-// The program's numbered file handles: one file each, opened, written or read, and closed.
+// The program's numbered file handles. Each opens one file at a time for reading or writing.
 #pragma once
 
 #include <QByteArray>
@@ -9,8 +9,8 @@
 
 class WholeFile;
 
-// A handle that is open cannot be opened again: a command that failed and left it open makes every
-// later command on the same handle fail as well, until the program ends. That is intended.
+// An open handle cannot be opened again. A command that fails and leaves it open therefore makes
+// every later command on this handle fail until the program ends. That is intended.
 class FileHandle {
  public:
   FileHandle();
@@ -18,27 +18,27 @@ class FileHandle {
   FileHandle& operator=(const FileHandle&) = delete;
   ~FileHandle();
 
-  // Throw FileError when the handle is open already, or when `path` cannot be opened; the handle
-  // is then as it was. What could make the program wait for ever, such as a named pipe, is refused.
+  // Both throw FileError when the handle is already open or `path` cannot be opened, and leave the
+  // handle as it was. They refuse a named pipe, whose opening could block for ever.
   void open_for_reading(const QString& path);
-  // The file itself changes only with write().
+  // Changes nothing on the disk; only write() does.
   void open_for_writing(const QString& path);
 
   bool is_open() const { return read_.isOpen() || written_; }
 
-  // What the file holds, at most the first `most` bytes. Throws FileError when the handle is not
-  // open for reading or the file cannot be read.
+  // Returns the file's contents, at most its first `most` bytes. Throws FileError when the handle
+  // is not open for reading or the file cannot be read.
   QByteArray read(qint64 most);
 
-  // Makes `bytes` the contents of the file, whole and on the disk. Throws FileError when that
-  // cannot be done or the handle is not open for writing; the file is then as it was.
+  // Replaces the file's contents with `bytes` and returns when they are on the disk. Throws
+  // FileError when that fails or the handle is not open for writing; the file is then unchanged.
   void write(std::string_view bytes);
 
-  // After a failure, in place of write(): leaves what can be written if no file is there yet. An
-  // older file stays as it is.
+  // Used after a failure: if there is no file yet, writes as many of `bytes` as it can. Leaves an
+  // older file unchanged.
   void write_fragment(std::string_view bytes);
 
-  // Throws FileError when the system reports a failure only now. The handle is closed all the same.
+  // Closes the handle in any case. Throws FileError when the system reports a failure on closing.
   void close();
 
  private:
@@ -46,6 +46,6 @@ class FileHandle {
   std::unique_ptr<WholeFile> written_;
 };
 
-// Handle 1 serves the data files, handle 2 the text export.
+// Handle 1 is for data files, handle 2 for the text export.
 FileHandle& file_handle_1();
 FileHandle& file_handle_2();

@@ -1,22 +1,22 @@
-// Names of files as commands take them from the file dialog.
+// The file names that commands get from the file dialog.
 #pragma once
 
 #include <QString>
 
 class Shell;
 
-// Whether there is a file of exactly this name, a folder not being one.
+// Whether something of exactly this name exists that is not a folder.
 bool file_exists(const QString& name);
 
-// The name of the file that a command uses when the user has chosen `chosen`: what stands before
-// its first "." anywhere in the path, folders included, and then `extension` (".qlx").
+// The name that a command uses when the user has chosen `chosen`: the part before the first "." of
+// the whole path, folders included, followed by `extension` (".qlx").
 QString with_extension(const QString& chosen, const QString& extension);
 
-// Shows the main window's file dialog and gives the name chosen; empty when the user cancelled or
-// the program is ending.
+// Shows the main window's file dialog and returns the chosen name, empty when the user cancels or
+// the program ends.
 QString choose_file_to_open(Shell& shell, const QString& filter, const QString& title);
 
-// The same for a file to write. Asks before a file of exactly the chosen name is overwritten, and
-// shows the dialog again on No. The name that is then written can be another one (see
-// with_extension): that one is overwritten without a question, which is intended.
+// Does the same for a file to write. Asks when a file of exactly the chosen name exists, and shows
+// the dialog again on No. If with_extension() changes the name, the file of the changed name is
+// overwritten without a question. That is intended.
 QString choose_file_to_save(Shell& shell, const QString& filter, const QString& title);

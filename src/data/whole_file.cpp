@@ -49,13 +49,13 @@ void let_writes_fail_at_the_size_limit() {}
 
 #else
 
-// Devices and some network file systems have nothing that could be forced.
+// Devices and some network file systems do not support this, which is no failure.
 bool force_to_disk(int file) {
   return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
-// The new name of a file is on the disk when its folder is. The file itself is there whatever
-// becomes of this, so no failure is told.
+// A file's new name reaches the disk with its folder. The file itself is complete in any case, so a
+// failure here is ignored.
 void force_folder_to_disk(const QString& file) {
   const QFileInfo real(QFileInfo(file).canonicalFilePath());
   const int handle =
@@ -65,13 +65,13 @@ void force_folder_to_disk(const QString& file) {
   close(handle);
 }
 
-// Room for `size` bytes, without a change of those that are there.
+// Reserves disk space for `size` bytes without changing the existing ones.
 bool reserve(QFile& file, qint64 size) {
   if (size > 0) errno = posix_fallocate(file.handle(), 0, size);
   return size == 0 || errno == 0;
 }
 
-// Gives a new file the owner and group of the older one, if there is one; false when it may not.
+// Gives a new file the owner and group of the older one, if any. Returns false if not permitted.
 bool keep_owner(int file, const QString& older) {
   struct stat before {};
   struct stat now {};
@@ -81,12 +81,12 @@ bool keep_owner(int file, const QString& older) {
          fchown(file, before.st_uid, before.st_gid) == 0;
 }
 
-// The name of an open file, which a disk without unnamed files has given to one that is begun.
+// Removes the name of an open new file; it has one only on a disk that has no unnamed files.
 void remove_name(int file) {
   QFile::remove(QFile::symLinkTarget(QStringLiteral("/proc/self/fd/%1").arg(file)));
 }
 
-// Otherwise a file beyond the user's size limit would end the program.
+// Without this, writing beyond the user's size limit would kill the program.
 void let_writes_fail_at_the_size_limit() {
   static const auto before = std::signal(SIGXFSZ, SIG_IGN);
   static_cast<void>(before);
@@ -140,7 +140,7 @@ void WholeFile::replace(std::string_view bytes, const std::stop_token& stop) {
   if (replacement_.commit()) {
     force_folder_to_disk(path_);
   } else {
-    // A file that is a mount point, or another user's in a sticky folder, cannot be replaced.
+    // A mount point cannot be replaced, nor can another user's file in a sticky folder.
     overwrite(bytes);
   }
 }
@@ -156,7 +156,7 @@ void WholeFile::overwrite(std::string_view bytes) {
     throw FileError("device cannot be written");
   }
   const qint64 older_size = file.size();
-  // What lies beyond the new bytes goes only when those are on the disk.
+  // Bytes beyond the new size need no copy: they go only when the new ones are on the disk.
   const QByteArray older = file.read(size);
   if (older.size() < std::min(size, older_size)) throw FileError("file cannot be read");
   file.seek(0);

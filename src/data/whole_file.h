@@ -1,4 +1,4 @@
-// Writes files whole or not at all: the one place from which the program puts bytes on a disk.
+// Writes files completely or not at all: data files, automatic saves, exports and PDF files.
 #pragma once
 
 #include <QFile>
@@ -8,23 +8,23 @@
 #include <stop_token>
 #include <string_view>
 
-// A file that is about to be written. Until write() has succeeded nothing changes at its name.
+// A file to be written. Its path shows the older file until write() succeeds.
 class WholeFile {
  public:
   // Follows symbolic links. Throws FileError when `path` cannot be written: its folder is missing,
-  // it is a folder, it may not be written, or it is a pipe or socket, which could wait for ever.
+  // it is a folder, permission is denied, or it is a pipe or socket, which could block for ever.
   explicit WholeFile(const QString& path);
 
-  // Makes `bytes` the contents and returns when they are on the disk. Throws FileError otherwise: a
-  // file that was there is as it was, and nothing else is left. An older file is overwritten in
-  // place, once the disk has the room, where a new one could not take its place as it is: the
-  // folder takes no new file, the owner or group cannot be kept, or the file has other names (hard
-  // links). A device takes the bytes as they come.
-  // Another thread's `stop` makes it fail as long as a new file has not taken the older one's
-  // place. It removes the new one at once, for the program may end before a slow disk is done.
+  // Makes `bytes` the contents and returns when they are on the disk. Throws FileError otherwise:
+  // an older file is then unchanged, and nothing else is left. An older file is overwritten in
+  // place, after the disk space is reserved, where a new file cannot take its place: the folder
+  // accepts no new file, the owner or group cannot be kept, or the file has other names (hard
+  // links). A device simply receives the bytes.
+  // Another thread's `stop` makes it fail until the new file has taken the older one's place. It
+  // removes the new file's name at once, because the program may end before a slow disk is done.
   void write(std::string_view bytes, const std::stop_token& stop = {});
 
-  // After write() has failed: leaves as many of `bytes` as can be written, if no file is there.
+  // Used after write() has failed: if no file exists, writes as many of `bytes` as it can.
   void write_fragment(std::string_view bytes);
 
  private:
@@ -33,10 +33,10 @@ class WholeFile {
   void discard_replacement();
 
   QString path_;
-  // Beside the file; takes its place in the end. Not open where the file is overwritten in place.
+  // The new file in the same folder. Not open when the older file is overwritten in place.
   QSaveFile replacement_;
 };
 
-// The same in one call; errno then says why it failed.
+// Does the same in one call. After a failure of the system errno holds the reason.
 void write_whole_file(const QString& path, std::string_view bytes,
                       const std::stop_token& stop = {});

@@ -9,23 +9,23 @@ constexpr std::string_view signature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr std::size_t sector_size = 512;  // the header's size too
 constexpr std::size_t numbers_a_sector = sector_size / 4;
 constexpr std::uint32_t first_special =
-    0xFFFFFFFA;  // no sector, but the end of a chain or the like
+    0xFFFFFFFA;  // from here on no sector, but for example the end of a chain
 
-// Places in the header.
+// Byte offsets in the header.
 constexpr std::size_t first_directory_sector = 48;
 constexpr std::size_t first_small_table_sector = 60;
 constexpr std::size_t first_list_sector = 68;
 constexpr std::size_t list_in_header = 76;
 constexpr std::size_t list_in_header_size = 109;
 
-// Directory entries, and places in them.
+// The size of a directory entry, and byte offsets in it.
 constexpr std::size_t entry_size = 128;
 constexpr std::size_t entry_type = 66;
 constexpr std::size_t entry_first_sector = 116;
 constexpr std::size_t entry_length = 120;
 constexpr std::uint8_t stream_type = 2;
 constexpr std::uint8_t root_type = 5;
-// A shorter stream lies in the root's.
+// A shorter stream is stored inside the root's stream.
 constexpr std::uint32_t least_length = 4096;
 
 class CompoundFile {
@@ -44,8 +44,8 @@ class CompoundFile {
   }
   static std::size_t place(std::uint32_t sector) { return (sector + std::size_t{1}) * sector_size; }
 
-  // The table has a number for each sector: the next one of its chain. Its own sectors are listed
-  // in the header, and further on in sectors of their own.
+  // Reads the table, which holds for each sector the number of the next one in its chain. The
+  // header lists the first sectors of the table; further list sectors name the rest.
   bool read_table() {
     for (std::size_t i = 0; i < list_in_header_size; ++i) {
       if (!read_table_sector(number(list_in_header + 4 * i))) return false;
@@ -69,7 +69,7 @@ class CompoundFile {
     return true;
   }
 
-  // Whether the chain from `first` on is there and takes `length` bytes.
+  // Returns whether the chain from sector `first` on is complete and holds `length` bytes.
   bool is_chain(std::uint32_t first, std::uint32_t length) const {
     std::size_t count = 0;
     for (std::uint32_t sector = first; sector < first_special; sector = next_[sector]) {
@@ -78,7 +78,7 @@ class CompoundFile {
     return count * sector_size >= length;
   }
 
-  // Of a document that could not be written the directory can be empty.
+  // Requires a stream: a document that could not be written can have an empty directory.
   bool directory_complete() const {
     const std::uint32_t first = number(first_directory_sector);
     if (first >= first_special || !is_chain(first, 0)) return false;

@@ -1,8 +1,8 @@
-// The container of "MS Word 97" and "MS Excel 97": streams in sectors, chained by a table.
+// The container format of "MS Word 97" and "MS Excel 97": a table chains the sectors of streams.
 #pragma once
 
 #include <string_view>
 
-// Whether all that the container says it holds is there: a suite that has run out of room for its
-// temporary files hands out a part without a word.
+// Returns whether the container has every sector that it refers to. A suite without room for its
+// temporary files delivers an incomplete one without reporting an error.
 bool is_complete_compound_file(std::string_view bytes);

@@ -30,12 +30,12 @@ using css::uno::UNO_QUERY_THROW;
 namespace {
 
 constexpr int poll_interval_ms = 20;
-// A first start makes the user's profile.
+// Long, because the suite's first start creates the user's profile.
 constexpr int start_limit_ms = 60'000;
-// A process that hands its arguments to a running one ends at once; what is asked to end does so
-// within this time.
+// A process that passes its arguments to a running one ends at once. A process that is asked to end
+// does so within this time.
 constexpr int end_limit_ms = 5'000;
-// What starts while the program ends is not ended at once: it would leave its own files behind.
+// How long a start may go on after it is given up: killed at once it would leave files behind.
 constexpr int give_up_limit_ms = 900;
 
 void dispose(const Reference<css::uno::XInterface>& object) {
@@ -43,11 +43,11 @@ void dispose(const Reference<css::uno::XInterface>& object) {
     const Reference<css::lang::XComponent> component(object, UNO_QUERY);
     if (component.is()) component->dispose();
   } catch (const css::uno::Exception&) {
-    // It has gone already.
+    // The object no longer exists.
   }
 }
 
-// Counts the windows that open. They are the user's: an export's document has none.
+// Counts the windows that open. They are the user's, because an exported document has no window.
 class OpenedWindows final : public cppu::WeakImplHelper1<css::awt::XTopWindowListener> {
  public:
   explicit OpenedWindows(std::shared_ptr<std::atomic<int>> count) : count_(std::move(count)) {}
@@ -65,7 +65,7 @@ class OpenedWindows final : public cppu::WeakImplHelper1<css::awt::XTopWindowLis
   std::shared_ptr<std::atomic<int>> count_;
 };
 
-// Where the suite puts a pipe of that name.
+// The path at which the suite creates the pipe.
 QString pipe_path(const QString& pipe) {
   return QStringLiteral("/tmp/OSL_PIPE_%1_%2").arg(getuid()).arg(pipe.section('=', 1));
 }
@@ -86,7 +86,7 @@ void OfficeConnection::open(const Automation::GiveUp& give_up) {
   }
 }
 
-// The name of the pipe cannot be guessed, and the office process lets only its own user use it.
+// The pipe's name cannot be guessed, and the office process lets only its own user open the pipe.
 void OfficeConnection::launch() {
   pipe_ = QStringLiteral("pipe,name=corvane_") + QUuid::createUuid().toString(QUuid::Id128);
   process_.start({QStringLiteral("--accept=%1;urp;").arg(pipe_)});
@@ -97,13 +97,13 @@ void OfficeConnection::connect(const Automation::GiveUp& give_up) {
   timer.start();
   int limit = start_limit_ms;
   while (!try_to_connect()) {
-    // With nobody left who starts, only a process that took the pipe over can still answer.
+    // Once the started process has ended, only a process that took over its pipe can answer.
     if (limit == start_limit_ms && !process_.running()) {
       limit = static_cast<int>(timer.elapsed()) + end_limit_ms;
     }
     if (give_up()) limit = std::min(limit, static_cast<int>(timer.elapsed()) + give_up_limit_ms);
     if (abandoned_.stop_requested() || timer.hasExpired(limit)) {
-      // What has just been started has nothing of the user's in it yet.
+      // The user cannot have opened anything yet in a process that has just started.
       process_.end();
       QFile::remove(pipe_path(pipe_));
       throw AutomationError("the office suite does not answer");
@@ -128,7 +128,7 @@ bool OfficeConnection::try_to_connect() {
     office_.set(bridge->getInstance("StarOffice.ComponentContext"), UNO_QUERY_THROW);
     return true;
   } catch (const css::uno::Exception&) {
-    // Nobody listens yet, or what listened is ending.
+    // No process listens yet, or the one that listens is ending.
     dispose(bridge_);
     return false;
   }
@@ -142,7 +142,7 @@ Reference<css::uno::XInterface> OfficeConnection::create(const QString& service)
 
 void OfficeConnection::watch_windows() {
   toolkit_ = css::awt::Toolkit::create(office_);
-// Marked as old, with nothing in its place.
+// Deprecated, but without a replacement.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
   toolkit_->addTopWindowListener(new OpenedWindows(users_windows_));
@@ -158,7 +158,7 @@ bool OfficeConnection::used_by_user() {
   if (used) {
     ++*users_windows_;
   } else {
-    // Unless the user has opened one meanwhile.
+    // Keeps the count if the user has opened a window meanwhile.
     users_windows_->compare_exchange_strong(windows_before, 0);
   }
   return used;
@@ -169,7 +169,7 @@ void OfficeConnection::quit() {
   try {
     ending_ = css::frame::Desktop::create(office_)->terminate();
   } catch (const css::lang::DisposedException&) {
-    // It was faster than its answer.
+    // The process ended before its answer arrived.
     ending_ = true;
   }
   process_.wait_for_end(end_limit_ms);
@@ -207,10 +207,10 @@ void OfficeConnection::abandon() {
   dispose(bridge);
 }
 
-// The process that lives on shall not keep a door open that nobody will use again.
+// Closes the pipe into a process that keeps running: no one will use it again.
 void OfficeConnection::withdraw_pipe() const {
   skip_on_error([this] {
-    // Where the suite has ended meanwhile this starts it anew, and nobody else would end it.
+    // If the suite has ended meanwhile, start() starts a new one, which must end here.
     OfficeProcess messenger;
     messenger.start({QStringLiteral("--unaccept=%1;urp;").arg(pipe_)});
     if (!messenger.wait_for_end(end_limit_ms)) messenger.end();

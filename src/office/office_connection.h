@@ -1,5 +1,5 @@
-// The way to a running office suite: a pipe of our own into the user's office process, or into one
-// that is started for us.
+// A connection to a running office suite: our own pipe into the user's office process, or into an
+// office process that we start.
 #pragma once
 
 #include <QString>
@@ -16,8 +16,8 @@
 #include "data/automation.h"
 #include "office/office_process.h"
 
-// Talks to the office process for as long as it lives; then the pipe is taken away again. One
-// thread works with it; another one may ask for its activity and abandon it.
+// Holds the connection for its lifetime, then has the office process close the pipe. One thread
+// uses it; another one may call activity() and abandon().
 class OfficeConnection {
  public:
   OfficeConnection();
@@ -25,34 +25,34 @@ class OfficeConnection {
   OfficeConnection& operator=(const OfficeConnection&) = delete;
   ~OfficeConnection();
 
-  // Hands a pipe to the office process of this user that runs already, or else starts one. A
-  // started one has no window, but shows every document that the user opens in it later. Throws
-  // AutomationError when the suite is missing, does not start, or `give_up` says so.
+  // Opens a pipe into this user's running office process, or else starts one. A started process has
+  // no window, but shows every document that the user opens in it later. Throws AutomationError
+  // when the suite is missing or does not start, or when `give_up` returns true.
   void open(const Automation::GiveUp& give_up);
 
   // Whether the office process was started by this connection.
   bool started() const { return process_.started(); }
-  // Whether it still answers.
+  // Whether the office process still answers.
   bool alive();
 
-  // An object of the office process by its service name. Throws a UNO exception.
+  // Creates an object in the office process by its service name. Throws a UNO exception.
   css::uno::Reference<css::uno::XInterface> create(const QString& service) const;
 
-  // Ends the office process that this connection has started, unless the user has something open
-  // in it by now. One that ran before stays.
+  // Asks the office process to end if this connection started it and the user has nothing open in
+  // it. Waits up to 5 s for the end.
   void quit();
 
-  // Makes `bytes` the file `path`, as write_whole_file() does; abandon() stops it.
+  // Writes `bytes` to the file `path` with write_whole_file(); abandon() stops it.
   void write_file(const QString& path, std::string_view bytes);
 
-  // A sign that the office process got on with what it was asked.
+  // Records that the office process makes progress.
   void count_answer() { ++answers_; }
-  // Nothing while a file is written: a slow disk is no sign of a stuck process.
+  // Empty while a file is written: a slow disk does not mean a stuck process.
   std::optional<AutomationActivity> activity() const;
 
-  // From another thread, for an office process that does not get on: the call under way fails, and
-  // so does every later one. A process that was started here is ended, unless the user has opened
-  // a window in it since it last said that there was none, or it has agreed to end by itself.
+  // Called from another thread when the office process is stuck. Makes the current call and all
+  // later calls fail. Ends a process that was started here, unless the user has opened a window in
+  // it since it last reported none, or it has already agreed to end.
   void abandon();
 
  private:
@@ -60,7 +60,7 @@ class OfficeConnection {
   void connect(const Automation::GiveUp& give_up);
   bool try_to_connect();
   void withdraw_pipe() const;
-  // Throws a UNO exception, as does the next.
+  // Throws a UNO exception, as does used_by_user().
   void watch_windows();
   // Asks whether the user has something open in the office process.
   bool used_by_user();
@@ -70,15 +70,15 @@ class OfficeConnection {
   std::atomic<std::int64_t> answers_ = 0;
   std::atomic<bool> writing_ = false;
   std::stop_source abandoned_;
-  // Windows that the user has opened in it, as it said itself at that moment, because it cannot be
-  // asked any more when it is stuck. 0 when it has answered since that nothing is open.
+  // Counts the windows that the user opens. The office process reports each one at once, because a
+  // stuck process cannot be asked. 0 after the process has answered that nothing is open.
   std::shared_ptr<std::atomic<int>> users_windows_ = std::make_shared<std::atomic<int>>(0);
-  // It has agreed to end.
+  // The office process has agreed to end.
   std::atomic<bool> ending_ = false;
   css::uno::Reference<css::uno::XComponentContext> local_;
   mutable std::mutex bridge_mutex_;
   css::uno::Reference<css::uno::XInterface> bridge_;
   css::uno::Reference<css::uno::XComponentContext> office_;
-  // Tells of windows as long as it is held.
+  // Reports windows as long as it is held.
   css::uno::Reference<css::awt::XToolkit2> toolkit_;
 };

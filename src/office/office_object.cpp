@@ -17,7 +17,7 @@ using css::uno::UNO_QUERY_THROW;
 
 namespace {
 
-// What the suite refuses is an AutomationError. A new call shows that the one before has come back.
+// Turns a refusal of the suite into AutomationError. Each new call proves that the last returned.
 template <class Statement>
 auto in_terms_of_automation(OfficeConnection& connection, Statement&& statement) {
   try {
@@ -98,7 +98,7 @@ Reference<css::beans::XPropertySet> OfficeDocument::style(const QString& family,
 
 namespace {
 
-// The bytes that the suite writes, in this program's memory.
+// Collects in memory the bytes that the suite writes.
 class ReceivedBytes final : public cppu::WeakImplHelper1<css::io::XOutputStream> {
  public:
   explicit ReceivedBytes(OfficeConnection& connection) : connection_(connection) {}
@@ -144,7 +144,7 @@ OfficeDocument::~OfficeDocument() {
   try {
     close();
   } catch (const css::uno::Exception&) {
-    // The office process has gone, and the document with it.
+    // The office process has ended, and the document with it.
   }
 }
 

@@ -1,5 +1,5 @@
-// Base of the objects that this plug-in hands out: what the office suite refuses becomes an
-// AutomationError, and so does a member that an object does not have.
+// The base class of the objects that this plug-in returns. It throws AutomationError when the
+// office suite refuses a call and when an object has no such member.
 #pragma once
 
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -23,7 +23,7 @@ class OfficeObject : public AutomationObject {
   explicit OfficeObject(std::shared_ptr<OfficeConnection> connection)
       : connection_(std::move(connection)) {}
 
-  // What an object has; these throw UNO exceptions or AutomationError.
+  // The members of an object. Overrides throw UNO exceptions or AutomationError.
   virtual AutomationPointer get_member(std::string_view member, const AutomationArguments&);
   virtual void put_member(std::string_view member, const AutomationArguments&,
                           const AutomationValue&);
@@ -33,23 +33,23 @@ class OfficeObject : public AutomationObject {
   const std::shared_ptr<OfficeConnection>& connection() const { return connection_; }
 
  private:
-  // Let go of last: objects of the office process go before the way to it.
+  // Released last: the objects of the office process must go before the connection to it.
   std::shared_ptr<OfficeConnection> connection_;
 };
 
 [[noreturn]] void no_member(std::string_view member);
 
-// Argument n as a whole number, or any value as a number or text. Throw AutomationError when it is
-// missing or something else.
+// Argument n as a whole number; a value as a number; a value as text. All throw AutomationError
+// when the argument is missing or of another type.
 int integer_argument(const AutomationArguments& arguments, std::size_t n);
 double number(const AutomationValue& value);
 const QString& text(const AutomationValue& value);
 
-// A document of the office suite without a window, so that neither the user nor the suite's own
-// work for what is on screen comes into it. Closed and not saved at the end.
+// A document of the office suite without a window, so that neither the user nor drawing on the
+// screen interferes. The destructor closes it unsaved.
 class OfficeDocument {
  public:
-  // "com.sun.star.text.TextDocument", "com.sun.star.sheet.SpreadsheetDocument".
+  // `service`: "com.sun.star.text.TextDocument" or "com.sun.star.sheet.SpreadsheetDocument".
   OfficeDocument(const OfficeConnection& connection, const QString& service);
   OfficeDocument(const OfficeDocument&) = delete;
   OfficeDocument& operator=(const OfficeDocument&) = delete;
@@ -57,12 +57,12 @@ class OfficeDocument {
 
   const css::uno::Reference<css::uno::XInterface>& model() const { return model_; }
 
-  // A style of one of its families, such as "PageStyles". Throws a UNO exception.
+  // Returns a style of a family such as "PageStyles". Throws a UNO exception.
   css::uno::Reference<css::beans::XPropertySet> style(const QString& family,
                                                       const QString& name) const;
 
-  // Has the suite write it in the format of that filter, and makes the bytes the file `path`, whole
-  // or not at all. Throws a UNO exception or FileError.
+  // Has the suite convert the document with `filter`, and writes the bytes to the file `path`, all
+  // or none. Throws a UNO exception, AutomationError for an incomplete document, or FileError.
   void save(OfficeConnection& connection, const QString& path, const QString& filter) const;
   void close();
 
@@ -70,7 +70,7 @@ class OfficeDocument {
   css::uno::Reference<css::uno::XInterface> model_;
 };
 
-// How the pages of a document or sheet lie, by the number that its application has for lying ones.
+// The page orientation of a document or sheet. `landscape` is the application's number for it.
 class OfficePageSetup final : public OfficeObject {
  public:
   OfficePageSetup(std::shared_ptr<OfficeConnection> connection,

@@ -1,4 +1,4 @@
-// The plug-in's entry: office automation by way of LibreOffice (docs/export.md).
+// The plug-in's entry point: office automation through LibreOffice (docs/export.md).
 #include <csignal>
 #include <functional>
 #include <future>
@@ -15,10 +15,10 @@ using Connection = std::shared_ptr<OfficeConnection>;
 // `started`: whether the application was started for the caller, who may then quit it.
 using MakeApplication = AutomationPointer (*)(Connection, bool started);
 
-// When the program ends, the suite is given this time to agree to its end, and then to be ended.
+// When the program ends, the suite has this long to quit, then as long again to be ended by force.
 constexpr std::chrono::milliseconds end_limit(500);
 
-// Whether `work` was done in that time. If not, it goes on in a thread that nobody waits for.
+// Returns whether `work` finishes within `limit`. If not, it continues in a detached thread.
 bool done_within(std::chrono::milliseconds limit, std::function<void()> work) {
   std::packaged_task<void()> task(std::move(work));
   const auto done = task.get_future();
@@ -35,8 +35,8 @@ MakeApplication application_maker(std::string_view application) {
   throw AutomationError("no such application");
 }
 
-// The suite has one process for all its applications. Asking it for a pipe is what starts one where
-// none runs; the way to that one is kept until the program ends, which ends it as well.
+// The suite runs all its applications in one process. If none runs, opening a connection starts it.
+// The connection to a started process is kept until the program ends, which also ends the process.
 class OfficeAutomation final : public Automation {
  public:
   AutomationPointer running(std::string_view application, const GiveUp& give_up) override {
@@ -81,7 +81,7 @@ class OfficeAutomation final : public Automation {
     const std::weak_ptr<OfficeConnection> kept = own;
     const bool ended = done_within(end_limit, [own = std::move(own)]() mutable {
       if (own->alive()) own->quit();
-      // Takes the pipe away from a suite that stays.
+      // Closes the pipe into a suite that keeps running.
       own.reset();
     });
     if (ended) return;
@@ -114,20 +114,20 @@ class OfficeAutomation final : public Automation {
   }
 
   mutable std::mutex mutex_;
-  // The way to the suite that was started here.
+  // The connection to the suite that was started here.
   Connection own_suite_;
   std::weak_ptr<OfficeConnection> in_use_;
-  // Started by running(), for create(), which the caller asks next.
+  // running() has just started a suite, which the caller's next call, create(), returns.
   bool fresh_ = false;
 };
 
 }  // namespace
 
 extern "C" Q_DECL_EXPORT Automation* corvane_office_automation() {
-  // A suite that goes while it is written to shall fail the export, not end the program.
+  // A suite that ends while it is written to must fail the export, not kill the program.
   static const auto before = std::signal(SIGPIPE, SIG_IGN);
   static_cast<void>(before);
-  // Never destroyed: an export that was left behind when the program ended may still be in it.
+  // Never destroyed: an export that was abandoned when the program ended may still use it.
   static auto* automation = new OfficeAutomation;
   return automation;
 }

@@ -17,14 +17,14 @@
 namespace {
 
 constexpr int poll_interval_ms = 20;
-// What is asked to end clears its files away first, if it is not stuck.
+// A process that is not stuck uses this time to delete its temporary files.
 constexpr int end_limit_ms = 300;
 
 qint64 run_office(const QStringList& arguments) {
   QProcess process;
   process.setProgram(QStringLiteral(OFFICE_PROGRAM "/soffice"));
-  // No start centre, no splash screen, no question about documents from a crash; and neither
-  // "--headless" nor "--invisible", which would hide the windows that the user opens later.
+  // No start centre, no splash screen, no offer to recover documents. Without "--headless" and
+  // "--invisible", because they would hide the windows that the user opens later.
   process.setArguments(arguments + QStringList{"--nodefault", "--nologo", "--norestore"});
   if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
     auto environment = QProcessEnvironment::systemEnvironment();
@@ -45,12 +45,12 @@ struct ProcessState {
   std::int64_t processor_ms;
 };
 
-// What the system says of a process; nothing when it has gone or the system does not tell.
+// Reads a process's state. Empty when the process has ended or the system does not report it.
 std::optional<ProcessState> state_of(const QString& process) {
   QFile file(QStringLiteral("/proc/%1/stat").arg(process));
   if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
   const QByteArray line = file.readAll();
-  // Behind the name in brackets, which may hold anything.
+  // The fields after the bracketed name, which may contain any character.
   const QByteArrayList fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
   if (fields.size() < 13) return std::nullopt;
   const std::int64_t ticks = fields[11].toLongLong() + fields[12].toLongLong();
@@ -59,7 +59,7 @@ std::optional<ProcessState> state_of(const QString& process) {
                       .processor_ms = ticks * 1000 / sysconf(_SC_CLK_TCK)};
 }
 
-// An ended process that nobody has asked about yet counts as ended.
+// A zombie, a process that has ended but was not waited for, is not alive.
 bool alive(qint64 process) {
   if (process == 0 || kill(static_cast<pid_t>(process), 0) != 0) return false;
   const auto state = state_of(QString::number(process));
@@ -71,7 +71,7 @@ bool alive(qint64 process) {
 void OfficeProcess::start(const QStringList& arguments) {
   process_ = run_office(arguments);
   group_ = getpgid(static_cast<pid_t>(process_));
-  // Never the program's own group.
+  // end() must never signal the program's own group.
   if (group_ <= 1 || group_ == getpgrp()) group_ = 0;
 }
 
@@ -95,7 +95,7 @@ void OfficeProcess::find_server(const QString& pipe_path) {
     return;
   }
 #endif
-  // What hands its arguments over ends at once.
+  // A process that passes its arguments to a running one ends at once.
   constexpr int hand_over_limit_ms = 500;
   started_ = !wait_for_end(hand_over_limit_ms);
 }

@@ -1,4 +1,4 @@
-// The office suite's processes, as the system knows them.
+// The office suite's processes, as seen by the operating system.
 #pragma once
 
 #include <QString>
@@ -6,32 +6,32 @@
 
 #include <cstdint>
 
-// The process that serves a pipe, and those that were started to have one.
+// The process that serves the pipe, and the processes that were started here to get one.
 class OfficeProcess {
  public:
-  // Starts the suite with `arguments`; it runs on by itself. A process of this user that runs
-  // already takes the arguments over, and the new one ends. Throws AutomationError.
+  // Starts the suite with `arguments` as an independent process. If this user already has an office
+  // process, that one takes over the arguments and the new one ends. Throws AutomationError.
   void start(const QStringList& arguments);
 
-  // Looks who serves the pipe of that path.
+  // Finds the process that serves the pipe at `pipe_path`.
   void find_server(const QString& pipe_path);
-  // Whether the one that serves it was started here.
+  // Whether the process that serves the pipe was started here.
   bool started() const { return started_; }
-  // Whether what was started here still runs.
+  // Whether a process that was started here still runs.
   bool running() const;
 
-  // Waits for the end of what was started here; false when it still runs after `milliseconds`.
+  // Waits until what was started here ends. Returns false if it still runs after `milliseconds`.
   bool wait_for_end(int milliseconds) const;
-  // Ends what was started here: asks, and forces what does not follow soon.
+  // Ends what was started here: with SIGTERM first, after 300 ms with SIGKILL.
   void end() const;
 
-  // The processor time in milliseconds that all of these processes have taken; 0 where the system
-  // does not tell.
+  // The processor time of all these processes in milliseconds; 0 where the system does not report
+  // it.
   std::int64_t processor_ms() const;
 
  private:
   qint64 process_ = 0;
-  // All that was started here is in one process group.
+  // The process group of everything started here; 0 if there is none of its own.
   qint64 group_ = 0;
   qint64 server_ = 0;
   bool started_ = false;

@@ -26,8 +26,8 @@ using SheetReference = Reference<css::sheet::XSpreadsheet>;
 constexpr double landscape = 2;
 const QString workbook_format = QStringLiteral("MS Excel 97");
 
-// A column's width counts characters of the default font, 7 pixels each at 96 a inch, and 5 pixels
-// of margin; the suite wants hundredths of a millimetre.
+// Converts a column width in characters of the default font, 7 pixels each at 96 per inch plus a
+// margin of 5 pixels, into the suite's unit, hundredths of a millimetre.
 sal_Int32 column_width(double characters) {
   return static_cast<sal_Int32>(std::lround((characters * 7 + 5) * 2540 / 96));
 }
@@ -56,7 +56,7 @@ class Column final : public OfficeObject {
   }
 
  private:
-  // Formats are written with "." whatever the suite's language.
+  // English, because the formats use "." whatever the suite's language.
   sal_Int32 format_key(const rtl::OUString& format) const {
     const Reference<css::util::XNumberFormatsSupplier> supplier(document_->model(),
                                                                 UNO_QUERY_THROW);
@@ -70,7 +70,7 @@ class Column final : public OfficeObject {
   Reference<css::beans::XPropertySet> column_;
 };
 
-// A cell, and with "Resize" the block of which it is the upper left one.
+// A cell, or, after "Resize", the block of cells of which it is the upper left one.
 class Cells final : public OfficeObject {
  public:
   Cells(Connection connection, const SheetReference& sheet, int row, int column, int rows,
@@ -104,7 +104,7 @@ class Cells final : public OfficeObject {
     return text ? Any(to_uno(*text)) : Any(std::get<double>(cell));
   }
 
-  // Row after row, as the suite takes it. A block that has not the range's size is refused there.
+  // Row by row, as the suite expects it. The suite refuses a block of another size than the range.
   static Sequence<Sequence<Any>> block(const AutomationValue& value) {
     const auto* table = std::get_if<AutomationTable>(&value);
     if (!table) throw AutomationError("not a block of cells");
@@ -154,7 +154,7 @@ class Worksheet final : public OfficeObject {
             range->getColumns()->getByIndex(integer_argument(arguments, 0) - 1), UNO_QUERY_THROW));
   }
 
-  // A text stays a text, also where it looks like a number, a date or a formula.
+  // A text stays a text even if it looks like a number, a date or a formula.
   void put_member(std::string_view member, const AutomationArguments& arguments,
                   const AutomationValue& value) override {
     if (member == "Name") return named()->setName(to_uno(text(value)));
@@ -184,8 +184,8 @@ class Worksheets final : public OfficeObject {
       : OfficeObject(std::move(connection)), document_(std::move(document)) {}
 
  protected:
-  // A sheet is added in front of the active one and becomes the active one itself, so it is always
-  // the first.
+  // The new sheet becomes the first one: "Add" inserts before the active sheet, which is always the
+  // first here.
   AutomationPointer call_member(std::string_view member, const AutomationArguments&,
                                 const NamedArguments&) override {
     if (member != "Add") no_member(member);
@@ -210,7 +210,7 @@ class Workbook final : public OfficeObject {
       : OfficeObject(std::move(connection)), document_(std::move(document)) {}
 
  protected:
-  // All sheets, or the one of a number, counted from 1.
+  // Returns all sheets, or one by its number, counted from 1.
   AutomationPointer get_member(std::string_view member,
                                const AutomationArguments& arguments) override {
     if (member != "Worksheets") no_member(member);
@@ -221,7 +221,7 @@ class Workbook final : public OfficeObject {
         SheetReference(sheets->getByIndex(integer_argument(arguments, 0) - 1), UNO_QUERY_THROW));
   }
 
-  // "ConflictResolution" is about workbooks that several users share, which these never are.
+  // Ignores "ConflictResolution": it concerns shared workbooks, which these never are.
   AutomationPointer call_member(std::string_view member, const AutomationArguments&,
                                 const NamedArguments& named) override {
     if (member == "close") {

@@ -1,4 +1,4 @@
-// "Excel.Application" as the office suite's spreadsheet program: workbooks, sheets, columns, cells.
+// "Excel.Application" in the office suite's spreadsheet: workbooks, sheets, columns, cells.
 #pragma once
 
 #include "office/office_object.h"

@@ -1,4 +1,4 @@
-// Texts between Qt and the office suite.
+// Converts texts between Qt and the office suite.
 #pragma once
 
 #include <QString>

@@ -19,13 +19,13 @@ using Document = std::shared_ptr<OfficeDocument>;
 const QString document_format = QStringLiteral("MS Word 97");
 constexpr double landscape = 1;
 
-// The default style of that family.
+// The default style of `family`.
 Reference<css::beans::XPropertySet> standard_style(const OfficeDocument& document,
                                                    const char* family) {
   return document.style(QString::fromLatin1(family), QStringLiteral("Standard"));
 }
 
-// The font of what is typed from now on. Nothing was typed before, so it is the document's.
+// The font of the text typed next. It is set on the whole document, which has no text yet.
 class Font final : public OfficeObject {
  public:
   Font(Connection connection, Document document)
@@ -64,7 +64,7 @@ class Selection final : public OfficeObject {
     return std::make_shared<Font>(connection(), document_);
   }
 
-  // A carriage return in a text ends a paragraph, here as there.
+  // A carriage return in a typed text ends a paragraph, as the exports expect.
   AutomationPointer call_member(std::string_view member, const AutomationArguments& arguments,
                                 const NamedArguments&) override {
     if (member == "TypeText") {
@@ -113,7 +113,7 @@ class TextDocument final : public OfficeObject {
   Document document_;
 };
 
-// The documents that the application object has added; it knows of no other.
+// The documents that the application object has added. It does not see any others.
 using AddedDocuments = std::shared_ptr<std::vector<Document>>;
 
 class Documents final : public OfficeObject {
@@ -147,8 +147,8 @@ class WordProcessorApplication final : public OfficeObject {
     return std::make_shared<Selection>(connection(), added_->back());
   }
 
-  // The user's documents live in the same process: only what was added here is closed, and the
-  // process ends only when it was started here and the user has nothing open in it.
+  // The user's documents may be in the same process. "Quit" therefore closes only the documents
+  // added here, and ends the process only if it was started here and the user has nothing open.
   AutomationPointer call_member(std::string_view member, const AutomationArguments&,
                                 const NamedArguments&) override {
     if (member != "Quit") no_member(member);

@@ -1,5 +1,5 @@
-// "Word.Application" as the office suite's word processor: documents, and typing into the one that
-// was added last. It quits the suite only if it was `started` for this.
+// "Word.Application" in the office suite's word processor: adds documents and types into the one
+// added last. "Quit" ends the suite only if it was `started` for this application.
 #pragma once
 
 #include "office/office_object.h"
