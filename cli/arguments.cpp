@@ -52,7 +52,7 @@ std::optional<QDateTime> Arguments::time(const char* option, bool last) const {
   if (!is_set(option)) return std::nullopt;
   QString stamp = text(option).replace(u'T', u' ');
   const QString rest = last ? QStringLiteral(" 23:59:59") : QStringLiteral(" 00:00:00");
-  const qsizetype complete = stamp.size() == 10 ? 0 : 6;  // of the rest
+  const qsizetype complete = stamp.size() == 10 ? 0 : 6;  // characters of `rest` that it has
   if (stamp.size() == 10 || stamp.size() == 16) stamp += rest.mid(complete);
   const QDateTime time = stamp_time(stamp);
   if (time.isValid()) return time;

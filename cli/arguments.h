@@ -12,7 +12,7 @@
 
 class Arguments {
  public:
-  // Throws Failure for options that the command does not have, and for too few or many files.
+  // Throws Failure for an option that the command does not have, and for too few or too many files.
   Arguments(const Command& command, const QStringList& words);
 
   bool help() const { return parser_.isSet(QStringLiteral("help")); }
@@ -23,13 +23,13 @@ class Arguments {
   }
   QString file() const { return parser_.positionalArguments().value(0); }
 
-  // Each throws Failure for what is no such value; nothing when the option is not given.
+  // Each throws Failure for an invalid value, and returns nothing when the option is not given.
   std::optional<int> whole(const char* option, int least, int most) const;
   std::optional<double> decimal(const char* option, double least, double most) const;
-  // "YYYY-MM-DD", "YYYY-MM-DD HH:MM" or "YYYY-MM-DD HH:MM:SS", a T in place of the blank too. What
-  // is left out is the first moment of the day or minute, or with `last` the last one.
+  // "YYYY-MM-DD", "YYYY-MM-DD HH:MM" or "YYYY-MM-DD HH:MM:SS"; a T may replace the blank. Without a
+  // time or seconds it means the first second of that day or minute, or with `last` the last one.
   std::optional<QDateTime> time(const char* option, bool last) const;
-  // 1 to 8, nothing for "auto".
+  // 1 to 8, or nothing for "auto".
   std::optional<int> port() const;
 
   [[noreturn]] void refuse(const QString& sentence) const { refuse_usage(command_, sentence); }

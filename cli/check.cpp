@@ -1,4 +1,4 @@
-// check: what is the matter with a line.
+// check: diagnoses a serial line.
 #include "base/errors.h"
 #include "cli/check_frames.h"
 #include "cli/check_verdict.h"
@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int requests = 20;
-// Enough to know that nothing answers in time.
+// The check ends after this many requests if none was answered in time.
 constexpr int enough_silence = 3;
 constexpr int late_ms = 1500;
 constexpr int bytes_a_line = 32;
@@ -43,7 +43,7 @@ class Check {
   void collect();
   void await_late(qsizetype bytes);
   void take_late(const TracedBytes& frame, const QString& meaning);
-  // Takes what was sent out of the trace, and gives the answer that is left.
+  // Prints what was sent, removes it from the trace, and returns the rest: the answer.
   QByteArray tell_sent(const Probe& probe, std::vector<TracedBytes>& trace);
   void tell(const QString& text);
   int conclude(const QString& sentence, const QString& advice, bool good);
@@ -57,8 +57,8 @@ class Check {
   TracedPort port_;
   RecorderLink link_;
   Findings findings_;
-  Request asked_;      // the last one
-  QByteArray answer_;  // all that has come for it
+  Request asked_;      // the last request
+  QByteArray answer_;  // all bytes received for it
 };
 
 int fixed_port(const Arguments& arguments) {
@@ -98,14 +98,14 @@ bool Check::open() {
   });
 }
 
-// What has come since the request went out, what did not count as an answer included.
+// Reads all bytes received since the request, even those that the link does not take as an answer.
 void Check::collect() {
   skip_on_error([this] {
     if (port_.bytes_waiting() > 0) port_.read_all();
   });
 }
 
-// Waits for bytes that an answer still misses; they must not be taken for the next answer's.
+// Waits for the missing bytes of an answer, so that they are not taken for the next answer.
 void Check::await_late(qsizetype bytes) {
   const qint64 began = interrupts_.clock.steady_ms();
   skip_on_error([&] {
@@ -121,7 +121,7 @@ void Check::await_late(qsizetype bytes) {
   }
 }
 
-// The answer came too late where these bytes make it right; otherwise they are noise.
+// Counts the answer as late if these bytes complete it; otherwise they are noise.
 void Check::take_late(const TracedBytes& frame, const QString& meaning) {
   tell(frame_text(frame, meaning.arg(frame.bytes.size())));
   if (findings_.requests == 0) return;
@@ -136,7 +136,7 @@ void Check::take_late(const TracedBytes& frame, const QString& meaning) {
   }
 }
 
-// What came before the request was out belongs to an earlier one.
+// Bytes received before the request was sent belong to an earlier request.
 QByteArray Check::tell_sent(const Probe& probe, std::vector<TracedBytes>& trace) {
   int sent = 0;
   std::size_t told = 0;

@@ -61,7 +61,7 @@ QString block_meaning(const QByteArray& answer) {
       .arg(block.samples());
 }
 
-// Over bytes 1 .. length - 1.
+// Whether the check byte is right over bytes 1 .. length - 1.
 bool check_holds(const QByteArray& bytes, int length) {
   return length > 1 && check_byte(bytes.mid(1, length - 1), length - 2) == 0;
 }

@@ -1,4 +1,4 @@
-// The frames of a check of the line, and what they mean.
+// The frames that the check of a line exchanges, and their meaning.
 #pragma once
 
 #include <QByteArray>
@@ -12,28 +12,28 @@
 struct Probe {
   QString name;  // "status request"
   Request request;
-  QString (*meaning)(const QByteArray& answer);  // of a right answer
+  QString (*meaning)(const QByteArray& answer);  // describes a right answer
 };
 
-// All requests that read something from a recorder with `channels` channels.
+// All kinds of requests that read something from a recorder with `channels` channels.
 std::vector<Probe> probes_for(int channels);
 
-// What came for one request.
+// The result of one request.
 enum class Outcome {
   right,
-  extra_byte,    // right, with a byte in front that does not belong to it
-  silent,        // nothing
+  extra_byte,    // right, but with one stray byte in front
+  silent,        // no bytes
   short_answer,  // too few bytes
   wrong_check,
-  noise,  // too many bytes, with a wrong check
+  noise,  // too many bytes, and a wrong check byte
   echo,   // the request itself
 };
 
-// `bytes`: all that came before the next request.
+// `bytes`: all bytes received before the next request.
 Outcome outcome_of(const Request& request, const QByteArray& bytes);
 
 // "14 bytes, check byte right: battery 3.00 V; values 4.50, 60.00"
 QString meaning_of(const Probe& probe, Outcome outcome, const QByteArray& bytes);
 
-// The number of channels of the recorder whose status answer the bytes are; 0 when they are none.
+// The number of channels of the recorder that sent this status answer; 0 when it is not one.
 int channels_of_status(const QByteArray& bytes);

@@ -13,7 +13,7 @@ QString of_all(const Findings& findings, int count) {
   return QStringLiteral("%1 of %2").arg(count).arg(findings.requests);
 }
 
-// Some answers were right, some not.
+// Some answers were right, others were not.
 Verdict unsteady(const Findings& findings, int right) {
   const int wrong = findings.count(Outcome::wrong_check) + findings.count(Outcome::noise);
   if (wrong > 0) {
@@ -36,7 +36,7 @@ Verdict unsteady(const Findings& findings, int right) {
           noise_advice};
 }
 
-// Bytes come, but no right answer.
+// Bytes arrive, but no right answer.
 Verdict never_right(const Findings& findings) {
   if (findings.late > 0) {
     return {false, QStringLiteral("What answers, answers too late."),

@@ -1,4 +1,4 @@
-// What a check of the line comes to.
+// The verdict of a check of the line.
 #pragma once
 
 #include <QString>
@@ -7,15 +7,15 @@
 
 #include "cli/check_frames.h"
 
-// What was seen of a line.
+// The observations on a line.
 struct Findings {
   int requests = 0;
   std::map<Outcome, int> outcomes;
-  int late = 0;                // answers that came after their time
-  int channels = 0;            // asked for
-  int answering_channels = 0;  // as the status answers show; 0 where none was whole
-  QString refused_settings;    // what the port's driver would not do
-  bool lost = false;           // the port failed in the middle
+  int late = 0;                // answers that arrived too late
+  int channels = 0;            // of the recorder type asked for
+  int answering_channels = 0;  // by the last right status answer; 0 if there was none
+  QString refused_settings;    // settings that the port's driver refused
+  bool lost = false;           // the port failed during the check
 
   int count(Outcome outcome) const;
 };

@@ -31,7 +31,7 @@ std::optional<Scale> temperature_scale(const QString& unit) {
   return std::nullopt;
 }
 
-// 1 above, -1 below, 0 within.
+// 1 above the limits, -1 below, 0 within.
 int side(float value, const AlarmLimits& limits) {
   if (!out_of_range(value, limits)) return 0;
   return limits.up && value > *limits.up ? 1 : -1;
@@ -77,7 +77,7 @@ int first_step_back(const std::vector<Reading>& readings) {
   return before == readings.end() ? 0 : static_cast<int>(before - readings.begin()) + 2;
 }
 
-// From the greatest term, so that no exponential leaves the range of a double.
+// Divides by the greatest term, so that no exponential leaves the range of a double.
 std::optional<double> mean_kinetic_temperature(const std::vector<Reading>& readings,
                                                const QString& unit, double activation_energy) {
   const auto scale = temperature_scale(unit);

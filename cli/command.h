@@ -1,4 +1,4 @@
-// What a command of corvane-cli is.
+// A command of corvane-cli: its name, options and function.
 #pragma once
 
 #include <QString>
@@ -18,7 +18,7 @@ inline constexpr int file = 3;
 inline constexpr int out_of_range = 4;
 }  // namespace exit_status
 
-// Ends the command. The sentence goes to standard error, the status to whoever started it.
+// Ends the command. Standard error gets the sentence, the caller of the program the exit status.
 class Failure : public std::runtime_error {
  public:
   Failure(int status, const QString& sentence)
@@ -38,19 +38,19 @@ struct Option {
 
 struct Command {
   const char* name;
-  const char* arguments;  // as the usage shows them
-  const char* summary;    // a line
+  const char* arguments;  // as the usage line shows them
+  const char* summary;    // one line
   const char* details;    // paragraphs
   std::vector<Option> options;
-  int files;  // how many arguments are no options
-  // Gives the exit status. Throws Failure, and RunTimeError for what nobody foresaw.
+  int files;  // number of arguments that are not options
+  // Returns the exit status. Throws Failure, and RunTimeError for an unforeseen error.
   int (*run)(const Arguments& arguments, Interrupts& interrupts);
 };
 
-// In the order of the help.
+// All commands, in the order of the help.
 const std::vector<Command>& commands();
 
-// Options that all commands share that talk to a recorder.
+// The options of every command that talks to a recorder.
 inline constexpr Option port_option = {
     "port", "N", "Port COM1 to COM8 as 1 to 8, or auto: the first with a recorder (default auto)."};
 inline constexpr Option type_option = {

@@ -17,7 +17,7 @@ QString device_of(int number) {
   throw Failure(exit_status::no_recorder, sentence);
 }
 
-// Of types with the same name the last counts, as in the desktop program.
+// If several types have the same name, the last one counts, as in the desktop program.
 int row_of(const Arguments& arguments, const DeviceTable& table) {
   if (!arguments.is_set("type")) return 0;
   QStringList names;

@@ -1,4 +1,4 @@
-// A recorder on a port, as the options say.
+// The connection to the recorder that the options select.
 #pragma once
 
 #include <QString>
@@ -9,9 +9,9 @@
 #include "device/qt_serial_port.h"
 #include "device/recorder_link.h"
 
-// The device file and the type that --type names.
+// The device file, and the recorder type that --type names.
 struct RecorderType {
-  // Throws Failure for a missing device file and a type that it does not have.
+  // Throws Failure for a missing or empty device file, an unknown type, or one without channels.
   explicit RecorderType(const Arguments& arguments);
 
   QString name() const { return table.text(0, row); }
@@ -32,15 +32,15 @@ class Connection {
   RecorderLink& link() { return link_; }
   const RecorderType& type() const { return type_; }
   int port_number() const { return port_.port_number(); }
-  // "COM1 (/dev/ttyUSB0)", as it was when the recorder answered there.
+  // "COM1 (/dev/ttyUSB0)", the device as it was when the recorder answered.
   const QString& where() const { return where_; }
 
-  // The answer to a request, tried three times. Throws Failure when there is none.
+  // Returns the answer to a request after at most three tries. Throws Failure when there is none.
   QByteArray ask(const Request& request);
-  // A port that is kept open keeps other programs out, and an adapter that is plugged in again from
-  // getting its old name.
+  // Closes the port. An open one blocks other programs, and an adapter that is plugged in again
+  // would not get its old name.
   void close() { port_.close(); }
-  // Looks for the recorder as at first. The port is closed where it does not answer.
+  // Looks for the recorder as the constructor does. If none answers, closes the port.
   bool take_up_again();
 
   bool interrupted() const { return interrupts_.clock.stopped(); }
@@ -53,12 +53,12 @@ class Connection {
   void search();
 
   Interrupts& interrupts_;
-  std::optional<int> number_;  // nothing for the search
+  std::optional<int> number_;  // empty: search all ports
   RecorderType type_;
   QtSerialPort port_;
   RecorderLink link_;
   QString where_;
 };
 
-// How the program calls a port.
+// The port's name in messages: "COM1 (/dev/ttyUSB0)".
 QString port_words(int number);

@@ -41,7 +41,7 @@ QString csv_of(const Recording& recording) {
     const QString& stamp = recording.SampleTimes(n);
     QStringList fields = {iso_time(stamp)};
     for (int slot = 0; slot < channels; ++slot) {
-      // A sample that the download did not fill has neither time nor value.
+      // A sample that the download did not fill has no time, and its value is not a reading.
       fields << (stamp.isEmpty() ? QString() : csv_number(recording.SampleValues(n, slot)));
     }
     csv += csv_record(fields);

@@ -1,4 +1,4 @@
-// Comma-separated values as RFC 4180 has them, in UTF-8, with ISO 8601 times.
+// Comma-separated values (RFC 4180, UTF-8) with ISO 8601 times.
 #pragma once
 
 #include <QString>
@@ -6,14 +6,14 @@
 
 class Recording;
 
-// One record with its line end; fields are quoted where they must be.
+// One record with its line end. Quotes only the fields that need it.
 QString csv_record(const QStringList& fields);
 
-// "2026-03-01T10:00:00" of a time stamp or a general date-time text; another text as it is.
+// "2026-03-01T10:00:00" for a time stamp or a general date-time text; other texts are unchanged.
 QString iso_time(const QString& stamp);
 
-// The shortest form of a reading that reads back as the same 32-bit number.
+// The shortest decimal form of a reading that reads back as the same 32-bit float.
 QString csv_number(float value);
 
-// A head and a record a sample.
+// A header record and one record per sample.
 QString csv_of(const Recording& recording);

@@ -1,4 +1,4 @@
-// download: the recorder's stored readings as a data file.
+// download: writes the recorder's stored readings to a data file.
 #include <QFile>
 
 #include <algorithm>
@@ -43,7 +43,7 @@ class Download {
   RecorderProperties properties_;
   RecorderTexts texts_{};
   RecordingHeader header_;
-  int kept_before_ = 0;  // blocks that need not be fetched
+  int kept_before_ = 0;  // blocks that are already in the .part file
 };
 
 QString required_path(const Arguments& arguments) {
@@ -127,7 +127,7 @@ void Download::fetch(KeptBlocks& kept) {
   }
 }
 
-// The segments reach beyond the span. Samples without a time are those that no block has filled.
+// Cuts the segments to the span. Samples without a time, which no block has filled, are outside it.
 void Download::cut(Recording& recording) const {
   const auto within = [&](int n) {
     const QDateTime time = stamp_time(recording.SampleTimes(n));
@@ -156,7 +156,7 @@ void Download::write(const Recording& recording) const {
   });
 }
 
-// Its blocks may be all that is left of that recording.
+// Renames the file, because its blocks may be all that is left of that recording.
 void put_aside(const QString& part) {
   QString old = part + QStringLiteral(".old");
   for (int n = 2; QFile::exists(old); ++n) old = QStringLiteral("%1.old%2").arg(part).arg(n);

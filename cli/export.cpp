@@ -1,4 +1,4 @@
-// export: a data file in other forms.
+// export: converts a data file to other forms.
 #include <QFileInfo>
 
 #include <future>
@@ -43,13 +43,13 @@ void write_pages(const Recording& recording, const QString& path, Interrupts& in
             [&] { interrupts.throw_if_interrupted(); });
 }
 
-// Ends what the export has started, however it ends.
+// Ends the office processes that the export started, even if the export fails.
 struct OfficeForExport {
   ~OfficeForExport() { office.end_own_applications(); }
   Automation& office = office_automation();
 };
 
-// An office program takes its time, in which a signal must be heard, and it can hang.
+// Runs the export in a thread: an office program can be slow or hang, and a signal must end it.
 template <class Export>
 Write by_office(Export export_recording) {
   return

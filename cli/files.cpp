@@ -46,7 +46,7 @@ void require_writable(const QString& path) {
   if (info.isDir()) fail_to_write(path, QStringLiteral("it is a folder"));
   if (info.exists() && !info.isFile()) fail_to_write(path, QStringLiteral("it is not a file"));
   QSaveFile file(path);
-  // A file in a folder that takes no new one can still be overwritten.
+  // An existing file can be overwritten even if its folder accepts no new file.
   if (!file.open(QIODevice::WriteOnly) && !info.isWritable()) {
     fail_to_write(path, file.errorString());
   }

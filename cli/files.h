@@ -7,13 +7,13 @@
 
 #include "app/recording.h"
 
-// The Recording in a data file; its statistics are not computed. Throws Failure for a file that is
-// missing, cannot be read, or is no data file.
+// Reads a data file without computing statistics. Throws Failure for a file that is missing, cannot
+// be read, or is not a data file.
 Recording load_recording(const QString& path);
 
-// Throws Failure when no file can be written at `path`, before work is put into one.
+// Throws Failure when no file can be written at `path`. Called before any work is done.
 void require_writable(const QString& path);
 
-// Runs `write`, which writes the file `path` whole or leaves it as it was. Throws Failure with the
-// system's reason, or that of the RunTimeError that `write` throws.
+// Runs `write`, which writes the file `path` completely or leaves it unchanged. If `write` throws a
+// RunTimeError, throws Failure with the system's reason, or else with that of the error.
 void write_file(const QString& path, const std::function<void()>& write);

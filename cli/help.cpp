@@ -7,7 +7,7 @@ namespace {
 constexpr int column = 22;
 constexpr qsizetype width = 79;
 
-// In lines of the terminal's usual width, all but the first `indent` blanks in.
+// Wraps at the terminal's usual width; indents all lines but the first by `indent` blanks.
 QString wrapped(const QString& text, int indent) {
   QString lines;
   qsizetype length = indent;
@@ -60,7 +60,7 @@ QString help_of(const Command& command) {
                           wrapped(QString::fromUtf8(command.details), 0));
   for (const Option& option : command.options) {
     const QString head = option_head(option);
-    // A head that is too long for its column gets a line of its own.
+    // An option head that is too long for its column gets a line of its own.
     const bool fits = head.size() + 2 < column;
     if (!fits) text += QStringLiteral("  ") + head + u'\n';
     text += two_columns(fits ? head : QString(), QString::fromUtf8(option.help));

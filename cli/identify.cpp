@@ -1,4 +1,4 @@
-// identify: what a recorder says of itself.
+// identify: prints what the recorder reports about itself.
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

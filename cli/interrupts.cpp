@@ -13,7 +13,7 @@ namespace {
 volatile std::sig_atomic_t came = 0;
 int wake_up = -1;
 
-// A signal handler may do little more than write to a pipe.
+// Does little more than write to a pipe: few calls are safe in a signal handler.
 void on_signal(int number) {
   const int before = errno;
   if (came == 0) came = number;
@@ -37,7 +37,7 @@ Interrupts::Interrupts() {
   struct sigaction action {};
   action.sa_handler = on_signal;
   for (const int number : {SIGINT, SIGTERM}) sigaction(number, &action, nullptr);
-  // Under nohup the end of the session is no reason to end.
+  // nohup ignores SIGHUP, so that the program outlives its session.
   struct sigaction before {};
   sigaction(SIGHUP, nullptr, &before);
   if (before.sa_handler != SIG_IGN) sigaction(SIGHUP, &action, nullptr);

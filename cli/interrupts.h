@@ -1,4 +1,4 @@
-// Signals that end the program, and the clock that they stop.
+// The signals that end the program, and the clock that they stop.
 #pragma once
 
 #include <QSocketNotifier>
@@ -8,10 +8,10 @@
 
 #include "base/clock.h"
 
-// While it lives SIGINT, SIGTERM and, unless ignored before, SIGHUP stop the clock: every wait
-// ends, every exchange with the recorder fails, and the command leaves by its usual way, in which
-// it clears up. A second one changes nothing. Writing to a pipe that nobody reads, or beyond the
-// size limit for files, is an error and no signal.
+// During its lifetime SIGINT, SIGTERM and, unless ignored before, SIGHUP stop the clock. Every wait
+// then ends, every exchange with the recorder fails, and the command cleans up and returns as
+// usual. A second signal changes nothing. Writing to a pipe without a reader, or beyond the file
+// size limit, is an error instead of a signal.
 class Interrupts {
  public:
   Interrupts();
@@ -20,9 +20,9 @@ class Interrupts {
   Interrupts& operator=(const Interrupts&) = delete;
 
   SystemClock clock;
-  // The signal that came, 0 for none.
+  // The first signal received, 0 for none.
   int signal() const;
-  // Throws Failure when one came: for work without a wait, between its steps.
+  // Throws Failure after a signal. Work without waits calls this between its steps.
   void throw_if_interrupted() const;
 
  private:

@@ -1,4 +1,4 @@
-// corvane-cli: the recorder and its data files without a window.
+// corvane-cli: reads the recorder and its data files without a window.
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -62,7 +62,7 @@ const std::vector<Command>& commands() {
 
 namespace {
 
-// Pages need fonts, and no display.
+// Drawing PDF pages needs fonts, but no display.
 std::unique_ptr<QCoreApplication> application_for(int& argc, char** argv) {
   const bool draws =
       argc > 2 && std::any_of(argv, argv + argc, [](const char* word) {
@@ -70,7 +70,7 @@ std::unique_ptr<QCoreApplication> application_for(int& argc, char** argv) {
       });
   if (!draws) return std::make_unique<QCoreApplication>(argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  // Its remarks on a session without a desktop are nobody's concern.
+  // Hides Qt's warnings about a session without a desktop, which mean nothing to the user.
   const QtMessageHandler before = qInstallMessageHandler([](auto...) {});
   auto application = std::make_unique<QGuiApplication>(argc, argv);
   qInstallMessageHandler(before);
@@ -80,7 +80,7 @@ std::unique_ptr<QCoreApplication> application_for(int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // A port or file would get the number of a descriptor that the caller has closed, and the output.
+  // Reopens closed standard descriptors: a port or file with such a number would get the output.
   for (int number = 0; number <= STDERR_FILENO; ++number) {
     if (fcntl(number, F_GETFD) < 0) open("/dev/null", O_RDWR);
   }

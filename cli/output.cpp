@@ -12,7 +12,7 @@ namespace {
 
 bool reader_gone = false;
 
-// Texts come from recorders and files: none of them gets a command to the terminal through.
+// Keeps texts from recorders and files from sending control sequences to the terminal.
 QString without_controls(QString text) {
   for (QChar& c : text) {
     const bool layout = c == u'\n' || c == u'\r' || c == u'\t';

@@ -3,16 +3,16 @@
 
 #include <QString>
 
-// Writes to standard output at once. Throws Failure when it cannot be written, as on a full disk. A
-// reader that has gone has had enough: from then on nothing is written, and the command's status is
-// what it would have been.
+// Writes to standard output at once. Throws Failure when that fails, as on a full disk. Once the
+// reader has closed the pipe nothing more is written, and the exit status stays what it would have
+// been.
 void print(const QString& text);
 bool output_has_reader();
 
 // "corvane-cli: SENTENCE" on standard error.
 void complain(const QString& sentence);
 
-// A bar on standard error, if that is a terminal; it goes away with the object.
+// A bar on standard error, if that is a terminal. The destructor erases it.
 class ProgressBar {
  public:
   ProgressBar();

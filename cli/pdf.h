@@ -1,4 +1,4 @@
-// A data file as pages.
+// Exports a Recording as PDF pages.
 #pragma once
 
 #include <QString>
@@ -7,9 +7,9 @@
 
 class Recording;
 
-// Writes `path`: the page of the historical graph with all samples, all channels in one graph, then
-// the pages of the data sheet, on upright A4. Needs a QGuiApplication for its fonts. What
-// `before_page` throws ends it. Throws PrinterError when the file cannot be written. An older file
-// stays until the new one is whole.
+// Writes to `path` the page of the historical graph, with all samples and channels in one graph,
+// then the pages of the data sheet, on portrait A4. Needs a QGuiApplication for its fonts. Calls
+// `before_page` before each sheet page; an exception from it ends the export. Throws PrinterError
+// when the file cannot be written. An older file stays until the new one is complete.
 void write_pdf(const Recording& recording, const QString& path, const QString& printed,
                const std::function<void()>& before_page);

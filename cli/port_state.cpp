@@ -24,7 +24,7 @@ namespace {
 constexpr unsigned first_pseudo_terminal = 136;  // major device numbers of Linux
 constexpr unsigned last_pseudo_terminal = 143;
 
-// Where programs agree to leave lock files; Qt's serial ports look in these, in this order.
+// The folders where programs leave lock files, in the order in which Qt's serial ports search them.
 const QStringList& lock_folders() {
   static const QStringList folders = {"/var/lock",         "/etc/locks", "/var/spool/locks",
                                       "/var/spool/uucp",   "/tmp",       "/var/tmp",
@@ -50,8 +50,8 @@ QString process_name(qint64 pid) {
       .arg(pid);
 }
 
-// A program that has the device open, as far as one may look. Who has the other end of a
-// pseudo-terminal is no user of it.
+// Returns a program that has the device open, if this user may see it. The program at the other end
+// of a pseudo-terminal does not count.
 QString user_of(const QString& device) {
   for (const QString& pid : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
     bool number = false;
@@ -76,7 +76,7 @@ QString in_use(const QString& device, const QString& how) {
       .arg(user.isEmpty() ? QStringLiteral("another program") : user, how);
 }
 
-// The lock file of a program that runs; empty when there is none.
+// Describes the lock file of a running program; empty when there is none.
 QString lock_file_words(const QString& device) {
   QString name = QString(device).remove(QStringLiteral("/dev/")).replace(u'/', u'_');
   for (const QString& folder : lock_folders()) {
@@ -120,7 +120,7 @@ bool is_pseudo_terminal(const struct stat& status) {
          major(status.st_rdev) <= last_pseudo_terminal;
 }
 
-// Whether the driver takes mark parity and says afterwards that it has it.
+// Sets mark parity and reads it back to find out whether the driver supports it.
 QString parity_words(int port) {
   termios before{};
   if (tcgetattr(port, &before) != 0) return QStringLiteral("mark and space parity: no");

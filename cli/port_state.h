@@ -1,4 +1,4 @@
-// What is the matter with a port, in words.
+// The state of a port, in words.
 #pragma once
 
 #include <QString>
@@ -9,16 +9,16 @@ struct PortState {
   enum class Kind { absent, forbidden, busy, broken, free };
 
   Kind kind = Kind::absent;
-  QString device;  // empty: no device has this number
-  // "does not exist", "may be opened", "is in use by minicom (process 123): it has the lock file
-  // ...": what follows the port's name in a sentence.
+  QString device;  // empty when no device has this number
+  // Follows the port's name in a sentence: "does not exist", "may be opened", "is in use by minicom
+  // (process 123): it has the lock file ...".
   QString words;
-  // What the person in front of it can do; empty where there is nothing to do.
+  // What the user can do; empty when there is nothing to do.
   QString advice;
-  // Mark and space parity: empty where it was not tried.
+  // Whether the driver can do mark and space parity; empty when it was not tried.
   QString parity;
 };
 
-// Looks at port 1..8. A port that another program uses is left alone; a free one is opened for a
-// moment, which lifts its DTR and RTS lines.
+// Examines port 1..8. Leaves a port alone that another program uses. Opens a free one for a moment,
+// which raises its DTR and RTS lines.
 PortState look_at_port(int number);

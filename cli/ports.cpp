@@ -1,4 +1,4 @@
-// ports: what is behind COM1 to COM8.
+// ports: shows the devices behind COM1 to COM8.
 #include "cli/arguments.h"
 #include "cli/interrupts.h"
 #include "cli/output.h"

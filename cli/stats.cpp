@@ -1,4 +1,4 @@
-// stats: the figures of a data file.
+// stats: computes the figures of a data file.
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -32,7 +32,7 @@ struct ChannelReport {
   qint64 seconds_out = 0;
 };
 
-// "CH:UP:DOWN"; an empty limit guards nothing. Limits are of the recorder's channels.
+// Parses "CH:UP:DOWN". CH is the recorder's channel number; an empty limit is not checked.
 void set_limits(const Arguments& arguments, const QString& text, const Recording& recording,
                 Limits& limits) {
   const QStringList parts = text.split(u':');
@@ -74,7 +74,7 @@ ChannelReport report_of(const Recording& recording, int slot, const std::vector<
   return report;
 }
 
-// Hours, minutes and seconds; days are hours.
+// Hours, minutes and seconds; a day counts as 24 hours.
 QString duration_text(qint64 seconds) {
   return QStringLiteral("%1:%2:%3")
       .arg(seconds / 3600)

@@ -1,4 +1,4 @@
-// A serial port whose bytes are written down, with their times.
+// A serial port that records its bytes and their times.
 #pragma once
 
 #include <QDateTime>
@@ -9,21 +9,21 @@
 #include "base/clock.h"
 #include "base/serial_port.h"
 
-// What went over the line at one time.
+// Bytes that were sent or received together.
 struct TracedBytes {
   bool sent = false;
-  QDateTime time;  // of the first byte, as far as it is known
+  QDateTime time;  // when the first byte was sent or first noticed
   QByteArray bytes;
 };
 
 class TracedPort final : public SerialPort {
  public:
-  // Both outlive it.
+  // `port` and `clock` must outlive it.
   TracedPort(SerialPort& port, Clock& clock);
 
-  // What has gone over the line since the last call.
+  // Returns the bytes sent and received since the last call.
   std::vector<TracedBytes> take_trace();
-  // The settings that the port refused; empty when it took all.
+  // The last settings that the port refused; empty when it accepted all.
   const QString& refused_settings() const { return refused_settings_; }
 
   int port_number() const override { return port_.port_number(); }
@@ -42,6 +42,6 @@ class TracedPort final : public SerialPort {
   SerialPort& port_;
   Clock& clock_;
   std::vector<TracedBytes> trace_;
-  std::optional<QDateTime> arrived_;  // the first of the bytes that wait
+  std::optional<QDateTime> arrived_;  // when the first waiting byte was noticed
   QString refused_settings_;
 };

@@ -1,4 +1,4 @@
-// watch: a line a reading.
+// watch: prints one line per reading.
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -21,7 +21,7 @@ enum class Form { text, csv, json };
 
 constexpr Retries polling = {.pause_ms = 10};
 constexpr double usual_interval_s = 5;
-// A lost recorder is looked for at least so often.
+// The longest time between two searches for a lost recorder.
 constexpr double longest_search_s = 5;
 
 class Watch {
@@ -71,12 +71,12 @@ void Watch::read_limits() {
   for (std::size_t c = 0; static_cast<int>(c) < channels_.count; ++c) {
     const ChannelLimits read =
         decode_limits(recorder_.ask(limits_request(static_cast<int>(c + 1))));
-    // As the desktop program shows them, to two decimals.
+    // Rounded to two decimals, as in the desktop program.
     limits_[c] = alarm_limits(fixed2(read.up), fixed2(read.down));
   }
 }
 
-// A reading; false when there is none.
+// Reads and prints one reading. Returns false when there is none.
 bool Watch::poll() {
   const auto answer = recorder_.link().ask([this] { return status_request(channels_.count); },
                                            polling, [this] { return recorder_.interrupted(); });
@@ -85,7 +85,7 @@ bool Watch::poll() {
   return true;
 }
 
-// The limits are read again: they may have been set meanwhile.
+// Reads the limits again, because they may have been changed meanwhile.
 bool Watch::find_again() {
   if (!recorder_.take_up_again()) return false;
   try {
@@ -153,7 +153,7 @@ void Watch::tell(const LiveReading& reading) {
   }
 }
 
-// The port's bytes wake the clock too.
+// Waits in a loop, because bytes from the port also end a wait of the clock.
 void Watch::wait_until(qint64 moment) {
   while (!recorder_.interrupted()) {
     const qint64 left = moment - interrupts_.clock.steady_ms();
@@ -185,7 +185,7 @@ int Watch::run() {
       lost_ = true;
       recorder_.close();
     }
-    // What is missed is not made up for.
+    // Skips missed readings instead of making up for them.
     const qint64 now = interrupts_.clock.steady_ms();
     while (next <= now) next += interval;
     if (count_ == 0 || told < count_) wait_until(lost_ ? std::min(next, now + search) : next);
