@@ -1,4 +1,4 @@
-// The real corvane-cli in a program folder of its own, and a simulated recorder on its COM1.
+// The real corvane-cli in its own program folder, with a simulated recorder on its COM1.
 #pragma once
 
 #include <QDir>
@@ -38,7 +38,7 @@ class CliWorld {
   }
   void unplug() { simulator_.reset(); }
 
-  // Started in the program's folder, so that files can be called by their names.
+  // Starts `program` in the program's folder, so that tests can use bare file names.
   void start(QProcess& process, const QString& program, const QStringList& arguments) const {
     process.setWorkingDirectory(folder_.path());
     process.start(program, arguments);

@@ -13,18 +13,18 @@ struct Usage {
   const char* name;
   const char* words;
   int status;
-  const char* error;  // part of it
+  const char* error;  // part of the sentence
 };
 
 struct Line {
   const char* name;
-  const char* options;  // of the recorder
+  const char* options;  // of the simulated recorder
   const char* words;
   int status;
-  const char* verdict;  // part of it
+  const char* verdict;  // part of the sentence
 };
 
-// Two channels, five minutes apart; 30 minutes at the end.
+// Two channels. The readings are 5 minutes apart, the last ones 30 minutes.
 const char* const readings =
     "\"Store\"\r\n\"Two\"\r\n2\r\n\"1\"\r\n\"Air\"\r\n\"C\"\r\n\"3\"\r\n\"Soil, "
     "dry\"\r\n\"F\"\r\n5\r\n"
@@ -50,7 +50,7 @@ class TestCli : public QObject {
              qPrintable(libraries));
   }
 
-  // One sentence on standard error, nothing on standard output.
+  // A refusal is one sentence on standard error and nothing on standard output.
   void refuses_data() {
     add_rows<Usage>({
         {"no command", "", 1, "no command"},
@@ -126,7 +126,7 @@ class TestCli : public QObject {
                  text.out.contains(
                      "2026-03-01 23:55:00 to 2026-03-02 00:00:00, 0:05:00, highest 30.00 C"),
              qPrintable(text.out));
-    // The live buffer's stamps are in the system's form; this one is earlier than that before it.
+    // The live buffer's stamps have the system's form. This one is earlier than the one before it.
     make_file(w_.path("live.qlx"),
               QByteArray(readings).replace("2026-03-02 00:00:00", "28.02.26 00:00:00"));
     const Ran live = w_.shell(
@@ -146,7 +146,7 @@ class TestCli : public QObject {
         "50\r\n");
     QCOMPARE(w_.run("export store.qlx -o out.pdf").errors, "");
     QVERIFY(w_.contents("out.pdf").startsWith("%PDF-") && w_.contents("out.pdf").size() > 5000);
-    // No room for it: the older file stays, and nothing else.
+    // Without room for the new file only the older one stays.
     const QByteArray before = w_.contents("out.csv");
     make_file(w_.path("long.qlx"), QByteArray(readings).replace("Air", QByteArray(3000, 'a')));
     const Ran full = w_.shell("ulimit -f 1; ./corvane-cli export long.qlx -o out.csv");
@@ -158,7 +158,7 @@ class TestCli : public QObject {
     QCOMPARE(w_.shell(again + "stat -c %a out.csv").out, "640\n");
   }
 
-  // In the middle of its pages an export hears a signal, and clears up after two of them.
+  // A signal ends an export between two pages. It cleans up even after a second signal.
   void interrupted_export() {
     const QByteArray row = "\"2026-03-01 23:50:00\"\r\n20\r\n50\r\n";
     make_file(w_.path("long.qlx"),
@@ -224,7 +224,7 @@ class TestCli : public QObject {
   void tells_who_keeps_the_port() {
     QVERIFY(w_.plug_in("--unpaced"));
     const auto verdict = [&](const QString& script) { return w_.shell(script).out; };
-    // By Qt's lock file, by a lock on the device, by nothing but its use.
+    // Another program is found by Qt's lock file, a lock on the device, or its open device.
     QProcess watch;
     w_.start(watch, "watch --type Four");
     QVERIFY(watch.waitForReadyRead(20'000));
@@ -259,7 +259,7 @@ class TestCli : public QObject {
     QVERIFY(w_.run("watch --type Two --count 1").out.contains("DampOut Of Range"));
     const QString nohup = "trap '' HUP; ./corvane-cli watch --type Two --interval 0.3 --count 5 & ";
     QCOMPARE(w_.shell(nohup + "sleep 0.8; kill -HUP $!; wait $!").out.count('\n'), 5);
-    // A reader that has had enough.
+    // A reader that closes the pipe.
     const Ran piped =
         w_.shell("set -o pipefail; ./corvane-cli watch --type Two --interval 0.1 | head -n 1");
     QCOMPARE(piped.errors, "");
@@ -273,7 +273,7 @@ class TestCli : public QObject {
     QByteArray told;
     QTRY_VERIFY_WITH_TIMEOUT((told += watch.readAllStandardError()).contains("gives no readings"),
                              20'000);
-    // As its adapter may, it comes back as another port.
+    // The adapter comes back as another port.
     QVERIFY(w_.plug_in({}, "com2"));
     const Ran ran = CliWorld::end(watch);
     QVERIFY2(ran.errors.contains("COM2"), qPrintable(ran.errors));

@@ -12,11 +12,11 @@ namespace {
 
 struct Break {
   const char* name;
-  const char* options;  // of the recorder that the download begins with
-  int signal;           // for the program; 0 leaves the end to the recorder
-  const char* later;    // more options of the recorder that it ends with
-  int blocks;           // all that the later recorder has
-  int new_blocks;       // that no block of the first download has
+  const char* options;  // of the recorder at the first download
+  int signal;           // sent to the program; 0: a fault of the recorder breaks the download
+  const char* later;    // further options of the recorder at the second download
+  int blocks;           // of the second recorder
+  int new_blocks;       // of these, the ones that the first recorder did not have
 };
 
 }  // namespace
@@ -33,7 +33,7 @@ class TestCliDownload : public QObject {
  private Q_SLOTS:
   void cleanup() { w_.unplug(); }
 
-  // The desktop program reads and saves the same readings, and exports them.
+  // The desktop program downloads, saves and exports the same readings, with the same bytes.
   void same_bytes_as_the_desktop_program() {
     for (const QString options : {"--readings 700 --mask 2,4", "--channels 3 --readings 700"}) {
       const bool three = options.contains("channels");
@@ -77,7 +77,7 @@ class TestCliDownload : public QObject {
     QVERIFY(w_.run("download -o some.qlx --type One " + span).out.contains("200 samples"));
     const QList<QByteArray> some = w_.contents("some.qlx").split('\n');
     QCOMPARE(some.mid(7), all.mid(7 + 200, 400) + QList<QByteArray>{""});
-    // Before all readings, and between two of them; the file that is there stays.
+    // A time before all readings, and one between two readings. The existing file stays.
     for (const char* const none :
          {"2001-01-01", "\"2026-02-01 08:00:20\" --from 2026-02-01T08:00:10"}) {
       const Ran ran = w_.run(QString("download -o some.qlx --type One --to ") + none);
@@ -86,8 +86,8 @@ class TestCliDownload : public QObject {
     }
   }
 
-  // However a download ends: the next one fetches only what is missing, and the file is bit for bit
-  // that of one that was never broken off.
+  // However a download breaks off, the next one fetches only the missing blocks, and its file is
+  // bit for bit that of an unbroken download.
   void broken_off_data() {
     add_rows<Break>({
         {"program killed", "--readings 1000", SIGKILL, "", 8, 0},
@@ -129,7 +129,7 @@ class TestCliDownload : public QObject {
     const bool same = row.new_blocks < row.blocks;
     QCOMPARE(resumed.errors.contains("now called run.qlx.part.old"), !same);
     QCOMPARE(w_.contents("run.qlx.part.old").count("block "), same ? 0 : kept);
-    // One kept block is asked for again, as a proof.
+    // One kept block is fetched again to verify the recording.
     const int fetched = static_cast<int>(w_.contents("log").count("> 01 01 "));
     QCOMPARE(fetched, same ? row.blocks - kept + row.new_blocks + 1 : row.blocks);
     QVERIFY(!QFile::exists(w_.path("run.qlx.part")));

@@ -21,7 +21,7 @@ const QByteArray cold_store =
     "\"2006-05-12 13:45:30\"\r\n4.5\r\n61.2\r\n"
     "\"2006-05-12 13:46:30\"\r\n4.6\r\n61\r\n"
     "\"2006-05-12 13:47:30\"\r\n4.4\r\n60.8\r\n";
-// Messages and the first panel's text, then what is to be had.
+// The messages, the first panel's text, then which window and commands are available.
 const QString opened = "|display|commands";
 const QString read_error = "Corvane: File Read Error|";
 const QString save_error = "Corvane: Save File Error|Save File";
@@ -51,7 +51,7 @@ class TestDataFile : public QObject {
     Recording recording;
     return read(bytes, recording) ? written(recording) : QByteArray("(refused)");
   }
-  // What the command leads to when this name is chosen in the file dialog.
+  // Runs the command, chooses `name` in the file dialog, and returns the outcome in words.
   QString done(void (*command)(Shell&), const QString& name) {
     MainWindow& main = world_->main;
     main.messages.shown.clear();
@@ -73,14 +73,14 @@ class TestDataFile : public QObject {
     User::recording.Title = "old";
     User::recording.SampleCount = 2;
     QVERIFY(make_file(path("run.qlx"), cold_store) && make_file(path("pipe.txt")));
-    // Opening a pipe that nobody serves would wait for ever.
+    // Opening a pipe without a writer would block for ever.
     QVERIFY(QDir().mkdir(path("folder.qlx")) && !QProcess::execute("mkfifo", {path("pipe.qlx")}));
   }
   void cleanup() {
     skip_on_error([] { file_handle_1().close(); });
   }
 
-  // Other programs' forms of the same file, and the samples, which are as the program writes them.
+  // Other programs' forms of the same file read the same; the samples are written back unchanged.
   void files_read_back_byte_for_byte() {
     for (const QByteArray& file :
          {cold_store, changed("\r\n", ","), changed("\r\n", "\n"), changed("\"", " "),
@@ -105,7 +105,7 @@ class TestDataFile : public QObject {
     QVERIFY(bytes.endsWith("\r\n-0.1\r\n") && written_again(bytes) == bytes);
   }
 
-  // At any field: what stands before it has replaced the old contents, and nothing else has.
+  // A fault at any field: the fields before it have replaced the old contents, the rest has not.
   void faults() {
     const QByteArray old = QByteArray(cold_store).replace("1", "7").replace("e", "o");
     const QByteArrayList old_lines = old.split('\n');
@@ -140,7 +140,7 @@ class TestDataFile : public QObject {
     }
   }
 
-  // The name is cut at its first dot; that the chosen file itself exists is all that is asked.
+  // The name is cut at its first dot, but only the uncut name must exist.
   void open() {
     QCOMPARE(done(OpenDataFile, {}), "before");
     for (const char* name : {"none.qlx", "run", "folder.qlx"}) {
@@ -156,8 +156,8 @@ class TestDataFile : public QObject {
     QVERIFY(User::recording.SampleCount == 0 && User::recording.Title == "Cold store");
   }
 
-  // Nothing closes the handle, so no later open or save gets through; a handle that could not be
-  // opened at all bars nothing.
+  // Nothing closes the handle after a read error, so every later open or save fails. A file that
+  // cannot be opened at all blocks nothing.
   void a_failed_open_bars_handle_1() {
     QVERIFY(make_file(path("five.qlx"), changed("\r\n2\r\n", "\r\n5\r\n")));
     QCOMPARE(done(OpenDataFile, "pipe.txt"), read_error);
@@ -175,14 +175,14 @@ class TestDataFile : public QObject {
   void save() {
     const QString question = "Corvane: File Exists ，Overwrite?|";
     QCOMPARE(done(SaveDataFile, {}), "before");
-    // No shows the dialog again, which is then cancelled.
+    // "No" shows the dialog again, and the test then cancels it.
     QCOMPARE(done(SaveDataFile, "run.qlx"), question + "before");
     QVERIFY(world_->main.files.shown == QStringList(3, "Save File|*.qlx|*.qlx"));
     QCOMPARE(contents(path("run.qlx")), cold_store);
     world_->main.messages.answers = {true};
     QCOMPARE(done(SaveDataFile, "run.qlx"), question);
     QCOMPARE(contents(path("run.qlx")), written(User::recording));
-    // By another name that is cut to this one it is overwritten unasked.
+    // A name that is cut to this one overwrites the file without a question.
     QVERIFY(make_file(path("run.qlx"), "precious"));
     QCOMPARE(done(SaveDataFile, "run.1.qlx"), "");
     QCOMPARE(contents(path("run.qlx")), written(User::recording));
@@ -193,7 +193,7 @@ class TestDataFile : public QObject {
     QVERIFY(QFile::link("/dev/full", path("full.qlx")));
     QCOMPARE(done(SaveDataFile, "full"), save_error);
     QVERIFY(file_handle_1().is_open());
-    // What could not be made leaves nothing begun in the folder.
+    // A save that fails leaves no temporary file in the folder.
     file_handle_1().close();
     User::recording.SampleCount = Recording::max_samples + 1;
     QCOMPARE(done(SaveDataFile, "run"), save_error);

@@ -14,13 +14,13 @@
 
 namespace {
 
-// What the disk answers when a file or a folder is to be forced onto it: 0 or an error.
+// What the replaced fsync() returns for a file or a folder: 0 or an error.
 std::function<int(bool folder)> disk;
 
-// What was asked of the office applications, line by line.
+// The calls to the office applications, one per line.
 struct Calls {
-  QStringList fails = {"running"};    // every line that contains one of these
-  std::function<void()> before_line;  // in the thread of the export
+  QStringList fails = {"running"};    // a line that contains one of these throws
+  std::function<void()> before_line;  // called in the export's thread
   QStringList lines;
   int sheets = 0;
 
@@ -33,8 +33,8 @@ struct Calls {
   }
 };
 
-// "Sheet1.Columns(2).ColumnWidth = 15", "Workbook.SaveAs(filename:="out.xls")": objects are named
-// by the way to them, what Add returns by its kind, sheets with a number.
+// Records each call, such as "Sheet1.Columns(2).ColumnWidth = 15". An object's name is the path of
+// members that leads to it; the result of Add is named by its kind, and a sheet also by a number.
 struct NamedObject final : AutomationObject {
   NamedObject(Calls& calls_used, const QString& way) : calls(calls_used), name(way) {}
 
@@ -104,7 +104,7 @@ extern "C" int fsync(int file) {
   return errno == 0 ? 0 : -1;
 }
 
-// Save As with office applications that only write down what is asked of them.
+// Save As, with office applications that only record the calls.
 class TestExport : public QObject {
   Q_OBJECT
  private Q_SLOTS:
@@ -115,7 +115,7 @@ class TestExport : public QObject {
     disk = nullptr;
   }
 
-  // Texts are written as they stand, quotes doubled as in the data file; no count is trusted.
+  // Texts are written unchanged except for doubled quotes. A negative channel count means none.
   void text_byte_for_byte() {
     QCOMPARE(export_as(text, "run.of.may"), QStringList(""));
     QCOMPARE(main().files.shown, QStringList{"Save As...|*.txt|*.txt|*.doc|*.doc|*.xls|*.xls"});
@@ -138,7 +138,7 @@ class TestExport : public QObject {
                         "\"Number         Time       \"\r\n"));
   }
 
-  // No message; the status bar goes on saying what was under way, and the next export works.
+  // A failure shows no message and leaves the status bar's text. The next export works.
   void text_fails() {
     QVERIFY(QFile::link("/dev/full", path("full.txt")) && make_file(path("run.txt"), "older"));
     for (const char* name : {"full", "missing/run", "run"}) {
@@ -150,8 +150,8 @@ class TestExport : public QObject {
     QCOMPARE(export_as(text), QStringList(""));
   }
 
-  // After a failure the older bytes are there, also where the file has other names and is
-  // overwritten in place; that the folder fails is none.
+  // After a failure the file has its older bytes, even one with two names, which is overwritten in
+  // place. An error of the folder's fsync() is not a failure.
   void failing_disk() {
     const QString run = path("run.txt");
     for (const bool linked : {false, true}) {
@@ -176,8 +176,8 @@ class TestExport : public QObject {
                  contents(CORVANE_EXPECTED "/document-calls.txt"));
   }
 
-  // What was begun is not left behind; a word processor that was started is quit, the user's own is
-  // not touched. Status bar and progress stay.
+  // A failure leaves no document open. It quits a word processor that was started, but not the
+  // user's own. Status bar and progress stay.
   void fails() {
     const char* close = "Workbook.close(SaveChanges:=0)";
     const char* quit = "Document.Close(SaveChanges:=0)\nWord.Quit";
@@ -204,9 +204,9 @@ class TestExport : public QObject {
     QCOMPARE(main().window->Text1->text(), "1%");
   }
 
-  // Other commands change the Recording, which is exported as it was. A further document waits.
-  // When the program ends what was begun is put away, what waits is dropped, and the closing main
-  // window is not written to any more.
+  // An export uses the Recording as it was, even if a command changes it. A further document waits.
+  // When the program ends, the current document is closed, the waiting one is dropped, and nothing
+  // is written to the closing main window.
   void meanwhile() {
     User::recording = ::many_samples(Recording::max_samples);
     QSemaphore go_on, amid_samples;
@@ -232,7 +232,7 @@ class TestExport : public QObject {
  private:
   MainWindow& main() { return world_->main; }
   QString path(const char* name) { return main().folder.filePath(name); }
-  // Runs the export and gives what the progress bar showed, and the first panel in the end.
+  // Runs the export. Returns what the progress bar showed, then the first panel's final text.
   QStringList export_as(Form form, const char* name = "run") {
     main().files.choices = {path(name)};
     main().files.choose_filter = form;

@@ -10,15 +10,15 @@
 #include "support/dialogs.h"
 #include "support/runner.h"
 
-// The real file dialog, worked with the keyboard.
+// The real file dialog, operated with the keyboard.
 class TestFileDialog : public QObject {
   Q_OBJECT
 
   static constexpr auto open = FileDialog::Purpose::open;
   static constexpr auto save = FileDialog::Purpose::save;
 
-  // Types `name` into the dialog; what is still open then is cancelled. Gives the name that came
-  // through. Typing counts: a name that is set does not work the same.
+  // Types `name` into the dialog, cancels it if it is still open, and returns the resulting name.
+  // Types each key, because setting the text takes another path through the dialog.
   QString chosen(FileDialog::Purpose purpose, const QString& name) {
     const auto script = when_shown<QFileDialog>([&](QFileDialog& dialog) {
       QVERIFY(QTest::qWaitForWindowActive(&dialog));
@@ -45,15 +45,15 @@ class TestFileDialog : public QObject {
 
  private Q_SLOTS:
   void initTestCase() {
-    // The dialog keeps its last folder and column widths in the user's settings.
+    // The dialog stores its last folder and column widths in the user's settings.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder_.filePath("settings"));
     const QDir folder(folder_.path());
     QVERIFY(folder.mkpath("inner") && folder.mkpath("a/b/c"));
     QVERIFY(make_file(folder.filePath("there.qlx")));
   }
 
-  // The name comes through as it was typed, for opening as for saving, and nothing is asked. A
-  // folder is gone into; cancelled then, the dialog leaves no name.
+  // The dialog returns the name as typed, for opening and for saving, without a question. The name
+  // of a folder opens that folder; cancelling then returns no name.
   void typed_names() {
     dialog_.filter = "*.qlx|*.qlx";
     dialog_.title = "Open File";
@@ -69,15 +69,15 @@ class TestFileDialog : public QObject {
     }
     QCOMPARE(chosen(save, "inner/../inner/./x"), folder_.filePath("inner/x"));
     QCOMPARE(chosen(open, "none/x.qlx"), folder_.filePath("inner/none/x.qlx"));
-    // The folder remembered, which is not there, does not stand in the dialog as a name; nor is one
-    // that is passed when a whole path is typed taken for it.
+    // A remembered folder that does not exist is not offered as a name. Nor is a folder that the
+    // typed path passes through taken for the name.
     for (const char* name : {"a/b/c/x", "a/b/c/y"}) {
       QCOMPARE(chosen(save, folder_.filePath(name)), folder_.filePath(name));
     }
   }
 
-  // The name that is used where it is another than the one typed, and the form that a typed
-  // extension chooses. A file's kind is known by its name, whatever is in it.
+  // The dialog shows the name that will be used if it differs from the typed one, and a typed
+  // extension chooses the form. A file's kind depends on its name, not on its contents.
   void what_becomes_of_a_name() {
     dialog_.filter = "*.txt|*.txt|*.xls|*.xls";
     dialog_.used_name = [](const QString& name, int index) {

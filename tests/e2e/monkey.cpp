@@ -1,7 +1,7 @@
-// corvane-monkey SECONDS [SEED]: a user out of his mind. Random commands, clicks, keys and texts in
-// the real windows, random answers in every dialog, with a recorder in software whose faults come
-// and go and whose cable is pulled. The sanitizers, a watchdog for hangs, and the rules below say
-// whether the program bears it. The same seed plays much the same, timers excepted.
+// corvane-monkey SECONDS [SEED]: a user out of his mind. Sends random commands, clicks, keys and
+// texts to the real windows and random answers to every dialog. Faults of the simulated recorder
+// come and go, and its cable is pulled. The sanitizers, a watchdog for hangs, and check() decide
+// whether the program survives. The same seed repeats much the same run, except for timers.
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -32,7 +32,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A step that takes longer than this has hung.
+// A step that takes longer than this counts as a hang.
 constexpr auto longest_step = 60s;
 std::atomic<long> steps = 0;
 
@@ -70,7 +70,7 @@ class Monkey : public QObject {
     if (auto* child = window_->findChild<QMdiSubWindow*>()) child->close();
   }
 
-  // What must hold between any two commands.
+  // The conditions that must hold between any two commands.
   void check() {
     const bool linked = window_->menu_entry(QStringLiteral("unlink"))->isEnabled();
     const bool link = window_->menu_entry(QStringLiteral("link"))->isEnabled();
@@ -84,7 +84,7 @@ class Monkey : public QObject {
     }
   }
 
-  // How far it came: one that never links proves nothing.
+  // Prints how far the run got. A run that never links proves nothing.
   bool tell() const {
     const auto files = QDir(folder_.path()).entryList(QDir::Files).join(u' ').toStdString();
     std::printf(
@@ -110,13 +110,13 @@ class Monkey : public QObject {
     if (auto* window = window_->loaded_realtime()) Q_EMIT window->live().Timer1->tick();
   }
 
-  // Just before midnight, where a wait for a silent recorder has no end, or back.
+  // Sets the clock back, or to just before midnight, where a wait for a silent recorder never ends.
   void set_clock() {
     const QDateTime midnight(clock_.now().date().addDays(1), QTime(0, 0), Qt::UTC);
     clock_.set(below(4) == 0 ? clock_.now().addSecs(-below(9000))
                              : midnight.addMSecs(-below(4000)));
   }
-  // A wait lasts: the user goes on, and in the end takes a recorder that answers.
+  // Acts inside a long wait and sometimes changes the recorder, so that one answers in the end.
   void act_in_a_wait() {
     constexpr qint64 patience_ms = 4000;
     if (clock_.elapsed() - acted_ < patience_ms || nested_ == 3) return;
@@ -128,7 +128,7 @@ class Monkey : public QObject {
     --nested_;
   }
 
-  // Another recorder on port 1 or 2, mostly one of the type that is chosen, at times with a fault.
+  // Puts another recorder on port 1 or 2, mostly of the chosen type and sometimes with a fault.
   void change_recorder() {
     static const QStringList faults = {{},
                                        "silent",
@@ -176,7 +176,7 @@ class Monkey : public QObject {
   void click_somewhere(QWidget& window) {
     const QPoint place(below(window.width()), below(window.height()));
     QWidget* widget = window.childAt(place);
-    // Neither the menu bar nor the frame's own buttons, which would open native menus or Exit.
+    // Skips the menu bar and the frame's buttons, which would open native menus or Exit.
     if (!widget || widget->inherits("QMenuBar") || widget->inherits("QToolButton")) return;
     QTest::mouseClick(widget, Qt::LeftButton, {}, widget->mapFrom(&window, place));
   }
@@ -206,16 +206,16 @@ class Monkey : public QObject {
     }
   }
 
-  // A dialog stands: something random happens in it, and sooner or later it is closed. Nested
-  // commands happen too, as a timer's tick or a second command does.
+  // While a dialog is open, does something random in it and sooner or later closes it. Also runs
+  // commands inside other commands, as a timer's tick or a second command would.
   void attend_again() {
     QTimer::singleShot(0, this, [this] {
-      // Before acting: what is done in a dialog can open another one.
+      // Called before acting, because an action in a dialog can open another dialog.
       attend_again();
       attend();
     });
   }
-  // What the stand-ins keep for tests to look at would fill the memory.
+  // Clears the logs that the stand-ins keep for tests, which would fill the memory.
   void forget() {
     pages_ += printer_.log.filter(QRegularExpression("^(start|page)")).size();
     printer_.log.clear();
@@ -232,7 +232,7 @@ class Monkey : public QObject {
     if (!dialog) return act_in_a_wait();
     ++steps;
     if (auto* file = qobject_cast<QFileDialog*>(dialog)) return choose_file(*file);
-    // A type at random would seldom be the recorder's.
+    // A random type would seldom be the recorder's.
     if (auto* link = qobject_cast<frmport*>(dialog); link && below(3) > 0) {
       link->Combo1->setCurrentIndex(channels_ - 1);
       link->Option1[static_cast<std::size_t>(below(5))]->click();
@@ -247,7 +247,7 @@ class Monkey : public QObject {
     } else if (what < 8) {
       operate(*dialog);
     } else {
-      // The default button is the one that accepts; the previews have none.
+      // The default button accepts the dialog; previews have no such button.
       const auto buttons = dialog->findChildren<QPushButton*>();
       const auto accepting =
           std::find_if(buttons.begin(), buttons.end(),

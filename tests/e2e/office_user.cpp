@@ -1,5 +1,5 @@
-// office_user FILE: opens a file in the office process of this user that runs already, as a user's
-// double click does in one that has windows.
+// office_user FILE: opens a file in this user's running office process, as a double click does when
+// that process has windows.
 #include <com/sun/star/frame/XComponentLoader.hpp>
 
 #include "office/office_connection.h"

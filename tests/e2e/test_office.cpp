@@ -12,11 +12,11 @@
 
 namespace {
 
-// How long the disk takes to keep the next file, and whether it is about it.
+// How long the replaced fsync() takes for the next file, and whether it is running.
 std::atomic<unsigned long> disk_ms = 0;
 std::atomic<bool> disk_works = false;
 
-// A disk of so many KiB.
+// A disk with a size of `kib` KiB.
 struct SmallDisk {
   SmallDisk(const QString& folder, int kib) : path(folder.toLocal8Bit()) {
     QDir().mkpath(folder);
@@ -37,8 +37,8 @@ extern "C" int fsync(int) {
   return 0;
 }
 
-// The exports through the real office suite; what they write is opened again by it and compared
-// with the text export.
+// The exports through the real office suite. The suite opens the results again, and the tests
+// compare them with the text export.
 class TestOffice : public QObject {
   Q_OBJECT
  private Q_SLOTS:
@@ -61,7 +61,7 @@ class TestOffice : public QObject {
     suite_.end();
   }
 
-  // A word processor that was started goes again, and everything of it, saved or not.
+  // A word processor that was started ends with all its processes, whether the save worked or not.
   void document() {
     QVERIFY(QDir().mkdir(path("run.doc")));
     export_as(word);
@@ -72,7 +72,7 @@ class TestOffice : public QObject {
     QCOMPARE(panel() + main_->window->Text1->text(), QString());
     nothing_is_left();
     const QByteArray written = contents(path("run.doc"));
-    // A binary document, in "Courier ".
+    // A binary document with the font "Courier ".
     QVERIFY(written.startsWith(hex("d0cf11e0a1b11ae1")));
     QVERIFY(written.contains(hex("43006f00750072006900650072002000")));
     QVERIFY(OfficeSuite::convert(path("run.doc"), "txt:Text (encoded):UTF8,LF", folder_->path()));
@@ -80,8 +80,8 @@ class TestOffice : public QObject {
     QCOMPARE(lines, text_lines().join('\n').replace(",Min.:", ",Min:") + '\n');
   }
 
-  // The spreadsheet application goes on running; the document's export finds it so and leaves it.
-  // It ends with the program.
+  // The spreadsheet application keeps running. The document export leaves it running, and it ends
+  // with the program.
   void workbook_and_then_a_document() {
     export_as(workbook);
     const auto running = suite_.processes();
@@ -97,8 +97,8 @@ class TestOffice : public QObject {
     check_workbook(true);
   }
 
-  // It is given up and ended; the older file stays. Meanwhile a text is exported and a further
-  // workbook waits, which a new suite makes.
+  // A stuck suite is given up and ended, and the older file stays. Meanwhile a text export works; a
+  // further workbook waits until a new suite makes it.
   void stuck_suite() {
     User::recording = many_samples(Recording::max_samples);
     QVERIFY(make_file(path("run.xls"), "older"));
@@ -118,7 +118,7 @@ class TestOffice : public QObject {
     QCOMPARE(suite_.signal(0), 2);
   }
 
-  // Seconds without an answer, but it works.
+  // A suite that is slow, but not stuck: it answers only after seconds.
   void slow_suite() {
     QTimer slowness;
     connect(&slowness, &QTimer::timeout, &slowness, [this] {
@@ -133,8 +133,8 @@ class TestOffice : public QObject {
     QVERIFY(panel().isEmpty() && QFile::exists(path("run.doc")));
   }
 
-  // A suite with something of the user's goes on, whoever started it, also when it is stuck and
-  // given up. No way into it is left open.
+  // A suite with a document of the user's keeps running, whoever started it, even when it is stuck
+  // and given up. No pipe into it stays open.
   void suite_with_the_users() {
     const auto pipes = [] {
       return QDir("/tmp").entryList({"OSL_PIPE_*_corvane_*"}, QDir::System);
@@ -162,7 +162,7 @@ class TestOffice : public QObject {
     }
   }
 
-  // A slow disk is no stuck suite. What it has not kept when the program ends changes nothing.
+  // A slow disk does not count as a stuck suite. An unfinished file at program end changes nothing.
   void slow_disk() {
     disk_ms = 12'000;
     export_as(word);
@@ -176,9 +176,8 @@ class TestOffice : public QObject {
     QVERIFY(!disk_works && !written.isEmpty() && contents(path("run.doc")) == written);
   }
 
-  // On a full disk nothing is left of what was begun, and an older file stays as it was; but what
-  // there was room for of a Recording that could not be saved is kept. All sizes with
-  // CORVANE_ALL_DISKS=1.
+  // A full disk keeps the older file and nothing of the new one. Only a data file that could not be
+  // saved is left as far as there was room. CORVANE_ALL_DISKS=1 tries all disk sizes.
   void full_disks() {
     const QByteArray older(3000, 'o');
     const char* const told[] = {"Corvane: Save File Error|Save File|", "Save As .TXT|",
@@ -214,7 +213,7 @@ class TestOffice : public QObject {
     }
   }
 
-  // With no room for its temporary files the suite hands out an empty document as if all were well.
+  // Without room for its temporary files the suite delivers an empty document and reports no error.
   void suite_without_room() {
     User::recording = many_samples(1201);
     export_as(workbook, "first");
@@ -237,7 +236,7 @@ class TestOffice : public QObject {
     QVERIFY(!QFile::exists(path("run.xls")));
   }
 
-  // The windows stay alive, until the program ends in the middle.
+  // The windows respond until the program ends in the middle of an export.
   void program_ends_amid_the_samples() {
     User::recording = many_samples(Recording::max_samples);
     const auto amid = [this] { return main_->window->PrgB1->value() >= 50; };
@@ -264,14 +263,14 @@ class TestOffice : public QObject {
     QCOMPARE(suite_.left_files(), QString());
   }
   void start_program() { main_ = std::make_unique<MainWindow>(port_, *clock_); }
-  // Ends it, and gives how long that took.
+  // Ends the program and returns how long that takes.
   qint64 program_end_ms() {
     QElapsedTimer timer;
     timer.start();
     main_.reset();
     return timer.elapsed();
   }
-  // Gives how often the window could look.
+  // Returns how often the window could check `now`.
   int quit_when(const std::function<bool()>& now, Form form) {
     int looks = 0;
     QElapsedTimer ending;
@@ -290,7 +289,7 @@ class TestOffice : public QObject {
     no_process_is_left();
     return looks;
   }
-  // When the next export is half done does one thing, and another a little later.
+  // Calls `first` when the next export is half done, and `then` a little later.
   void amid_export(const std::function<void()>& first, const std::function<void()>& then) {
     auto* timer = new QTimer(main_->window.get());
     connect(timer, &QTimer::timeout, this, [this, timer, first, then] {
@@ -317,7 +316,7 @@ class TestOffice : public QObject {
     export_as(text);
     return contents(path("run.txt")).mid(1).chopped(3).replace("\"\r\n\"", "\n").split('\n');
   }
-  // As it holds its numbers, or as it shows them; texts stand in quotes in any case.
+  // Compares the numbers as the workbook holds or as it shows them. Texts are always in quotes.
   void check_workbook(bool as_shown) {
     const QByteArray every_sheet = "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,true,true,";
     const QByteArray form = every_sheet + (as_shown ? "true" : "false") + ",false,false,-1";
@@ -337,7 +336,7 @@ class TestOffice : public QObject {
       }
       const QByteArray date = fields[0] + ",\"" + fields[1];
       whole_times << date + ' ' + fields[2] + '"' + values;
-      // Numbers that are shown as a date and a time.
+      // The cells are numbers, shown as a date and a time.
       const auto time = QTime::fromString(fields[2], Qt::ISODate);
       halved_times << fields[0] + ',' + fields[1] + ',' +
                           (as_shown ? fields[2] : time.toString("hh:mm:ss AP").toLatin1()) + values;
@@ -351,7 +350,7 @@ class TestOffice : public QObject {
     main_->files.choose_filter = form;
     main_->run(form == data_file ? QStringLiteral("save") : QStringLiteral("outputs"));
   }
-  // Messages, status bar and progress afterwards.
+  // Saves or exports the Recording; returns the messages, status bar and progress afterwards.
   QString told_by(Form form, const char* name) {
     skip_on_error([] { file_handle_1().close(); });
     main_->messages.shown.clear();

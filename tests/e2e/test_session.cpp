@@ -17,18 +17,18 @@
 #include "support/runner.h"
 #include "support/simulator_process.h"
 
-// The real main window, port and clock against the real simulator behind a pseudo-terminal.
+// The real main window, port and clock with the real simulator behind a pseudo-terminal.
 class TestSession : public QObject {
   Q_OBJECT
 
-  // A recorder of two channels on COM2, so that the automatic search has to go past COM1.
+  // Starts a two-channel recorder on COM2, so that the automatic search must go past COM1.
   bool start(const QString& options) {
     const QString link = w_->main.folder.filePath("com2");
     w_->simulator = std::make_unique<SimulatorProcess>(
         QStringList{"--link", link, "--channels", "2"} + options.split(' ', Qt::SkipEmptyParts));
     return w_->simulator->wait_ready();
   }
-  // Gives the messages that it led to; option 4 searches.
+  // Links and returns the messages. Option 4 searches all ports.
   QString link(std::size_t option = 1) {
     w_->main.messages.shown.clear();
     const auto script = when_shown<frmport>([=](frmport& dialog) {
@@ -44,8 +44,8 @@ class TestSession : public QObject {
     w_->main.run("read");
     return w_->main.messages.shown.join('|');
   }
-  // The share of its time that the processor works while this runs. Sanitizers make everything
-  // about three times as dear.
+  // Returns the share of the time of `act` in which the processor works. Sanitizers make everything
+  // about three times as slow.
   static double work(const std::function<void()>& act) {
     QElapsedTimer timer;
     timer.start();
@@ -93,8 +93,8 @@ class TestSession : public QObject {
     }
   }
 
-  // Some of what the fault matrix tries on a scripted clock: a block that fails three times ends
-  // the download, else it gets what was measured.
+  // Some rows of the fault matrix, here in real time: a block that fails three times ends the
+  // download; after fewer failures it gets the recorded readings.
   void faults_of_the_line() {
     for (const QString fault : {"check:block=1", "truncated:block=1", "check:first=2", "extra",
                                 "garbage:block=1,first=2", "late:block=1,first=1,ms=1200"}) {
@@ -119,7 +119,7 @@ class TestSession : public QObject {
     const double share = work([&] { QCOMPARE(link(), timeout); });
     QVERIFY2(timer.elapsed() >= 3000 && timer.elapsed() < 8000 && share < 0.1,
              qPrintable(QStringLiteral("%1 ms, %2").arg(timer.elapsed()).arg(share)));
-    // Closing the window ends it at once.
+    // Closing the window ends the wait at once.
     QTimer::singleShot(400, w_->main.window.get(), [&] {
       timer.start();
       w_->main.window->close();
@@ -128,7 +128,7 @@ class TestSession : public QObject {
     QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
   }
 
-  // An adapter that takes no bytes is told as a recorder that does not answer.
+  // An adapter that accepts no bytes counts as a recorder that does not answer.
   void hung_adapter() {
     int master = -1;
     int line = -1;
@@ -144,17 +144,17 @@ class TestSession : public QObject {
     close(master);
   }
 
-  // A line that has hung up stays readable for ever; it must not keep the event loop busy.
+  // A line that has hung up stays readable for ever, but must not keep the event loop busy.
   void unplugged_and_plugged_in_again() {
     QVERIFY(start("--readings 700 --fault unplug:block=2"));
     QCOMPARE(link(), "");
     QCOMPARE(read(), timeout);
     QCOMPARE(User::recording.SampleCount, 0);
-    QTest::qWait(1000);  // what the windows still have to draw
+    QTest::qWait(1000);  // lets the windows finish drawing
     const double share = work([] { QTest::qWait(1000); });
     QVERIFY2(share < 0.2, qPrintable(QString::number(share)));
 
-    // Plugged in again: the first link still meets the dead port and closes it, the next one works.
+    // Plugged in again: the first link finds the dead port and closes it, the next one works.
     w_->simulator.reset();
     QVERIFY(start("--readings 10"));
     w_->main.run("unlink");

@@ -1,4 +1,4 @@
-// What the fuzzing targets share: rules that must hold.
+// The checks that the fuzzing targets share.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@ inline void require(bool rule) {
   if (!rule) std::abort();
 }
 
-// Bad input may end in one of the program's own errors; any other one is a finding.
+// Bad input may cause one of the program's own errors. Any other error is a finding.
 template <class Statement>
 bool holds(Statement statement) {
   try {

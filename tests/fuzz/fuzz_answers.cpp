@@ -1,4 +1,4 @@
-// Answers from the line, each kind of them, of any length and content.
+// Every kind of answer from the line, of any length and content.
 #include "acquire/downloaded_samples.h"
 #include "acquire/segments.h"
 #include "device/limits.h"
@@ -15,7 +15,7 @@ void properties(const QByteArray& answer, int channels) {
   require(decoded.record_interval >= 1 && decoded.record_interval <= 65536);
   const MemoryMap map = map_memory(decoded, channels, now);
   require(map.segments.size() <= max_segments && map.interval >= 1);
-  // A memory that holds less than a sample of each channel ends before it begins, by an interval.
+  // A memory with less than one sample per channel ends one interval before it begins.
   for (const Segment& segment : map.segments) {
     require(segment.first.isValid() && segment.last.isValid() &&
             segment.first <= segment.last.addSecs(map.interval));

@@ -1,4 +1,4 @@
-// The data file: what can be read is shown without a crash, and written again it reads the same.
+// The data file: a readable file is shown without a crash, and reads the same after it is written.
 #include <unistd.h>
 
 #include "app/recording.h"
@@ -31,7 +31,7 @@ void show(Recording& recording) {
   picture.draw(image, size, {0xFFFFFFFF, 0xFF000000});
 }
 
-// A name of our own: several fuzzers may run at a time.
+// The process number keeps apart fuzzers that run at the same time.
 const QString scratch_file = QStringLiteral("/dev/shm/corvane-fuzz-%1").arg(getpid());
 
 QByteArray written(const Recording& recording) {

@@ -1,4 +1,4 @@
-// The device file: whatever it holds, the table offers what it has, and a channel count is 1 to 4.
+// The device file: with any contents the table can be read, and a channel count is 1 to 4.
 #include "device/device_table.h"
 #include "fuzz/fuzz.h"
 #include "monitor/live_channels.h"

@@ -1,4 +1,4 @@
-// Texts as a user types them, into number boxes and titles.
+// Texts that a user types into number boxes and titles.
 #include <cmath>
 
 #include "base/numbers.h"
@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   double value = 0;
   require(holds([&] { value = to_double(text); }) == number);
   if (number) {
-    // What is shown with two decimals is a number again, and near.
+    // A value shown with two decimals is again a number, and close to the value.
     const QString shown = fixed2(value);
     require(is_number(shown));
     if (std::abs(value) < 1e9) require(std::abs(to_double(shown) - value) < 0.00501);
