@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "app/icons.h"
+#include "base/mnemonics.h"
 #include "base/program_folder.h"
 #include "data/automation_plugin.h"
 #include "guided_tour/tour.h"
@@ -13,6 +14,7 @@
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
+  QApplication::setStyle(new LetterStyle);
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() != 3) {
     std::fputs("corvane-tour WORK FOLDER\n", stderr);

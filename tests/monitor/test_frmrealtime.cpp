@@ -151,6 +151,7 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(values_shown(), "2|Damp|%RH|21.00|20.99|-40.00|21.00|21.00 red");
     const QPalette light = QApplication::palette();
     QApplication::setPalette(QPalette(Qt::darkBlue));
+    QCoreApplication::processEvents();
     const QPalette dark = window_->live().Label4[9 + value_label]->palette();
     QVERIFY(contrast(dark.color(QPalette::WindowText), dark.color(QPalette::Window)) >= 4.5);
     QApplication::setPalette(light);
