@@ -21,12 +21,12 @@ using std::chrono::milliseconds;
 // How often the main window shows the progress, and how often the application is checked.
 constexpr int show_interval_ms = 30;
 constexpr int watch_interval_ms = 250;
-// When the program ends: the time in which the work must stop by itself, and the time in which it
-// must return from an application that was given up. Any other application has 1 s more to end.
+// When the program ends, the work has `time_to_stop` to stop by itself; then the application is
+// given up, and the work has `time_to_come_back` to return from it.
 constexpr milliseconds time_to_stop(1000);
 constexpr milliseconds time_to_come_back(500);
 
-// Makes any other exception, mostly for lack of memory, fail the export as well.
+// Makes an exception of another kind, such as lack of memory, fail the export as well.
 void with_run_time_errors_only(const std::function<void()>& work) {
   try {
     work();

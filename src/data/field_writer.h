@@ -43,7 +43,7 @@ class FieldWriter {
     if (end_ - at_ < characters) grow(characters);
     return at_;
   }
-  // Does the same for a field, after writing the comma that separates it from the one before.
+  // Does the same for a field, and first writes a comma if the line already has a field.
   char* start_field(qsizetype characters) {
     char* out = room(characters + 1);
     if (line_started_) *out++ = ',';

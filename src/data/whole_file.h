@@ -8,7 +8,7 @@
 #include <stop_token>
 #include <string_view>
 
-// A file to be written. Its path shows the older file until write() succeeds.
+// A file to be written. Only write() and write_fragment() change what is at its path.
 class WholeFile {
  public:
   // Follows symbolic links. Throws FileError when `path` cannot be written: its folder is missing,

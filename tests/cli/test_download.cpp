@@ -129,7 +129,7 @@ class TestCliDownload : public QObject {
     const bool same = row.new_blocks < row.blocks;
     QCOMPARE(resumed.errors.contains("now called run.qlx.part.old"), !same);
     QCOMPARE(w_.contents("run.qlx.part.old").count("block "), same ? 0 : kept);
-    // One kept block is fetched again to verify the recording.
+    // One kept block is fetched again to verify the others.
     const int fetched = static_cast<int>(w_.contents("log").count("> 01 01 "));
     QCOMPARE(fetched, same ? row.blocks - kept + row.new_blocks + 1 : row.blocks);
     QVERIFY(!QFile::exists(w_.path("run.qlx.part")));

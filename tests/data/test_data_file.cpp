@@ -51,7 +51,7 @@ class TestDataFile : public QObject {
     Recording recording;
     return read(bytes, recording) ? written(recording) : QByteArray("(refused)");
   }
-  // Runs the command, chooses `name` in the file dialog, and returns the outcome in words.
+  // Runs the command and chooses `name` in the file dialog. Returns the outcome in words.
   QString done(void (*command)(Shell&), const QString& name) {
     MainWindow& main = world_->main;
     main.messages.shown.clear();

@@ -128,7 +128,7 @@ class TestSession : public QObject {
     QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
   }
 
-  // An adapter that accepts no bytes counts as a recorder that does not answer.
+  // An adapter that accepts no bytes gives the message for a recorder that does not answer.
   void hung_adapter() {
     int master = -1;
     int line = -1;
