@@ -38,12 +38,8 @@ class TestDownload : public QObject {
   }
   // Runs Read Data and returns the messages that it has shown.
   QString read(const std::function<void(frmhistorytime&)>& choose = {}) {
-    const auto script = when_shown<frmhistorytime>([=](frmhistorytime& dialog) {
-      if (choose) choose(dialog);
-      press(dialog.Command1);
-    });
-    w_->main.run("read");
-    return std::exchange(w_->main.messages.shown, {}).join('|');
+    w_->main.read(choose);
+    return w_->main.told().join('|');
   }
 
   std::unique_ptr<SimulatedWindow> w_;
@@ -78,14 +74,13 @@ class TestDownload : public QObject {
     connect(w_->main.window->Text1, &QLineEdit::textChanged, this, [&](const QString& text) {
       seen << text + ' ' + QString::number(w_->main.window->PrgB1->value());
     });
-    const qint64 before = w_->clock.elapsed();
     read([&](frmhistorytime& dialog) { seen << dialog.Text1->toPlainText(); });
     const QString message =
         QStringLiteral("  Recorder's Historical Data Is Form%1To%2，Please Select Data Segment")
             .arg(general_date_time_text(start), general_date_time_text(start.addSecs(30 * 128)));
     QCOMPARE(seen, QStringList({message, "1% 1", "51% 51", " 0"}));
-    // The pauses, in ms: 10 + 10 in each of three exchanges, and 100 after each of two blocks.
-    QVERIFY(w_->clock.elapsed() - before >= 3 * 20 + 2 * 100);
+    // A pause after each of two blocks, in ms.
+    QCOMPARE(std::ranges::count(w_->clock.sleeps, 100), 2);
     const Recording& got = User::recording;
     QStringList header = {got.Title, got.RecorderName};
     for (const auto& row : got.ChannelInfo) header << row[0] << row[1];
@@ -93,8 +88,9 @@ class TestDownload : public QObject {
   }
 
   void nothing_to_read() {
-    for (const simulator::Settings& settings : {memory(0), memory(100, 0)}) {
-      open(settings);
+    for (const bool marked : {true, false}) {
+      open(memory(marked ? 0 : 100));
+      for (QCheckBox* box : w_->realtime()->setup().Check1) box->setChecked(marked);
       w_->main.window->set_panel(2, "Link Ok");
       QCOMPARE(read(), "Corvane: No Data");
       QCOMPARE(w_->main.window->Sts1[0]->text() + w_->main.window->Sts1[1]->text(), "Read Data");
@@ -119,6 +115,30 @@ class TestDownload : public QObject {
     QCOMPARE(read(), "");
     QCOMPARE(difference(0x03, 500), "");
     QVERIFY(w_->realtime() && !w_->realtime()->isVisible());
+  }
+
+  // Escape and Exit come in the wait for the properties, at the segment dialog and at the message
+  // of a failure.
+  void ends_before_the_first_block() {
+    for (const bool quits : {false, true}) {
+      for (const QString place : {"wait", "dialog", "message"}) {
+        open(memory(1000));
+        const auto end = [&] {
+          if (quits) return void(w_->main.window->close());
+          QTest::keyClick(w_->main.window.get(), Qt::Key_Escape);
+        };
+        if (place == "message") w_->main.messages.meanwhile = end;
+        if (place == "wait") w_->clock.after(500, end);
+        if (place != "dialog") w_->plug_in(memory(1000), "silent:command=02");
+        const QString said = read([&](frmhistorytime& dialog) {
+          if (quits) return end();
+          dialog.reject();
+        });
+        QCOMPARE(said, place == "message" ? "Warnning: Link Timeout!" : "");
+        QCOMPARE(w_->realtime()->live().Timer1->enabled(), !quits);
+        QCOMPARE(int(w_->port.log.filter("write 01 01").size()), 0);
+      }
+    }
   }
 
   // Each command comes in the middle of the wait for a block.

@@ -77,6 +77,7 @@ class TestSegments : public QObject {
     QCOMPARE(seconds(1, 200), QList<qint64>({0, 710, 720, 1990}));
     QCOMPARE(seconds(3, 256), QList<qint64>({0, 417, 427, 843}));
     QCOMPARE(seconds(3, 130), QList<qint64>({0, -3, 7, 423}));
+    QCOMPARE(seconds(4, 129), QList<qint64>({0, -8, 2, 312}));    // half seconds: to even
     QCOMPARE(seconds(3, 250 * 128).at(2 * 249), 249 * 1280 / 3);  // no drift
     // Channels, first and last segment of eight, and how many samples they hold.
     for (const auto& [channels, first, last, samples] :

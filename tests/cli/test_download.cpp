@@ -1,11 +1,8 @@
 #include <csignal>
 
-#include "acquire/frmhistorytime.h"
 #include "app/user.h"
 #include "base/clock.h"
-#include "device/frmport.h"
 #include "device/qt_serial_port.h"
-#include "support/dialogs.h"
 #include "tests/cli/cli_process.h"
 
 namespace {
@@ -47,18 +44,12 @@ class TestCliDownload : public QObject {
       QtSerialPort port;
       MainWindow desktop(port, clock);
       QFile::link(QFileInfo(w_.path("com1")).symLinkTarget(), desktop.folder.filePath("com1"));
-      const auto link = when_shown<frmport>([&](frmport& dialog) {
-        dialog.Option1[0]->click();
-        dialog.Combo1->setCurrentText(three ? "Three" : "Four");
-        press(dialog.Command1);
-      });
-      desktop.run("link");
-      const auto read = when_shown<frmhistorytime>([](auto& dialog) { press(dialog.Command1); });
-      desktop.run("read");
+      desktop.link(0, three ? "Three" : "Four");
+      desktop.read();
       const QString name = desktop.folder.filePath("desktop");
       desktop.files.choices = {name, name};
       for (const char* command : {"save", "outputs"}) desktop.run(command);
-      QCOMPARE(desktop.messages.shown, QStringList());
+      QCOMPARE(desktop.told(), QStringList());
       for (const char* const ending : {".qlx", ".txt"}) {
         QFile saved(name + ending);
         QVERIFY(saved.open(QIODevice::ReadOnly));

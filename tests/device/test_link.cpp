@@ -23,21 +23,15 @@ const QString timeout = "not linked, closed, Warnning: Link Timeout!";
 class TestLink : public QObject {
   Q_OBJECT
 
-  // Option -1 chooses no port, option 4 chooses all of them.
-  void link(int option, const QString& type = "Two", const QString& button = "Ok") {
-    const auto script = when_shown<frmport>([=](frmport& dialog) {
-      if (option >= 0) dialog.Option1[static_cast<std::size_t>(option)]->click();
-      dialog.Combo1->setCurrentText(type);
-      press(button == u"Ok" ? dialog.Command1 : dialog.Command2);
-    });
-    w_->main.run("link");
+  void link(int option, const QString& type = "Two", bool ok = true) {
+    w_->main.link(option, type, ok);
   }
   // The state of link and port, with the messages since the last call.
   QString state() const {
     const bool on = w_->main.window->menu_entry("unlink")->isEnabled();
     const QStringList state = {on ? "linked" : "not linked",
                                w_->port.is_open() ? "open" : "closed"};
-    return (state + std::exchange(w_->main.messages.shown, {})).join(", ");
+    return (state + w_->main.told()).join(", ");
   }
 
   std::unique_ptr<SimulatedWindow> w_;
@@ -49,14 +43,15 @@ class TestLink : public QObject {
   }
 
   void outcomes() {
-    for (const auto& [type, button, option, after, requests] :
-         {std::tuple("Two", "Cancel", 0, untouched, 0),
-          {"Two", "Ok", -1, untouched, 0},
-          {"Two", "Ok", 3, timeout, 0},     // an absent port
-          {"Broken", "Ok", 0, timeout, 0},  // a type without channels
-          {"Four", "Ok", 0, timeout, 3}}) {
+    for (const auto& [type, ok, option, after, requests] :
+         {std::tuple("Two", false, 0, untouched, 0),
+          {"Two", true, -1, untouched, 0},
+          {"Two", true, 3, timeout, 0},     // an absent port
+          {"Broken", true, 0, timeout, 0},  // a type without channels
+          {"Four", true, 0, timeout, 3}}) {
       init();
-      link(option, type, button);
+      User::PortChoice = 0;  // left by an earlier link
+      link(option, type, ok);
       QCOMPARE(state(), after);
       QCOMPARE(int(w_->port.log.count("write 00 00 00")), requests);
     }

@@ -56,8 +56,10 @@ class TestPacket : public QObject {
     // Ties to even.
     QCOMPARE(built(BuildWriteLimits(2, "0.001953125", "0.005859375")), "5 0b060200020000000d");
     const QByteArray before = SendBuffer;
-    User::DeviceTable.set_text(2, 0, {});
-    QVERIFY_THROWS_EXCEPTION(ConversionError, BuildStatusRequest());
+    for (const char* channels : {"", "0", "5"}) {
+      User::DeviceTable.set_text(2, 0, channels);
+      QVERIFY_THROWS_EXCEPTION(ConversionError, BuildStatusRequest());
+    }
     QVERIFY_THROWS_EXCEPTION(ConversionError, BuildReadBlock(256));
     QVERIFY_THROWS_EXCEPTION(ConversionError, BuildWriteLimits(1, "300", "0"));
     QCOMPARE(BuildWriteLimits(3, "warm", "cold"), 0);
@@ -89,8 +91,7 @@ class TestPacket : public QObject {
     const auto wait = [this](const QTime& time, int moment, const std::function<void()>& event) {
       start({}, time);
       clock_->after(moment, event);
-      const bool answered =
-          Packet::request(limits_of_1, {.tries = 2, .await_late_answers = true}).has_value();
+      const bool answered = Packet::request(limits_of_1, {.await_late_answers = true}).has_value();
       const auto sent = port_->log.count("write 0a 01 01 0a");
       return QStringLiteral("%1 %2 %3").arg(answered).arg(clock_->elapsed()).arg(sent);
     };
@@ -102,6 +103,12 @@ class TestPacket : public QObject {
     QCOMPARE(wait(morning, 1500, deliver), "1 3510 2");
     QCOMPARE(wait(midnight, 5000, deliver), "1 5010 1");
     QCOMPARE(wait(midnight, 4000, stop), "0 4000 1");
+    // After the answer to the third try the link awaits those to the first two.
+    const auto deliver_three = [&] {
+      for (const int later : {300, 700}) clock_->after(later, deliver);
+      deliver();
+    };
+    QCOMPARE(wait(morning, 2200, deliver_three), "1 2900 3");
     // A day later the same happens inside that wait: only the outer wait goes on.
     const auto next_midnight = [&] {
       clock_->set(clock_->now().addSecs(86'400 - 4));
@@ -117,7 +124,8 @@ class TestPacket : public QObject {
     QCOMPARE(clock_->sleeps.back(), 7);
   }
 
-  // QTimer does not fire while its handler runs, but IntervalTimer still ticks.
+  // QTimer does not fire while its handler runs, but IntervalTimer still ticks. With an interval of
+  // 0 it does not tick.
   void ticks_during_a_handler() {
     IntervalTimer timer(1);
     int ticks = 0;
@@ -126,6 +134,11 @@ class TestPacket : public QObject {
     });
     timer.set_enabled(true);
     QTRY_VERIFY(ticks > 2);
+    timer.set_interval(0);
+    QCoreApplication::processEvents();
+    ticks = 0;
+    QTest::qWait(5);
+    QCOMPARE(ticks, 0);
   }
 
   void nested_exchange_is_delayed() {

@@ -3,7 +3,6 @@
 // come and go, and its cable is pulled. The sanitizers, a watchdog for hangs, and check() decide
 // whether the program survives. The same seed repeats much the same run, except for timers.
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QMdiSubWindow>
@@ -78,19 +77,11 @@ class Monkey : public QObject {
     if (window_->PrgB1->value() != 0 && !linked) fail("the progress bar stands");
     forget();
     linked_ += linked;
-    with_recording_ += User::recording.clamped_sample_count() > 0;
-    if (auto* window = window_->loaded_realtime()) {
-      most_live_ = std::max(most_live_, window->live().monitor().buffer.LiveCount());
-    }
   }
 
   // Prints how far the run got. A run that never links proves nothing.
   bool tell() const {
-    const auto files = QDir(folder_.path()).entryList(QDir::Files).join(u' ').toStdString();
-    std::printf(
-        "monkey: %ld steps; between them linked %ld times, with a Recording %ld times;\n"
-        "monkey: %d live readings at most, %lld pages printed; files: %s\n",
-        steps.load(), linked_, with_recording_, most_live_, pages_, files.c_str());
+    std::printf("monkey: %ld steps; between them linked %ld times\n", steps.load(), linked_);
     return linked_ > 0;
   }
 
@@ -217,7 +208,6 @@ class Monkey : public QObject {
   }
   // Clears the logs that the stand-ins keep for tests, which would fill the memory.
   void forget() {
-    pages_ += printer_.log.filter(QRegularExpression("^(start|page)")).size();
     printer_.log.clear();
     port_.log.clear();
     clock_.sleeps.clear();
@@ -278,10 +268,7 @@ class Monkey : public QObject {
   int channels_ = 1;  // of the newest recorder
   qint64 acted_ = 0;  // when the user last did something, in the clock's elapsed time
   int nested_ = 0;    // commands that the user has given inside others' waits
-  qsizetype pages_ = 0;
   long linked_ = 0;
-  long with_recording_ = 0;
-  int most_live_ = 0;
 };
 
 void watch(const std::stop_token& stop) {

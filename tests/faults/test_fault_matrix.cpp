@@ -1,8 +1,6 @@
 // Tries every fault of the recorder in software at the first, a middle and the last request of
 // everything that the program does with a recorder: once, which a retry mends, or three times.
-#include "acquire/frmhistorytime.h"
 #include "app/user.h"
-#include "device/frmport.h"
 #include "monitor/frmrealtime.h"
 #include "monitor/live_pane.h"
 #include "monitor/setup_pane.h"
@@ -44,36 +42,26 @@ class TestFaultMatrix : public QObject {
   SimulatedWindow* w_ = nullptr;
 
   frmrealtime& window() { return *w_->realtime(); }
-  QStringList messages() { return std::exchange(w_->main.messages.shown, {}); }
+  QStringList messages() { return w_->main.told(); }
   bool enabled(const QString& command) { return w_->main.window->menu_entry(command)->isEnabled(); }
 
   void plug_in(const Row* row = nullptr, const QString& fault = {}) {
     simulator::Settings settings = {
         .readings = 4 * samples, .interval_s = 30, .start = start, .title = "Cold"};
+    settings.battery_volts = 2.5;  // just enough
     if (!fault.isEmpty()) return w_->plug_in(settings, fault);
     for (int i = 0; row && i < row->strikes; ++i) {
       settings.faults.push_back({.kind = row->kind, .request = row->request + i});
     }
     w_->plug_in(settings);
   }
-  void link() {
-    const auto script = when_shown<frmport>([](frmport& dialog) {
-      dialog.Option1[0]->click();
-      dialog.Combo1->setCurrentIndex(3);
-      press(dialog.Command1);
-    });
-    w_->main.run("link");
-  }
+  void link() { w_->main.link(); }
   void open_window() {
     w_->port.open();
     w_->main.run("realtime");
     window().live().Timer1->set_enabled(true);
   }
-  void download() {
-    const auto script =
-        when_shown<frmhistorytime>([](frmhistorytime& dialog) { press(dialog.Command1); });
-    w_->main.run("read");
-  }
+  void download() { w_->main.read(); }
 
   void check_link(const Row& row) {
     link();

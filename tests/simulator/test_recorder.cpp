@@ -49,12 +49,18 @@ class TestRecorder : public QObject {
          // The bits 0x88 start it; bit 0x02 reports that it runs.
          {"a written pattern starts afresh",
           full,
-          {"30 > 050f cc 03 1a03010c0000 3c00 0900 1027 > 050001 00",
+          {"20 > 0200 > 020012", "30 > 050f cc 03 1a03010c0000 3c00 0900 1027 > 050001 00",
+           "31 > 010100 > 010000 0000",
            "99 > 0200 > 020012 46 03 1a03010c0000 3c00 0900 1027 4500 0000",
            "100 > 0200 > 020012 46 03 1a03010c0000 3c00 0900 1027 0000 0200",
+           "102 > 050f 88 03 1a03010c0000 3c00 0900 1027 > 050001 00",
+           "115 > 0200 > 020012 02 03 1a03010c0000 3c00 0900 1027 0300 0200",
            "120 > 050f 00 0f 1a03010c0000 0000 0900 1027 > 050001 00", "130 > 070101 > 070001 00",
            "145 > 070100 > 070001 00",
            "300 > 0200 > 020012 00 0f 1a03010c0000 0000 0900 1027 a000 0400"}},
+         {"it does not obey what it does not hear",
+          {.readings = 7, .faults = {*simulator::fault_from_text("silent:command=05")}},
+          {"0 > 050f 00 0f 1a03010c0000 0000 0000 1027 > ", "0 > 0200 > 020012 02 0f"}},
          // A download under way sees the memory as it was when it asked for the properties.
          {"memory grows while it runs",
           {.readings = 400, .elapsed_s = 80, .signal = counted},
@@ -67,6 +73,7 @@ class TestRecorder : public QObject {
           full,
           {"10 > 0200 > 020012 00 07 1a030109020f 0000 0000 007d 0900 fe7c",
            "10 > 010100 > 010100 0000 0000 a929 a92a a92b a829",
+           "10 > 010101 > 010100 0000 0000 7e29 7e2a 7e2b 7d29",
            "10 > 0101f9 > 0100fc 2900 2901 2902 2800", "10 > 0101fa > 010000 0000"}},
          {"full memory wraps",
           wrapping,
@@ -83,6 +90,20 @@ class TestRecorder : public QObject {
           ask(recorder, hex(parts[1].toLatin1()), noon.addSecs(parts[0].toInt()));
       QCOMPARE(got.left(expected.size()).toHex(' '), expected.toHex(' '));
       QCOMPARE(got.isEmpty(), expected.isEmpty());
+    }
+  }
+
+  // A request with a wrong check byte, one with a wrong second byte, and two that pause half way:
+  // the first for as long as the reader waits, the second for longer.
+  void broken_requests() {
+    for (const auto& [first, silence_ms, rest, answered] : {std::tuple("000200", 0, "03", false),
+                                                            {"000201", 0, "03", false},
+                                                            {"0002", 500, "0002", true},
+                                                            {"0002", 501, "0002", false}}) {
+      simulator::Recorder recorder({}, noon);
+      recorder.receive(hex(first), noon);
+      const auto answers = recorder.receive(hex(rest), noon.addMSecs(silence_ms));
+      QCOMPARE(!answers.empty() && !answers.front().bytes.isEmpty(), answered);
     }
   }
 

@@ -6,9 +6,12 @@
 
 #include <memory>
 
+#include "acquire/frmhistorytime.h"
 #include "app/frmmdi.h"
 #include "base/program_folder.h"
 #include "data/automation_plugin.h"
+#include "device/frmport.h"
+#include "support/dialogs.h"
 #include "support/runner.h"
 #include "support/scripted.h"
 
@@ -36,6 +39,25 @@ struct MainWindow {
       "\"Broken\",,,,,,,,,,\r\n";
 
   void run(const QString& command) { Q_EMIT window->menu_entry(command)->triggered(); }
+  // Chooses a port, -1 for none and 4 for all of them, and a type in Select Port.
+  void link(int option = 0, const QString& type = QStringLiteral("Four"), bool ok = true) {
+    const auto script = when_shown<frmport>([=](frmport& dialog) {
+      if (option >= 0) dialog.Option1[static_cast<std::size_t>(option)]->click();
+      dialog.Combo1->setCurrentText(type);
+      press(ok ? dialog.Command1 : dialog.Command2);
+    });
+    run(QStringLiteral("link"));
+  }
+  // Read Data; a dialog that `choose` leaves open is accepted.
+  void read(const std::function<void(frmhistorytime&)>& choose = {}) {
+    const auto script = when_shown<frmhistorytime>([=](frmhistorytime& dialog) {
+      if (choose) choose(dialog);
+      if (dialog.isVisible()) press(dialog.Command1);
+    });
+    run(QStringLiteral("read"));
+  }
+  // The messages shown since the last call.
+  QStringList told() { return std::exchange(messages.shown, {}); }
 
   QTemporaryDir folder;
   ScriptedMessages messages;
