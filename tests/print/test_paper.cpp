@@ -8,6 +8,7 @@
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QRadioButton>
+#include <QSpinBox>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -15,8 +16,6 @@
 
 #include "base/numbers.h"
 #include "print/curve_ink.h"
-#include "print/graph_header.h"
-#include "print/graph_page.h"
 #include "print/page.h"
 #include "print/pdf_file.h"
 #include "print/print_commands.h"
@@ -62,6 +61,19 @@ QString ink_along(const QImage& page, int slot, double from, double to, double y
     found += saturation > 120 ? u'-' : saturation > 20 ? u'.' : u' ';
   }
   return found;
+}
+
+// What the dark ink between two heights covers, in millimetres of A4 in portrait.
+QRectF ink_between(const QImage& page, double from, double to) {
+  const double per_mm = page.height() / 297.0;
+  QRect ink;
+  for (int y = int(from * per_mm); y < int(to * per_mm); ++y) {
+    for (int x = 0; x < page.width(); ++x) {
+      if (qGray(page.pixel(x, y)) < 128) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  const double across = page.width() / 210.0;
+  return {ink.left() / across, ink.top() / per_mm, ink.width() / across, ink.height() / per_mm};
 }
 
 QByteArray output_of(const QString& program, const QStringList& arguments) {
@@ -120,37 +132,36 @@ class TestPaper : public QObject {
       User::recording.SampleValues(n / 4, n % 4) =
           10.0F * float(n % 4 + 1) + 20 * (n < 200 ? share : 1 - share);
     }
-    using Row = std::tuple<std::array<std::int16_t, 5>, Orientation, double, double>;
-    for (const auto& [channels, orientation, height, left] :
-         {Row{{1, 1, 1, 1, 1}, Orientation::landscape, 75, 68},
-          {{0, 0, 1, 0, 1}, Orientation::portrait, 75, 32},
-          {{0, 1, 1, 0, 1}, Orientation::portrait, 55.083, 32},
-          {{0, 1, 1, 1, 1}, Orientation::portrait, 34.75, 32}}) {
+    // Of the frames, in millimetres of A4 in portrait: height, left edge, top of the first one, and
+    // the distance to the next one.
+    using Row =
+        std::tuple<std::array<std::int16_t, 5>, Orientation, double, double, double, double>;
+    for (const auto& [channels, orientation, height, left, first, pitch] :
+         {Row{{1, 1, 1, 1, 1}, Orientation::landscape, 75, 68, 90.75, 0},
+          {{0, 0, 1, 0, 1}, Orientation::portrait, 75, 32, 64.75, 95.75},
+          {{0, 1, 1, 0, 1}, Orientation::portrait, 55.083, 32, 70.25, 75.833},
+          {{0, 1, 1, 1, 1}, Orientation::portrait, 34.75, 32, 75.75, 55.5}}) {
       User::PrintChannels = channels;
       world_->printer.set_orientation(orientation);
       const QImage page = graph_page();
-      const std::vector<int> chosen = printed_slots(printed_view(world_->shell));
-      const int lines = 5 + int(chosen.size());
-      double free_from = header_line_mm(lines + 1);
-      for (const GraphPlace& place : graph_places(chosen, channels[0], lines)) {
-        QVERIFY(place.top >= free_from && std::abs(place.frame_height - height) < 0.01);
-        QCOMPARE(place.frame_left, left);
-        const double middle = (left + 190) / 2;
-        for (const int slot : place.slots_shown) {
-          const double high = place.frame_top + place.frame_height * (slot + 1) / 10;
-          const double low = 2 * place.frame_top + place.frame_height - high;
-          const QString ink = ink_along(page, slot, left + 1, middle - 1, low);
-          constexpr std::array dashes_a_line_width = {0.0, 1 / 13.0, 1 / 6.0, 2 / 21.0};
-          const double line_widths = (middle - left - 2) / 210 * page.width() * 15 / 17;
-          const double expected = line_widths * dashes_a_line_width[std::size_t(slot)];
-          const int dashes = ink.startsWith(u'-') + int(ink.count(".-"));
-          QVERIFY(std::abs(dashes - std::max(1.0, expected)) <= 2);
-          QVERIFY(!(ink + ink_along(page, slot, middle + 1, 189, high)).contains(u' '));
-          QVERIFY(ink_along(page, slot, left + 1, middle - 1, high).trimmed().isEmpty());
-        }
-        free_from = place.frame_top + place.frame_height + 9;
+      int lines = 5;
+      const double middle = (left + 190) / 2;
+      for (int slot = 0; slot < 4; ++slot) {
+        if (channels[std::size_t(slot) + 1] == 0) continue;
+        const double top = first + pitch * (lines++ - 5);
+        const double high = top + height * (slot + 1) / 10;
+        const double low = 2 * top + height - high;
+        const QString ink = ink_along(page, slot, left + 1, middle - 1, low);
+        QCOMPARE(ink.contains(u'.'), slot > 0);  // dashed
+        QVERIFY(!(ink + ink_along(page, slot, middle + 1, 189, high)).contains(u' '));
+        QVERIFY(ink_along(page, slot, left + 1, middle - 1, high).trimmed().isEmpty());
+        // The frame is the rightmost dark ink.
+        const QRectF frame = ink_between(page, top - 0.5, top + height + 0.5);
+        QVERIFY(std::abs(frame.right() - 190) < 0.5);
       }
-      QVERIFY(free_from < 290);
+      const QRectF header = ink_between(page, 10, 14 + 5.5 * lines);
+      QVERIFY(std::abs(header.left() - 32) < 0.5 && std::abs(header.top() - 16.2) < 0.5);
+      QVERIFY(ink_between(page, 5, 15).isEmpty());
     }
   }
 
@@ -171,7 +182,7 @@ class TestPaper : public QObject {
     }
     // A sample outside ends the drawing: below the header's fourth line there is nothing.
     User::recording.ViewCount = Recording::max_samples + 1;
-    const QImage rest = graph_page().copy(0, int(header_line_mm(5) * 1123 / 297), 794, 800);
+    const QImage rest = graph_page().copy(0, int(37.5 * 1123 / 297), 794, 800);
     QVERIFY(std::isnan(ink_missing(rest, rest)));
   }
 
@@ -222,10 +233,24 @@ class TestPaper : public QObject {
         QVERIFY2(texts[page].contains(text) == (page == 0), qPrintable(text));
       }
     }
-    if (!is_graph) return every_row_is_in(texts.join(u'\n'), queue ? 86 : 100);
+    if (!is_graph) return every_row_is_in(texts.join(u'\n'), 0, queue ? 86 : 100);
     for (const QString& text : graph_lines + graph_texts + QStringList("Title：" + name)) {
       QVERIFY2(texts[0].contains(text), qPrintable(text));
     }
+  }
+
+  // In a view that begins at sample 20 each sample keeps its number.
+  void prints_a_scrolled_view() {
+    User::PrintChannels = {1, 1, 0, 1, 0};
+    PrintedView view = printed_view(world_->shell);
+    view.start = 20;
+    PdfFile pdf(file_, Orientation::portrait);
+    print_sheet(pdf, view, 100);
+    const QString sheet = texts_of(file_).join(u'\n');
+    every_row_is_in(sheet, 20, 120);
+    QVERIFY(sheet.contains("2026-03-0108:20:00to2026-03-0109:59:00"));
+    print_graph(pdf, view);
+    QVERIFY(texts_of(file_)[0].contains("\nStartTime：2026-03-0108:20:00\n"));
   }
 
   // The screen's labels, computed in single precision: "22.45", where double gives "22.46".
@@ -276,6 +301,9 @@ class TestPaper : public QObject {
     set_up(printer, "Letter");
     printer.prefer_paper_a4();
     QCOMPARE((printer.paper_size() / twips_per_mm).toSize(), QSize(279, 216));
+    const QPaintDevice* device = printer.start_document("copies").device();
+    QCOMPARE(static_cast<const QPrinter*>(device)->copyCount(), 1);
+    printer.abort_document();
     printer.set_paper_a4();
     QCOMPARE((printer.paper_size() / twips_per_mm).toSize(), QSize(297, 210));
   }
@@ -315,10 +343,10 @@ class TestPaper : public QObject {
     return preview.area->picture();
   }
 
-  // One row per sample.
-  static void every_row_is_in(const QString& text, int rows) {
+  // One row per sample, from sample `first` to before sample `last`.
+  static void every_row_is_in(const QString& text, int first, int last) {
     const Recording& recording = User::recording;
-    for (int n = 0; n < rows; ++n) {
+    for (int n = first; n < last; ++n) {
       const QString row = QString::number(n + 1) + QString(recording.SampleTimes(n)).remove(u' ') +
                           fixed2(recording.SampleValues(n, 0)) +
                           fixed2(recording.SampleValues(n, 2));
@@ -338,6 +366,7 @@ class TestPaper : public QObject {
         QVERIFY2(found && !found->isVisible(), control);
       }
       QVERIFY(dialog.findChild<QWidget*>("tabs")->isVisible());
+      dialog.findChild<QSpinBox*>("copies")->setValue(3);
       const auto properties = when_shown<QDialog>([paper](QDialog& sheet) {
         auto* sizes = sheet.findChild<QComboBox*>("pageSizeCombo");
         for (int i = 0; i < sizes->count(); ++i) {

@@ -4,7 +4,7 @@
 #include "print/print_world.h"
 #include "views/frmdisplay.h"
 
-class TestWindows : public QObject {
+class TestPrintWindows : public QObject {
   Q_OBJECT
  private Q_SLOTS:
   void init() {
@@ -165,6 +165,6 @@ class TestWindows : public QObject {
   std::unique_ptr<PrintWorld> world_;
 };
 
-const int registered_windows = register_test<TestWindows>();
+const int registered_windows = register_test<TestPrintWindows>();
 
 #include "test_windows.moc"
