@@ -72,6 +72,24 @@ class TestMainWindow : public QObject {
     QTRY_COMPARE(window().Sts1[2]->text(), general_date_time_text(w_->clock.now()));
   }
 
+  // The keys of the commands that have one, and what they run.
+  void keys_run_commands() {
+    QString run;
+    for (const char* name : {"open", "save", "printdata", "link", "read", "Quit"}) {
+      connect(window().menu_entry(name), &QAction::triggered, this, [&run, name] { run += name; });
+    }
+    window().enable_data_commands(true);
+    for (const char key : {'O', 'S', 'P', 'L', 'R', 'Q'}) {
+      if (key == 'R') window().set_linked_commands(true);
+      const auto leave = when_shown<QDialog>([](QDialog& dialog) { dialog.reject(); });
+      window().activateWindow();
+      QVERIFY(QTest::qWaitForWindowActive(&window()));
+      QTest::keyClick(&window(), key, Qt::ControlModifier);
+      run += u' ';
+    }
+    QCOMPARE(run, "open save printdata link read Quit ");
+  }
+
   // The manual names what the program's sources hand to message boxes.
   void manual_names_every_message() {
     const QRegularExpression shown(

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "base/clock.h"
 #include "base/errors.h"
 #include "base/field_reader.h"
 #include "base/numbers.h"
@@ -92,6 +93,10 @@ class TestTexts : public QObject {
     QCOMPARE(stamp_time(stamp_text(time)), time);
     qputenv("TZ", "Europe/Berlin");  // leaves out an hour each spring
     QVERIFY(stamp_time("2024-03-31 02:30:00").isValid());
+    // The program's times are the wall's.
+    qputenv("TZ", "Asia/Tokyo");
+    const QDateTime utc = QDateTime::currentDateTimeUtc();
+    QCOMPARE(qRound(double(utc.secsTo(SystemClock().now())) / 3600), 9);
     qunsetenv("TZ");
     for (const char* text : {"1 Feb 2007 02:01:05", "2007-02)01 02:01:05", "2007-02-01T02:01:05"}) {
       QVERIFY2(!stamp_time(text).isValid(), text);

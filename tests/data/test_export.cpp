@@ -20,6 +20,7 @@ std::function<int(bool folder)> disk;
 // The calls to the office applications, one per line.
 struct Calls {
   QStringList fails = {"running"};    // a line that contains one of these throws
+  bool no_memory = false;             // what it throws, once there is an application
   std::function<void()> before_line;  // called in the export's thread
   QStringList lines;
   int sheets = 0;
@@ -28,6 +29,7 @@ struct Calls {
     if (before_line) before_line();
     lines << line;
     for (const QString& text : fails) {
+      if (no_memory && line.contains(text) && !line.contains(".App")) throw std::bad_alloc();
       if (line.contains(text)) throw AutomationError("as told");
     }
   }
@@ -176,6 +178,15 @@ class TestExport : public QObject {
                  contents(CORVANE_EXPECTED "/document-calls.txt"));
   }
 
+  // Wide lines lie on landscape pages.
+  void wide_pages() {
+    User::recording.ChannelInfo[1].fill(QString(60, 'n'));
+    for (const Form form : {document, workbook}) export_as(form);
+    QCOMPARE(office_->lines.filter("Orientation"),
+             QStringList({"Document.PageSetup.Orientation = 1", "Sheet1.PageSetup.Orientation = 2",
+                          "Sheet2.PageSetup.Orientation = 2"}));
+  }
+
   // A failure leaves no document open. It quits a word processor that was started, but not the
   // user's own. Status bar and progress stay.
   void fails() {
@@ -189,13 +200,16 @@ class TestExport : public QObject {
           {"Documents.Add", document, false, "Word.Quit"},
           {"TypeText", document, false, quit},
           {"SaveAs", document, true, "Document.Close(SaveChanges:=0)"}}) {
-      office_ = std::make_unique<RecordingAutomation>();
-      office_->fails = {at, runs ? at : "running"};
-      const QStringList log = export_as(form);
-      QCOMPARE(log.last(), form == document ? "Save As .Word" : "Save As .EXCEL");
-      QVERIFY(main().window->Text1->text().endsWith(u'%'));
-      QCOMPARE(office_->lines[1].startsWith("create"), !runs);
-      QCOMPARE(office_->lines.join(u'\n').section(at, 1).section(u'\n', 1), ends);
+      for (const bool no_memory : {false, true}) {
+        office_ = std::make_unique<RecordingAutomation>();
+        office_->fails = {at, runs ? at : "running"};
+        office_->no_memory = no_memory;
+        const QStringList log = export_as(form);
+        QCOMPARE(log.last(), form == document ? "Save As .Word" : "Save As .EXCEL");
+        QVERIFY(main().window->Text1->text().endsWith(u'%'));
+        QCOMPARE(office_->lines[1].startsWith("create"), !runs);
+        QCOMPARE(office_->lines.join(u'\n').section(at, 1).section(u'\n', 1), ends);
+      }
     }
     AutomationPlugin missing(main().folder.path());
     ExportRecording(*main().window, missing);

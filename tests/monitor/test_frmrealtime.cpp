@@ -173,9 +173,12 @@ class TestRealTimeWindow : public QObject {
   void silence_and_return() {
     QStringList states;
     QStringList stale;
+    std::vector<int> pauses;
     for (const char* fault : {"", "silent", "", "silent", "check", "", "silent:first=2"}) {
       monitor_->plug_in(steady(), fault);
+      monitor_->clock.sleeps.clear();
       monitor_->poll();
+      if (states.size() == 1) pauses = monitor_->clock.sleeps;
       states << monitor_->link_state() + QString::number(monitor_->buffer().LiveCount());
       const bool grey = !window_->live().Label4[value_label]->isEnabled();
       QCOMPARE(window_->live().stale_label->isVisible(), grey);
@@ -183,6 +186,8 @@ class TestRealTimeWindow : public QObject {
     }
     QCOMPARE(states, QStringList({"Link Ok1", "Link Ok1", "Link Ok2", "Link Ok2", "Link Error2",
                                   "Link Ok3", "Link Ok4"}));
+    // In three silent tries: two in each, one between two, and the test's own at the end.
+    QCOMPARE(pauses, std::vector<int>({10, 10, 10, 10, 10, 10, 10, 10, 1000}));
     QCOMPARE(stale.size(), 1);
     QVERIFY(stale[0].endsWith(monitor_->buffer().LiveTimes(1) + '.'));
   }
@@ -230,6 +235,9 @@ class TestRealTimeWindow : public QObject {
         {"Exit in Properties Set", "set", "Quit", 0},
         {"Properties Set in itself", "set", "set", 0, 1},
         {"Exit while Record Set loads the window", "load", "Quit", -1},
+        {"Unlink at the question", "ask", "unlink", -1},
+        {"Exit at the question", "ask", "Quit", 0},
+        {"Exit at an input error", "error", "Quit", 0},
     });
   }
   // While the wait for an answer that does not come goes on. Once what the user did is over the
@@ -241,7 +249,8 @@ class TestRealTimeWindow : public QObject {
       if (command == "poll") return monitor_->poll();
       if (command == "refresh") return first->RefreshFromRecorder();
       if (command == "fail") window_->setup().Text1[1]->setText("warm");
-      if (command == "set" || command == "fail") return monitor_->set();
+      if (command == "error") window_->setup().Text14->setText("all");
+      if (QStringList{"set", "fail", "ask", "error"}.contains(command)) return monitor_->set();
       if (command == "shut" || command == "load") first->close();
       if (command == "load") monitor_->record(true, true, 30);
       if (monitor_->main.window->menu_entry(command)) monitor_->main.run(command);
@@ -249,12 +258,20 @@ class TestRealTimeWindow : public QObject {
     window_->live().Timer1->set_enabled(true);
     monitor_->poll();
     monitor_->plug_in(steady(), "silent:first=1");
-    monitor_->clock.after(300, [&] {
+    const auto act = [&] {
       for (const QString& command : row.command.split(' ')) run(command);
-    });
+    };
+    const int box = row.during == "ask" ? 1 : row.during == "error" ? 2 : 0;
+    monitor_->main.messages.meanwhile = [&, shown = 0]() mutable {
+      if (++shown == box) act();
+    };
+    if (box == 0) monitor_->clock.after(300, act);
     run(row.during);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(monitor_->requests().filter(QRegularExpression("^05 0f")).size(), row.settings);
+    const QStringList sent = monitor_->requests();
+    QCOMPARE(sent.filter(QRegularExpression("^05 0f")).size(), row.settings);
+    if (box != 0) QCOMPARE(sent.filter(QRegularExpression("^09 40")).size(), 0);
+    if (row.during == "load") QCOMPARE(User::OnlineInterval, QTime(0, 0, 5));
     const bool failed = row.command == "fail";
     QCOMPARE(monitor_->messages().filter("Failed").size(), failed ? 1 : 0);
     QCOMPARE(first.isNull(), row.readings < 0);
@@ -298,6 +315,14 @@ class TestRealTimeWindow : public QObject {
     monitor_->poll();
     QCOMPARE(bar->value(), 499);
     QVERIFY(saved_label.text().endsWith(documents.filePath(second)));
+    // Nor does the cursor in the graph leave its reading.
+    window_->live().SSTab3->setCurrentIndex(0);
+    GraphSurface& picture = *window_->live().Pic1;
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, {picture.width() - 1, 9});
+    const QString newest = monitor_->buffer().LiveTimes(14999);
+    monitor_->poll(3);
+    QCOMPARE(window_->live().Label5->text(), newest);
+    QVERIFY(newest == monitor_->buffer().LiveTimes(14996) && window_->live().Line2->isVisible());
     const QString third = until_due();
     QVERIFY(folder.mkdir(third) && documents.mkdir(third));
     monitor_->poll();
@@ -362,7 +387,7 @@ class TestRealTimeWindow : public QObject {
     const auto interval = [&](bool refresh, bool record, int seconds) {
       monitor_->record(refresh, record, seconds);
       const IntervalTimer& timer = *monitor_->realtime()->live().Timer1;
-      return timer.enabled() ? timer.interval() : -1;
+      return timer.enabled() ? timer.interval() : -timer.interval();
     };
     // Buffer, graph and alarms stay; new rows go on from the buffer's count.
     const QAbstractItemModelTester live_tester(window_->live().MSFlG1->model());
@@ -374,7 +399,7 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(window_->live().MSFlG2->model()->rowCount(), 3);
     monitor_->poll();
     QCOMPARE(row_text(window_->live().MSFlG1->model(), 0, 1), "4");
-    QCOMPARE(interval(false, false, 7), -1);
+    QCOMPARE(interval(false, false, 7), -10'000);
     QCOMPARE(monitor_->link_state(), "");
     QCOMPARE(monitor_->record(true, true, 9, false), "0 0 00:00:07");
     QCOMPARE(interval(false, true, 86'399), 86'399'000);
@@ -390,6 +415,7 @@ class TestRealTimeWindow : public QObject {
     monitor_->realtime()->close();
     monitor_->main.window->show_realtime();
     QCOMPARE(monitor_->record(true, true, 0), "1 1 00:00:05");
+    QCOMPARE(monitor_->realtime()->live().Timer1->interval(), 0);
   }
 };
 

@@ -54,7 +54,7 @@ class TestMonitorLogic : public QObject {
     auto add_until = [&, n = 0](int last) mutable {
       for (; n < last;) {
         const float value = ++n % 2 && n < 20000 ? 0 : 11;
-        live.add(QString::number(n), {value, value}, {alarm_limits(u"10", u"")});
+        live.add(QString::number(n), {value, value - 20}, {alarm_limits(u"10", u"0")});
         if (!live.save_due()) continue;
         saves << n;
         live.SaveCounter = 0;
@@ -62,8 +62,9 @@ class TestMonitorLogic : public QObject {
     };
     const auto row = [](const auto& sheet, int n) { return row_text(&sheet, n, 2); };
     add_until(15001);
-    QCOMPARE(row_text(&live.live_sheet, 0), "1|2|11|11");
-    QCOMPARE(row_text(&live.live_sheet, 14999), "15000|15001|0|0");
+    QCOMPARE(row_text(&live.live_sheet, 0), "1|2|11|-9");
+    QCOMPARE(row_text(&live.live_sheet, 14999), "15000|15001|0|-20");
+    QCOMPARE(live.status[1].maximum() + live.status[1].minimum(), "-9.00-20.00");
     // Cleared rows do not come back; new ones go on from the buffer's count.
     live.live_sheet.clear();
     add_until(15003);
@@ -95,6 +96,8 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(shown(100, 129, 128), QList<int>({1, 128, 128}));
     QCOMPARE(shown(1, 250, 5), QList<int>({2, 6, 6}));
     QCOMPARE(shown(1, 350, 5), QList<int>({4, 8, 8}));
+    QCOMPARE(cursor_label_left(6277.5, 1387.5, 7695), 6307.5);
+    QCOMPARE(cursor_label_left(6277.6, 1387.5, 7695), 6277.6 - 1417.5);
     LiveView view;
     view.place(100, 200);
     QCOMPARE(*view.nearest(645, 1270, 200), 64);

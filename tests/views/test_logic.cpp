@@ -127,6 +127,8 @@ class TestViewsLogic : public QObject {
     QCOMPARE(zoomed(Zoom::out, 10, 1000), 12);
     QCOMPARE(zoomed(Zoom::out, 900, 1000), 1000);
     QCOMPARE(zoomed(Zoom::out, 1000, 1000), std::nullopt);
+    QCOMPARE(zoomed(Zoom::in, 2, 2), 2);
+    QCOMPARE(page_of(5) + 10 * page_of(25), 21);
     QCOMPARE(cursor_sample(4000, 8000, 6), 2);
     QCOMPARE(cursor_sample(4000, 8000, 8), 4);
     // A sample's place leads back to the sample, so a cursor that is set again does not move.
@@ -152,9 +154,9 @@ class TestViewsLogic : public QObject {
 
   void statistics() {
     Recording recording;
-    fill(recording, 3, 2);
-    const std::array values = {0.1F, 0.2F, 0.3F, 0.0F, -0.0F, -12.02F};
-    for (int n = 0; n < 6; ++n) {
+    fill(recording, 3, 3);
+    const std::array values = {0.1F, 0.2F, 0.3F, 0.0F, -0.0F, -12.02F, -2.0F, -1.0F, -3.0F};
+    for (int n = 0; n < 9; ++n) {
       recording.SampleValues(n % 3, n / 3) = values[static_cast<std::size_t>(n)];
     }
     compute_statistics(recording);
@@ -162,6 +164,7 @@ class TestViewsLogic : public QObject {
     // Summing first and dividing once would give ...555p-3, which QCOMPARE takes for the same.
     QVERIFY(average[0] == 0x1.99999a5555556p-3);
     QCOMPARE(maximum[0] + minimum[1], double{0.3F} + double{-12.02F});
+    QCOMPARE(minimum[0] + maximum[2], double{0.1F} - 1);
     // An equal value replaces nothing, so that -0 does not replace 0.
     QVERIFY(maximum[1] == 0 && !std::signbit(maximum[1]));
     // Slots without a channel show their first sample throughout.

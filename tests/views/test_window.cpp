@@ -312,18 +312,35 @@ class TestDisplay : public QObject {
     }
   }
 
+  // The computer's clock was set back during the recording, so that it ends before it begins: the
+  // end limits no picker.
+  void segment_of_a_clock_set_back() {
+    open(9, 1);
+    User::recording.SampleTimes(8) = "2026-02-27 08:00:00";
+    const auto look = when_shown<frmdate>([](frmdate& dialog) {
+      QCOMPARE(dialog.DTP2[0]->minimumDate(), QDate(2026, 3, 1));
+      QVERIFY(dialog.DTP2[2]->maximumDate() > QDate(2026, 3, 1));
+      dialog.reject();
+    });
+    window_->Cmd6_Click();
+  }
+
   // As when a download ends meanwhile; the choice then applies to the new window.
   void window_goes_under_an_open_dialog() {
     for (const auto command : {&frmdisplay::cmd2_Click, &frmdisplay::Cmd6_Click}) {
       open(300, 1);
       const QPointer<frmdisplay> old = window_;
+      window_->Slider1->setValue(299);
       const auto act = when_shown<QDialog>([&](QDialog& dialog) {
         open(200, 1);
+        window_->cmd_Click(1);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         if (auto* end = dialog.findChild<QDateTimeEdit*>("DTP2(3)")) end->setTime(QTime(9, 0));
         press(dialog.findChild<QPushButton*>("Command1"));
       });
       ((*old).*command)();
+      // The old window, whose slider is at its end, has not drawn again.
+      QCOMPARE(User::AxisLow[0], -5.0F);
       QTRY_VERIFY(!old);
     }
     QCOMPARE(window_->Label2->text(), "2026-03-01 08:59:00");
@@ -343,6 +360,7 @@ class TestDisplay : public QObject {
       window_->cmd2_Click();
       const auto segment = when_shown<QDialog>(accept_or_leave);
       window_->Cmd6_Click();
+      if (samples == 2) QCOMPARE(User::recording.ViewCount, 2);
       QCOMPARE(window_->lv1->topLevelItemCount(), samples ? 7 + 6 * std::clamp(channels, 0, 4) : 0);
       const QAbstractItemModel* sheet = window_->MSFlG1->model();
       QCOMPARE(sheet ? sheet->rowCount() : 0, std::clamp(samples, 0, 30001));
