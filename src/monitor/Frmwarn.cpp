@@ -16,7 +16,7 @@
 
 namespace {
 
-// Which channel of the Recording a tab is for.
+// The number and name of a tab's channel, or "No channel" if the Recording does not have it.
 QString channel_text(std::size_t slot) {
   const Recording& recording = User::recording;
   const auto channels = static_cast<std::size_t>(recording.clamped_channel_count());
@@ -87,7 +87,7 @@ void Frmwarn::Form_Load() {
   }
 }
 
-// The texts stay as they are: switching the automatic range off again brings them back.
+// Keeps the texts, so that they count again once the automatic range is switched off.
 void Frmwarn::Check1_Click(std::size_t index) {
   const bool enabled = !Check1[index]->isChecked();
   Text1[2 * index]->setEnabled(enabled);
@@ -98,7 +98,7 @@ void Frmwarn::Command1_Click() {
   or_error_path([this] { store(); }, [this] { refuse(); });
 }
 
-// Afterwards the first text that was refused is at hand, or the box that lets it be edited.
+// Then moves the focus to the first text that was refused, or to the box that lets it be edited.
 void Frmwarn::refuse() {
   messages_.show(QStringLiteral("Input Error,Please Retry"));
   for (std::size_t i = 0; i < Text1.size(); ++i) {
@@ -110,7 +110,7 @@ void Frmwarn::refuse() {
   }
 }
 
-// The limits of an automatic range are read and stored as well.
+// Reads and stores the limits of an automatic range too.
 void Frmwarn::store() {
   std::array<float, 8> limits;
   std::transform(Text1.begin(), Text1.end(), limits.begin(),

@@ -18,7 +18,7 @@ class Frmwarn final : public QDialog {
   // Edits User::DisplayLimit and User::DisplayLimitAuto; nothing changes until it is accepted.
   Frmwarn(MessageBox& messages, QWidget* parent);
 
-  // A tab a channel c: up limit 2c, down limit 2c + 1, automatic range c.
+  // One tab for each channel c: up limit 2c, down limit 2c + 1, automatic range c.
   QTabWidget* SSTab1;
   std::array<QLineEdit*, 8> Text1{};
   std::array<QCheckBox*, 4> Check1{};

@@ -10,7 +10,7 @@
 #include "monitor/live_channels.h"
 #include "monitor/sliding_window.h"
 
-// A channel's limits in its unit; a limit that is no number guards nothing.
+// A channel's limits in its unit. A limit that is not a number never raises an alarm.
 struct AlarmLimits {
   std::optional<float> up;
   std::optional<float> down;
@@ -18,16 +18,16 @@ struct AlarmLimits {
 
 AlarmLimits alarm_limits(QStringView up, QStringView down);
 
-// Above the upper or below the lower limit; a value equal to a limit is in range.
+// Whether a value is above the upper or below the lower limit; one equal to a limit is in range.
 bool out_of_range(float value, const AlarmLimits& limits);
 
-// Which of the channels are out of range; the first `count` are looked at.
+// Which of the first `count` channels are out of range; false for the others.
 using OutOfRange = std::array<bool, 4>;
 OutOfRange out_of_range(const LiveReading& reading, const std::array<AlarmLimits, 4>& limits,
                         int count);
 
 // The name of each channel out of range, each followed by "Out Of Range" and four blanks; empty
-// when all are in range.
+// if all are in range.
 QString alarm_text(const OutOfRange& out, const LiveChannels& channels);
 
 // The newest alarms, oldest first.
@@ -36,22 +36,22 @@ class AlarmList {
   static constexpr int capacity = 15000;
 
   struct Alarm {
-    int number = 0;  // the live reading's number when the alarm came
+    int number = 0;  // of the live reading, at the time of the alarm
     QString time;
     QString text;
   };
 
   bool full() const { return count() == capacity; }
-  // Drops the oldest alarm and numbers the others 1, 2 and so on anew. The list must not be empty.
+  // Drops the oldest alarm and renumbers the others 1, 2 and so on. The list must not be empty.
   void drop_oldest();
   void push(const Alarm& alarm) { alarms_.push_back(alarm); }
 
   int count() const { return alarms_.size(); }
-  // Row 0 is the oldest. Throw BoundsError for a row outside 0..count() - 1.
+  // Row 0 is the oldest. Both throw BoundsError for a row outside 0..count() - 1.
   const Alarm& at(int row) const;
   int number(int row) const;
 
  private:
   SlidingWindow<Alarm> alarms_;
-  int renumbered_ = 0;  // rows whose number is their place
+  int renumbered_ = 0;  // the number of leading rows that are numbered by their place
 };

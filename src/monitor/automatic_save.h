@@ -9,7 +9,7 @@
 
 class LiveBuffer;
 
-// Readings between two saves.
+// The number of readings from one save to the next.
 inline constexpr int readings_per_save = 15000;
 
 // "YYYY-MM-DD HH-MM-SS.qlx"
@@ -21,7 +21,7 @@ struct AutomaticSaveHeader {
   LiveChannels channels;
 };
 
-// Writes the whole buffer and returns when it is on the disk; a file of that name is replaced.
-// Throws FileError when it cannot be written; nothing has changed then.
+// Writes the whole buffer, replaces a file of that name and returns when the bytes are on the disk.
+// If it cannot, throws FileError and leaves any older file as it was.
 void save_live_buffer(const QString& path, const AutomaticSaveHeader& header,
                       const LiveBuffer& buffer);

@@ -1,5 +1,5 @@
-// What live polling has found out about each channel since the window opened, and the nine labels
-// that show it.
+// The value, extremes and last alarm of each channel since the window opened, and the nine labels
+// that show them.
 #pragma once
 
 #include <QString>
@@ -13,10 +13,10 @@ class ChannelStatus {
  public:
   void add(float value, bool out_of_range, const QString& time);
 
-  // The last value was out of its limits.
+  // Whether the last value was out of its limits.
   bool alarmed() const { return alarmed_; }
 
-  // The texts of the readings' labels; empty before the first reading, the last one also before
+  // The texts for the labels. They are empty before the first reading; last_alarm() is empty before
   // the first alarm.
   QString value() const;
   QString maximum() const;
@@ -46,9 +46,9 @@ enum ChannelLabel {
 };
 using ChannelLabels = std::array<QString, labels_per_channel>;
 
-// The captions above the labels.
+// The captions above the labels, in the order of ChannelLabel.
 const ChannelLabels& channel_captions();
 
-// The labels of channel 0..3. The limits are shown as they are typed: alarms go by them.
+// The labels of channel 0..3. They show the limits as typed, because alarms use the typed limits.
 ChannelLabels channel_labels(int channel, const LiveChannels& channels, const ChannelStatus& status,
                              const QString& up_limit, const QString& down_limit);

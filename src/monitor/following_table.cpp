@@ -17,7 +17,7 @@ FollowingTable::FollowingTable(QAbstractItemModel& model, QWidget* parent) : QTa
           });
 }
 
-// Rows of one fixed height: nothing is measured, however many there are.
+// Gives all rows one fixed height, so that the view measures none, however many there are.
 void FollowingTable::build() {
   setEditTriggers(NoEditTriggers);
   setSelectionBehavior(SelectRows);

@@ -1,5 +1,5 @@
-// A sheet that grows at its end. While it is scrolled to its end it keeps showing the newest row;
-// scrolled anywhere else it keeps the rows that are being read in place.
+// A sheet that grows at its end. While it is scrolled to its end, it follows the newest row.
+// Scrolled anywhere else, it keeps the visible rows in place.
 #pragma once
 
 #include <QTableView>

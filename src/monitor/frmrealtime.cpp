@@ -18,7 +18,7 @@ namespace {
 
 constexpr int pause_before_reading_back_ms = 500;
 
-// Says in the pane what goes on while it lives.
+// Shows in the label, while it lives, what work is under way.
 class WorkShown {
  public:
   WorkShown(QLabel& label, const QString& work) : label_(&label) { label.setText(work); }
@@ -50,11 +50,11 @@ frmrealtime::frmrealtime(Shell& shell, QWidget* parent) : ChildWindow(parent), s
   const auto show_set_up = [this, &use] { setup_->offer_set(use.free_for(RecorderTask::set_up)); };
   connect(&use, &RecorderUse::changed, this, show_set_up);
   show_set_up();
-  // Later, when the task that has ended has left its handler.
+  // Queued, so that it runs after the handler of the task that has ended.
   connect(&use, &RecorderUse::changed, this, &frmrealtime::refresh_if_due, Qt::QueuedConnection);
 }
 
-// The live buffer and the sheets are empty in a new window.
+// A new window's live buffer and sheets are already empty.
 void frmrealtime::Form_Load() {
   User::OnlineRefresh = true;
   User::OnlineRecord = true;
@@ -67,7 +67,7 @@ void frmrealtime::Form_Load() {
 
 void frmrealtime::Form_Unload() {
   pause_polling();
-  // Nobody polls any more: what the panel says would only grow older.
+  // Polling has ended, so the panel's link state would only go out of date.
   shell_.set_panel(2, {});
 }
 
@@ -143,8 +143,8 @@ void frmrealtime::tell_failure() {
   if (!kept.unloaded()) setup_->show_refused();
 }
 
-// "Properties Set". The question is asked without the recorder: another task can take it while the
-// box is open.
+// "Properties Set". Takes the recorder only after the question, so another task can use it while
+// the box is open.
 void frmrealtime::Command4_Click() {
   const KeepAlive kept(*this);
   const bool confirmed = shell_.messages().ask(
@@ -154,8 +154,8 @@ void frmrealtime::Command4_Click() {
   session.granted() ? set_properties(session) : tell_failure();
 }
 
-// After a failed request polling stays off, until the online-record dialog switches it on again.
-// The panel then says nothing of the link, since nobody polls.
+// After a failed request, polling stays off until the Online Record dialog switches it on again.
+// The link panel is then empty, because nothing polls.
 void frmrealtime::set_properties(const RecorderSession& session) {
   pause_polling();
   const auto settings = setup_->encode_typed(shell_.clock().now());

@@ -1,5 +1,5 @@
-// The Real-time Data window: what the linked recorder is, holds and is set to, and what it
-// measures now. Its two panes have the controls; the window says who does what when.
+// The Real-time Data window: shows the linked recorder's properties and its live readings. Its two
+// panes hold the controls; the window decides when they read the recorder, set it and poll.
 #pragma once
 
 #include <vector>
@@ -18,33 +18,33 @@ class frmrealtime final : public ChildWindow {
  public:
   frmrealtime(Shell& shell, QWidget* parent);
 
-  // Sets the online-record settings to their defaults and reads the recorder. Waits for it: the
-  // window can be unloaded meanwhile.
+  // Sets the online-record settings to their defaults, then reads the recorder. The window can be
+  // unloaded while it waits for the answers.
   void Form_Load();
 
-  // Shows what the recorder now holds. A request that fails three times leaves the rest as it was.
-  // While another task has the recorder the window waits and fills itself when it is free.
+  // Reads the recorder and shows what it holds. A request that fails three times ends this; the
+  // rest stays as it was. If another task has the recorder, reads it as soon as it is free.
   void RefreshFromRecorder();
 
-  // What the window says to others: the recorder's title, and the channels 0..3 that are marked to
-  // take part in the recording, in ascending order.
+  // For other folders: the recorder's title, and the channels 0..3 that are marked to take part in
+  // the recording, in ascending order.
   QString recorder_title() const;
   std::vector<int> recorded_channels() const;
-  // Stops the polling timer and says whether it was on; switches it on again.
+  // Stop the polling timer, returning whether it was on, and start it again.
   bool pause_polling();
   void resume_polling();
 
-  // Draws the live graph afresh, at the place where the slider stands.
+  // Redraws the live graph at the slider's position.
   void RedrawGraph();
 
-  // Lets the display limits of the historical graph be edited; this window's graph keeps its fixed
-  // scale. The window's counterpart of the menu's command, which goes to the historical graph.
+  // Opens the dialog for the historical graph's display limits, then redraws this window's graph,
+  // which keeps its fixed scale. The menu's command goes to the Historical Data window instead.
   void ShowDisplayLimits();
 
-  // For the Online Record dialog: polls as its settings say, and clears the live sheet.
+  // Applies the Online Record settings to the polling timer and clears the live sheet.
   void apply_online_settings();
 
-  // For this folder and for tests; nobody else touches the controls.
+  // Only for this folder and for tests: other folders do not touch the controls.
   SetupPane& setup() { return *setup_; }
   LivePane& live() { return *live_; }
 

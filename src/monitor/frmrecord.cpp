@@ -51,12 +51,12 @@ void frmrecord::Form_Load() {
   set_picked_seconds(*DTP1, QTime(0, 0).secsTo(User::OnlineInterval));
 }
 
-// The Real-time Data window is loaded if it is not, which reads the recorder and sets the three
-// settings to their defaults; what the user has chosen here comes after that.
+// Loads the Real-time Data window if necessary. Loading reads the recorder and sets the three
+// settings to their defaults, so the user's choice is stored after it.
 void frmrecord::Command1_Click() {
   setEnabled(false);
   frmrealtime* window = shell_.realtime();
-  // Its load does not touch the settings any more.
+  // A load under way has set the defaults already and does not touch the settings again.
   if (!window) window = shell_.loading_realtime();
   if (shell_.shutting_down()) return reject();
   User::OnlineRefresh = Check1[1]->isChecked();

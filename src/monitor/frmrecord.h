@@ -16,7 +16,7 @@ class frmrecord : public QDialog {
  public:
   explicit frmrecord(Shell& shell);
 
-  // 1 "Online Refresh", 2 "Online Record"; there is no element 0. Either one switches polling on.
+  // 1 "Online Refresh", 2 "Online Record"; element 0 is null. Either one switches polling on.
   std::array<QCheckBox*, 3> Check1{};
   QDateTimeEdit* DTP1;    // interval
   QPushButton* Command1;  // "Ok"

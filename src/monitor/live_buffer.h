@@ -13,22 +13,22 @@ class LiveBuffer {
  public:
   static constexpr int capacity = 15000;
 
-  // Appends a reading; a full buffer drops its oldest one first. The cost does not depend on how
-  // many there are.
+  // Appends a reading; a full buffer drops its oldest one first. The average cost does not depend
+  // on how many readings it holds.
   void push(const QString& time, const LiveReading& values);
 
-  // Readings held, 0..15000, in slots 0..LiveCount() - 1.
+  // The number of readings held, 0..15000, in slots 0..LiveCount() - 1.
   int LiveCount() const { return values_.size(); }
-  // Time stamp (general date-time text) and values of a slot. Throw BoundsError outside the slots
-  // that are filled, and for a channel outside 0..3.
+  // The time stamp (general date-time text) and values of a slot. They throw BoundsError for a slot
+  // outside 0..LiveCount() - 1 and for a channel outside 0..3.
   const QString& LiveTimes(int slot) const;
   const LiveReading& reading(int slot) const;
   float LiveValues(int slot, int channel) const;
 
-  // The values of a channel from slot `first` on, at most `count` of them; valid until push().
+  // At most `count` values of a channel, from slot `first` on, or none; valid until push().
   CurveSamples samples(int channel, int first, int count) const;
 
-  // Readings that were ever dropped: slot s holds the reading dropped() + s since the start.
+  // The number of readings dropped so far: slot s holds reading dropped() + s, counted from 0.
   std::int64_t dropped() const { return dropped_; }
 
  private:

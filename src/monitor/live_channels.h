@@ -1,4 +1,4 @@
-// What a recorder type says of its channels.
+// The names and units of a recorder type's channels.
 #pragma once
 
 #include <QString>
@@ -17,8 +17,8 @@ struct LiveChannels {
   bool operator==(const LiveChannels&) const = default;
 };
 
-// The channels of the recorder type in row `row`; none where the type has no usable count.
+// The channels of the recorder type in row `row`; none if the type has no usable channel count.
 LiveChannels live_channels(const DeviceTable& table, int row);
 
-// A line a channel: its name, its value as "0.00" and its unit.
+// One line for each channel: its name, its value as "0.00" and its unit.
 QString reading_text(const LiveReading& reading, const LiveChannels& channels);

@@ -1,4 +1,4 @@
-// The curves of the live graph: one per channel, on a fixed scale.
+// Fills the curves of the live graph: one per channel, all on one fixed scale.
 #pragma once
 
 class LiveBuffer;
@@ -9,7 +9,7 @@ struct GraphCurves;
 inline constexpr float live_graph_high = 120.0F;
 inline constexpr float live_graph_low = -40.0F;
 
-// Copies the readings of the first `channels` channels that lie in `view`. The part of the view
-// beyond the last reading stays empty.
+// Copies the readings in `view` of the first `channels` channels. The part of the view beyond the
+// last reading stays empty.
 void copy_live_curves(GraphCurves& curves, const LiveBuffer& buffer, const LiveView& view,
                       int channels);

@@ -22,7 +22,7 @@ bool LiveMonitor::save_due() const {
   return SaveCounter >= readings_per_save;
 }
 
-// Days of silence must not bring it back to "Link Ok".
+// Stops at the maximum: an overflow after days of silence would bring back "Link Ok".
 void LiveMonitor::count_missed() {
   if (FailCount < std::numeric_limits<std::int16_t>::max()) ++FailCount;
 }

@@ -1,4 +1,4 @@
-// One window's live monitoring: what a polling cycle does with an answer, or with none.
+// One window's live data. Each polling cycle adds the reading that came, or counts a missed answer.
 #pragma once
 
 #include "monitor/channel_status.h"
@@ -8,18 +8,18 @@ class LiveMonitor {
  public:
   LiveMonitor() : live_sheet(buffer) {}
 
-  // Adds a reading to the buffer and its sheet, and to the alarm sheet where channels are out of
-  // their limits.
+  // Adds a reading to the buffer, the live sheet and the channels' statuses; also to the alarm
+  // sheet if a channel is out of its limits. Counts it for the next save.
   void add(const QString& time, const LiveReading& values,
            const std::array<AlarmLimits, 4>& limits);
 
-  // 15000 readings have come since SaveCounter was 0.
+  // Whether 15000 readings have been added since SaveCounter was last set to 0.
   bool save_due() const;
 
-  // A cycle without an answer; one with an answer.
+  // Count a cycle without an answer, and one with an answer.
   void count_missed();
   void count_answered() { FailCount = 0; }
-  // One missed cycle is tolerated silently.
+  // A single missed cycle does not count as a link error.
   bool link_ok() const { return FailCount < 2; }
 
   void set_channels(const LiveChannels& channels);

@@ -24,7 +24,7 @@ namespace {
 constexpr Retries live_retries = {.pause_ms = 10};
 constexpr int time_column_twips = 2000;
 
-// Wider than laid out where the locale's times need it.
+// The designed width, or more if the locale's times need it.
 int time_column_width(const QTableView& sheet, const QString& time) {
   const int needed = sheet.fontMetrics().horizontalAdvance(time) + sheet.fontMetrics().height();
   return std::max(time_column_twips / twips_per_pixel, needed);
@@ -40,7 +40,7 @@ LivePane::LivePane(Shell& shell, ChildWindow& window, const SetupPane& setup)
   connect(Timer1, &IntervalTimer::tick, this, &LivePane::Timer1_Timer);
 }
 
-// A tick while another task has the recorder is left out: cycles do not pile up.
+// Skips the tick while another task has the recorder, so that cycles do not pile up.
 void LivePane::Timer1_Timer() {
   const RecorderSession session(window_, shell_, RecorderTask::poll);
   if (!session.granted()) return;
@@ -53,14 +53,14 @@ void LivePane::Timer1_Timer() {
     monitor_.count_missed();
   }
   show_stale();
-  // A command inside the wait has switched the polling off, and emptied the panel.
+  // A command that switched polling off during the wait has also emptied the panel.
   if (polls && !Timer1->enabled()) return;
   shell_.set_panel(2,
                    monitor_.link_ok() ? QStringLiteral("Link Ok") : QStringLiteral("Link Error"));
 }
 
 void LivePane::show_reading(const LiveReading& reading) {
-  // Another recorder type can have been chosen since the window opened.
+  // The user may have chosen another recorder type since the window opened.
   if (live_channels(User::DeviceTable, User::RecorderType) != monitor_.channels()) lay_out();
   const QString time = general_date_time_text(shell_.clock().now());
   monitor_.add(time, reading, typed_limits());
@@ -70,7 +70,7 @@ void LivePane::show_reading(const LiveReading& reading) {
   monitor_.count_answered();
 }
 
-// The last values are not the present ones while the panel says "Link Error".
+// Marks the values as old while the panel says "Link Error".
 void LivePane::show_stale() {
   const int count = monitor_.buffer.LiveCount();
   const bool stale = !monitor_.link_ok() && count > 0;
@@ -89,7 +89,7 @@ void LivePane::tell_alarm() {
   if (!alarms_in_sight()) mark_alarms(true);
 }
 
-// Nothing covers the sheet's newest row, and somebody works at the program.
+// Whether the alarm sheet's newest row is visible and the program's window is active.
 bool LivePane::alarms_in_sight() const {
   const QAbstractItemModel& sheet = *MSFlG2->model();
   const QRect newest = MSFlG2->visualRect(sheet.index(sheet.rowCount() - 1, 0));
@@ -129,8 +129,8 @@ std::array<AlarmLimits, 4> LivePane::typed_limits() const {
   return limits;
 }
 
-// Where the program's own folder cannot be written (installed for all users, say, or full) the
-// readings go among the user's documents. The window says where they are, and where they are not.
+// Writes to the user's documents if the program's own folder does not take the file (the disk is
+// full, say, or all users share the folder). The window shows the path, or that nothing was saved.
 void LivePane::save_automatically() {
   monitor_.SaveCounter = 0;
   const QString name = automatic_save_name(shell_.clock().now());
@@ -200,7 +200,7 @@ void LivePane::show_readings() {
   }
 }
 
-// Red, and bold for those who do not see red.
+// Shows an alarm in red, and in bold for users who cannot see red.
 void LivePane::show_alarm(QLabel& label, bool alarmed) {
   QFont font = label.font();
   if (font.bold() == alarmed) return;

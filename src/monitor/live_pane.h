@@ -1,4 +1,4 @@
-// The lower half of the Real-time Data window: polls the recorder and shows what it measures now.
+// The lower half of the Real-time Data window: polls the recorder and shows its live readings.
 #pragma once
 
 #include <QFrame>
@@ -25,19 +25,19 @@ class LivePane final : public QWidget {
   Q_OBJECT
 
  public:
-  // `setup` has the title and the limits; it and the window outlive the pane.
+  // `setup` holds the title and the limits. It and the window must outlive the pane.
   LivePane(Shell& shell, ChildWindow& window, const SetupPane& setup);
 
-  // Nine labels a channel: element 9c + ChannelLabel.
+  // Nine labels for each channel c: element 9c + ChannelLabel.
   std::array<QLabel*, 36> Label4{};
 
   // The live tabs: graph, live sheet, alarm sheet.
   QTabWidget* SSTab3;
   GraphSurface* Pic1;
-  std::array<QFrame*, 4> Line1{};  // legend, a line a channel
+  std::array<QFrame*, 4> Line1{};  // legend: one line for each channel
   std::array<QLabel*, 4> Label3{};
-  QLabel* stale_label;  // since when nobody answers; hidden while somebody does
-  QLabel* saved_label;  // where the last automatic save went; hidden before the first
+  QLabel* stale_label;  // the time of the last values; hidden unless the link is in error
+  QLabel* saved_label;  // the last automatic save's path or failure; hidden before the first
   QFrame* Line2;        // cursor
   QLabel* Label5;       // time at the cursor
   QLabel* Label7;       // values at the cursor
@@ -54,13 +54,13 @@ class LivePane final : public QWidget {
   LiveMonitor& monitor() { return monitor_; }
   const LiveView& view() const { return view_; }
 
-  // Lays sheets and labels out for the channels of the recorder type in use.
+  // Lays out the sheets and labels for the channels of the recorder type in use.
   void lay_out();
-  // Shows the last readings beside the limits as they are typed.
+  // Shows the last readings beside the typed limits.
   void show_readings();
-  // Leaves the live sheet with its header alone; the buffer and the alarms stay.
+  // Removes all rows from the live sheet; the buffer and the alarms stay.
   void clear_sheet();
-  // Draws the graph afresh, at the place where the slider stands.
+  // Redraws the graph at the slider's position.
   void RedrawGraph();
 
  protected:
@@ -101,6 +101,6 @@ class LivePane final : public QWidget {
   const SetupPane& setup_;
   LiveMonitor monitor_;
   LiveView view_;
-  // The reading at the cursor, counted from the first one since the window opened.
+  // The number of the reading at the cursor; 0 is the first one since the window opened.
   std::optional<std::int64_t> cursor_;
 };

@@ -1,4 +1,4 @@
-// The controls of the live pane and where they stand.
+// The controls of the live pane and their layout.
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -20,7 +20,7 @@ QString element(const char* name, int index) {
   return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
-// Texts of recorders and device files are never read as markup.
+// Plain text only, so that a text from a recorder or a device file is never read as markup.
 template <class Label = QLabel>
 Label* text_label(const QString& name, QWidget* parent) {
   auto* label = new Label(parent);
@@ -66,7 +66,7 @@ QWidget* LivePane::build_readings() {
     for (int c = 0; c < channel_count; ++c) {
       const int index = labels_per_channel * c + which;
       QLabel* label = text_label<ElidingLabel>(element("Label4", index), box);
-      // A new text must not move its neighbours.
+      // Keeps a new text from moving its neighbours.
       label->setMinimumWidth(1);
       label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
       grid->addWidget(label, c + 1, which);
@@ -98,7 +98,7 @@ QTabWidget* LivePane::build_tabs() {
 
 QWidget* LivePane::build_graph_page() {
   auto* page = new QWidget(SSTab3);
-  // First, since it stands above the graph: the Tab key goes as the eye does.
+  // Built first because it is above the graph: the Tab key follows the order of creation.
   QLayout* legend = build_legend(page);
   Pic1 = new GraphSurface(page);
   Pic1->setObjectName(QStringLiteral("Pic1"));
@@ -138,7 +138,7 @@ QWidget* LivePane::build_graph_page() {
   below->addWidget(Slider1, 1);
   below->addWidget(Label2);
 
-  // The scale's first and last label are centred on the graph's edges.
+  // The margins centre the scale's first and last labels on the graph's edges.
   auto* graph = new QVBoxLayout;
   const int half_label = fontMetrics().height() / 2;
   graph->setContentsMargins(0, half_label, 0, half_label);
@@ -155,7 +155,7 @@ QWidget* LivePane::build_graph_page() {
   return page;
 }
 
-// Each channel's line and name, and the zoom buttons at the end.
+// Each channel's line and name, followed by the zoom buttons.
 QLayout* LivePane::build_legend(QWidget* page) {
   auto* legend = new QHBoxLayout;
   legend->setSpacing(4);
@@ -188,7 +188,7 @@ QLayout* LivePane::build_legend(QWidget* page) {
   return legend;
 }
 
-// The fixed scale beside the graph: a value at every fourth line of the grid.
+// The fixed scale beside the graph, with a value at every fourth line of the grid.
 QWidget* LivePane::build_scale(QWidget* page) {
   auto* scale = new QWidget(page);
   auto* column = new QVBoxLayout(scale);

@@ -9,8 +9,8 @@ namespace {
 constexpr double cursor_label_twips = 1387.5;
 constexpr int cursor_label_margin = 2;
 
-// A label of a fixed size spares the window a new layout with each text; it grows for a text wider
-// than those before.
+// Keeps the label's size fixed, so that a new text costs the window no new layout. The label grows
+// only for a text wider than all before.
 void show_time(QLabel& label, const QString& time) {
   label.setText(time);
   label.setFixedSize(label.sizeHint().expandedTo(label.minimumSize()));
@@ -39,7 +39,7 @@ void LivePane::Pic1_MouseDown(float x) {
   place_cursor();
 }
 
-// Without a cursor in view, the step starts from the newest reading shown.
+// If no cursor is in view, the step starts from the newest reading shown.
 void LivePane::Pic1_KeyDown(CursorStep step) {
   const auto last = view_.last_reading(monitor_.buffer.LiveCount());
   if (!last) return;
@@ -48,7 +48,7 @@ void LivePane::Pic1_KeyDown(CursorStep step) {
   move_cursor(monitor_.buffer.dropped() + view_.FirstShown + to);
 }
 
-// Moves the cursor to a reading, counted from the first one ever, or to the nearest in view.
+// Moves the cursor to a reading, numbered as in cursor_, or to the nearest one in view.
 void LivePane::move_cursor(std::int64_t reading) {
   const auto last = view_.last_reading(monitor_.buffer.LiveCount());
   if (!last) return;
@@ -66,7 +66,7 @@ std::optional<int> LivePane::cursor_slot() const {
   return static_cast<int>(slot);
 }
 
-// The cursor stays on its reading: it moves with the graph, also out of view.
+// The cursor stays on its reading and moves with it, even out of view.
 void LivePane::place_cursor() {
   const auto slot = cursor_slot();
   for (QWidget* part : std::initializer_list<QWidget*>{Line2, Label5, Label7}) {
@@ -80,7 +80,7 @@ void LivePane::place_cursor() {
   Line2->setGeometry(Pic1->pixel(static_cast<float>(x)), 0, 1, Pic1->height());
   Label5->setText(monitor_.buffer.LiveTimes(*slot));
   Label7->setText(reading_text(monitor_.buffer.reading(*slot), monitor_.channels()));
-  // Counted from the first reading, so that the number at the cursor stays while new ones come.
+  // Counted from the first reading ever, so that new readings do not change the cursor's number.
   Pic1->show_value(
       {.text = Label5->text() + u'\n' + Label7->text(),
        .sample = static_cast<int>(*cursor_) + 1,
@@ -90,8 +90,8 @@ void LivePane::place_cursor() {
   Label5->move(Label5->x(), Pic1->height() - Label5->height() - Label7->y());
 }
 
-// Narrower than its shift to the cursor's left, so that it fits at the graph's right edge. A larger
-// font can need more width; the label then moves to where the graph has room.
+// The usual width is less than the label's offset to the cursor's left, so it fits at the graph's
+// right edge. A larger font can need more width; the label then moves back into the graph.
 void LivePane::place_cursor_label(QLabel& label, double cursor) const {
   const int usual = static_cast<int>(cursor_label_twips / twips_per_pixel);
   const int width = std::max(usual, label.minimumSizeHint().width());

@@ -8,7 +8,7 @@ enum Column { number_column, time_column, first_free_column };
 
 const QStringList fixed_headers = {QStringLiteral("Number"), QStringLiteral("Time")};
 
-// Numbers stand flush right, so that their digits line up.
+// Aligns numbers to the right, so that their digits line up.
 QVariant alignment(int column, bool number) {
   if (column == time_column || !number) return {Qt::AlignLeft | Qt::AlignVCenter};
   return {Qt::AlignRight | Qt::AlignVCenter};

@@ -1,4 +1,4 @@
-// The live sheet and the alarm sheet as tables of texts made only for the rows that are seen.
+// The live sheet and the alarm sheet as table models, which make texts only for visible rows.
 #pragma once
 
 #include <QAbstractTableModel>
@@ -8,20 +8,20 @@
 #include "monitor/live_buffer.h"
 #include "monitor/live_channels.h"
 
-// Columns "Number", "Time" and one a channel. Shows the newest readings of the buffer, oldest
-// first: all since the sheet was cleared that the buffer still holds. A reading's number is its
-// slot's, counted from 1, so the numbers of a full buffer move on with the readings.
+// Columns "Number", "Time" and one for each channel. Shows the readings added since the sheet was
+// last cleared, as far as the buffer still holds them, oldest first. A reading's number is its slot
+// counted from 1, so in a full buffer it decreases with every new reading.
 class LiveSheet final : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  // The buffer outlives the sheet.
+  // The buffer must outlive the sheet.
   explicit LiveSheet(const LiveBuffer& buffer, QObject* parent = nullptr);
 
   void set_channels(const LiveChannels& channels);
-  // Leaves the header alone and no row.
+  // Removes all rows; the header stays.
   void clear();
-  // The buffer is about to get a reading; it has got it.
+  // To be called just before and just after a reading is pushed into the buffer.
   void begin_push();
   void end_push();
 
@@ -38,7 +38,7 @@ class LiveSheet final : public QAbstractTableModel {
   const LiveBuffer& buffer_;
   QStringList headers_;
   int rows_ = 0;
-  bool drops_ = false;  // the reading to come drops the buffer's oldest one
+  bool drops_ = false;  // the reading being pushed drops the buffer's oldest one
 };
 
 // Columns "Number", "Time", "Warn".

@@ -20,7 +20,7 @@
 
 namespace {
 
-// What is wrong with a channel's typed limits; nothing where both are numbers.
+// The message for a channel's typed limits; empty if both are numbers.
 QString limits_error(int channel, const QString& up, const QString& down) {
   const QString which = QStringLiteral("Channel No.%1").arg(channel);
   if (!is_number(up)) return which + QStringLiteral("Up Limit Error");
@@ -28,7 +28,7 @@ QString limits_error(int channel, const QString& up, const QString& down) {
   return {};
 }
 
-// A limit of a channel that the recorder does not have is not used.
+// Whether the recorder type has the channel of this limit.
 bool is_used(std::size_t limit) {
   const int channels = live_channels(User::DeviceTable, User::RecorderType).count;
   return static_cast<int>(limit / 2) < channels;
@@ -153,8 +153,8 @@ std::optional<PatternSettings> SetupPane::encode_typed(const QDateTime& now) {
   return taken ? std::optional(settings) : std::nullopt;
 }
 
-// A limit that is no number guards nothing; the box says so while it stands, and so does the tab,
-// behind which the box can be hidden.
+// Marks a limit that is not a number, because it never raises an alarm. The tab carries the mark
+// too, since its page can be hidden.
 void SetupPane::mark_limit(std::size_t index) {
   QLineEdit& box = *Text1[index];
   const bool marked = is_used(index) && !float_of(box.text());
@@ -168,7 +168,7 @@ void SetupPane::mark_limit(std::size_t index) {
                      tab_marked ? limit_marks_[index]->icon() : QIcon());
 }
 
-// All that Properties Set refuses, in the order in which it is looked at.
+// Looks for a value that "Properties Set" refuses, in the order in which it encodes them.
 void SetupPane::show_refused() {
   constexpr int longest_seconds = 32767;
   const auto bring = [](auto* box) {
@@ -205,8 +205,8 @@ bool SetupPane::write_recorder(const RecorderSession& session, const PatternSett
   for (int channel = 1; channel <= channels; ++channel) {
     if (!write_limits(session, channel)) return false;
   }
-  // The pattern that was sent asks for start or stop already, so neither of these ever holds; both
-  // are kept on purpose.
+  // Neither condition is ever true, because the pattern just sent already asks for start or stop.
+  // Both are kept on purpose.
   const bool stop = settings.startup_type == StartupType::stop;
   const bool start_requested = requests_start(User::PatternBytes);
   if (!start_requested && !stop && !session.request([] { return Packet::BuildCommand07(1); })) {
@@ -215,8 +215,8 @@ bool SetupPane::write_recorder(const RecorderSession& session, const PatternSett
   return !(stop && start_requested) || session.request([] { return Packet::BuildCommand07(0); });
 }
 
-// A limit that is not a number is told at each try. The builder then leaves the request before it
-// in place, and that one goes out once more.
+// Each try shows a message if a limit is not a number. BuildWriteLimits() then leaves the previous
+// request in the buffer, so that one is sent again.
 bool SetupPane::write_limits(const RecorderSession& session, int channel) {
   const auto up_box = static_cast<std::size_t>(2 * (channel - 1));
   const auto request = [&] {

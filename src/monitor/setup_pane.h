@@ -1,5 +1,5 @@
-// The upper half of the Real-time Data window: what the recorder is, holds and is set to, and what
-// the user wants it set to.
+// The upper half of the Real-time Data window: shows the recorder's properties and lets the user
+// change them.
 #pragma once
 
 #include <QAction>
@@ -22,7 +22,7 @@ class QLayout;
 class RecorderSession;
 struct PatternSettings;
 
-// A channel's limits as they are typed.
+// A channel's limits as typed.
 struct LimitTexts {
   QString up;
   QString down;
@@ -47,41 +47,41 @@ class SetupPane final : public QWidget {
   QComboBox* Combo3;    // stop type
   QLineEdit* Text11;    // readings held
   QLineEdit* Text14;    // all data
-  // Behind the two pickers: no picker role of their own, and never sent.
+  // Hidden text boxes behind the two pickers; their texts are never sent.
   QLineEdit* Text12;
   QLineEdit* Text13;
   // "Recorder Description"
   QLineEdit* Text15;
-  // A tab a channel: up limit 2c, down limit 2c + 1, takes part in recording c.
+  // One tab for each channel c: up limit 2c, down limit 2c + 1, takes part in the recording c.
   QTabWidget* SSTab1;
   std::array<QLineEdit*, 8> Text1{};
   std::array<QCheckBox*, 4> Check1{};
   QPushButton* Command4;  // "Properties Set"
-  QLabel* work_label;     // what goes on between the pane and the recorder; empty for nothing
+  QLabel* work_label;     // "Reading ..." or "Setting ..." while that is under way, else empty
 
   QString title() const { return Text6->text(); }
   // The channels 0..3 that are marked to take part in the recording, in ascending order.
   std::vector<int> recorded_channels() const;
-  // The limits of channel 0..3.
+  // The typed limits of channel 0..3.
   LimitTexts limits(std::size_t channel) const;
 
-  // Shows the name of the recorder type in use, and those of its channels in the tabs' tool tips.
+  // Shows the name of the recorder type in use, and its channels' names in the tabs' tool tips.
   void show_type();
-  // Shows what the recorder holds. False at the first request that fails three times or when the
-  // session has ended: the rest stays as it was.
+  // Reads the recorder and shows what it holds. False as soon as a request fails three times or the
+  // session ends; the rest stays as it was.
   bool read_recorder(const RecorderSession& session);
 
-  // Makes the bytes to send of what is typed at this moment; nothing when some of it cannot be
-  // sent.
+  // Encodes the typed pattern and texts into the bytes to send and returns the pattern's settings;
+  // nothing if a value cannot be sent.
   std::optional<PatternSettings> encode_typed(const QDateTime& now);
-  // Writes them and the typed limits into the recorder. False at the first request that fails three
-  // times or when the session has ended.
+  // Writes those bytes and the typed limits into the recorder. False as soon as a request fails
+  // three times or the session ends.
   bool write_recorder(const RecorderSession& session, const PatternSettings& settings);
-  // Afterwards the first box whose content cannot be sent is at hand, if there is one.
+  // Moves the focus to the first box whose content cannot be sent, if there is one.
   void show_refused();
 
-  // Enables Command4 or disables it. The focus that it loses thereby comes back to it, unless the
-  // user has gone elsewhere meanwhile.
+  // Enables or disables Command4. If disabling takes the focus from it, enabling gives the focus
+  // back, unless the user has moved it meanwhile.
   void offer_set(bool possible);
 
  Q_SIGNALS:
@@ -109,7 +109,7 @@ class SetupPane final : public QWidget {
   void mark_limit(std::size_t index);
 
   MessageBox& messages_;
-  QPointer<QWidget> focus_after_set_;  // what got the focus in the place of Command4
-  // The mark in each limit's box that is no number.
+  QPointer<QWidget> focus_after_set_;  // the control that got the focus when Command4 lost it
+  // The warning mark in each limit's box, shown while its text is not a number.
   std::array<QAction*, 8> limit_marks_{};
 };

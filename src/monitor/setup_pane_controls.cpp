@@ -1,4 +1,4 @@
-// The controls of the set-up pane and where they stand.
+// The controls of the set-up pane and their layout.
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// Title and description are sent in fields of so many characters.
+// The sizes, in characters, of the fields in which title and description are sent.
 constexpr int title_length = 8;
 constexpr int description_length = 24;
 
@@ -24,7 +24,7 @@ QGridLayout* tight_grid(QWidget* box) {
   return grid;
 }
 
-// A caption and the control that it names, side by side.
+// Adds a caption and, beside it, the control that it names.
 void add_row(QGridLayout& grid, int row, int column, const QString& caption, QWidget* control,
              int columns = 1) {
   auto* label = new QLabel(caption);
@@ -44,7 +44,7 @@ QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false
 
 }  // namespace
 
-// As low as its tallest part: the live pane gets the rest of the window.
+// The pane is only as high as its tallest part: the live pane gets the rest of the window.
 void SetupPane::build() {
   auto* left = new QVBoxLayout;
   left->addWidget(build_status(), 1);
@@ -115,7 +115,7 @@ QGroupBox* SetupPane::build_pattern() {
   add_row(*grid, 2, 1, QStringLiteral("All Data"), Text14);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
-  // Row by row, as the eye goes.
+  // The Tab key goes row by row, as the user reads.
   const std::array row_by_row =
       std::to_array<QWidget*>({Combo2, Text3, DTP2, Text11, DTP1, Text14, Combo3});
   for (std::size_t i = 1; i < row_by_row.size(); ++i) setTabOrder(row_by_row[i - 1], row_by_row[i]);

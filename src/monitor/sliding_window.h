@@ -1,5 +1,5 @@
-// A queue whose items lie side by side in memory: new ones come at its end, old ones go at its
-// front. Neither costs more the more items it holds.
+// A queue whose items are contiguous in memory: items are added at its end and removed at its
+// front. The average cost of both does not depend on the number of items.
 #pragma once
 
 #include <vector>
@@ -9,11 +9,11 @@ class SlidingWindow {
  public:
   int size() const { return static_cast<int>(items_.size() - first_); }
 
-  // `index` must lie in 0..size() - 1. References hold until the next push_back().
+  // `index` must be in 0..size() - 1. References are valid until the next push_back().
   const T& operator[](int index) const { return items_[first_ + static_cast<std::size_t>(index)]; }
 
-  // The room that the items before the first one leave is used again once there is as much of it
-  // as there are items: each item then moves once in its life.
+  // Reuses the room of removed items once there is at least as much of it as there are items left:
+  // at most one item then moves for each item removed.
   void push_back(const T& item) {
     if (items_.size() == items_.capacity() && 2 * first_ >= items_.size()) {
       items_.erase(items_.begin(), items_.begin() + static_cast<std::ptrdiff_t>(first_));

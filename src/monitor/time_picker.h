@@ -1,4 +1,4 @@
-// A picker of hours, minutes and seconds that stands for a number of seconds.
+// A picker of hours, minutes and seconds whose value is a number of seconds.
 #pragma once
 
 #include <QDateTimeEdit>
@@ -6,6 +6,6 @@
 // The value of the picker is a time of day on 1999-01-01; the date is never shown.
 QDateTimeEdit* make_time_picker(const QString& name, QWidget* parent);
 
-// Seconds since that day's midnight, 0..86399, and back.
+// Get and set the picker's value: seconds since that day's midnight, 0..86399.
 qint64 picked_seconds(const QDateTimeEdit& picker);
 void set_picked_seconds(QDateTimeEdit& picker, qint64 seconds);
