@@ -14,8 +14,8 @@ int main(int argc, char** argv) {
   add_own_glyphs();
   QApplication::setStyle(new LetterStyle);
 
-  // Nothing is kept between runs, also not the folders that the toolkit's file dialog has shown.
-  // No file can be made below this path.
+  // The program keeps nothing between runs, not even the folders shown in the toolkit's file
+  // dialog: no settings file can be created below this path.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
   Program program;

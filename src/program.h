@@ -1,5 +1,5 @@
-// The main window in the real world: what main() shows, and what measures or shows the program
-// does.
+// The main window with its real clock, port, dialogs, files, printer and office programs. Used by
+// main() and by programs that measure or demonstrate Corvane.
 #pragma once
 
 #include "app/frmmdi.h"

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Room for the title bar and the borders of a frame that is not there yet, in pixels.
+// The usual size, in pixels, of a frame's title bar and borders, for a window without a frame yet.
 constexpr QMargins usual_frame(6, 32, 6, 6);
 
 constexpr const char* fitted_property = "fitted_to_screen";
@@ -28,7 +28,7 @@ bool is_window_of_ours(const QObject* watched) {
          (qobject_cast<const QDialog*>(widget) || qobject_cast<const QMainWindow*>(widget));
 }
 
-// Gives the window's size bounded to the screen with this frame around it.
+// The window's size, reduced if necessary so that it fits on the screen with this frame around it.
 QSize size_that_fits(const QWidget& window, const QMargins& frame) {
   const QRect room = window.screen()->availableGeometry().marginsRemoved(frame);
   return window.size().boundedTo(room.size()).expandedTo(window.minimumSize());

@@ -1,4 +1,4 @@
-// What holds for every window of the program, dialogs of the toolkit included.
+// Behaviour common to every window of the program, including the toolkit's dialogs.
 #pragma once
 
 #include <QObject>
@@ -7,8 +7,8 @@ class QWidget;
 
 // An event filter for the application:
 // - F1 opens the manual, whatever has the focus and whichever dialog is open;
-// - a window opens no larger than the screen that it is on, its frame included. The frame is known
-//   only when the window manager has made it; the window is then moved and shrunk once more.
+// - a window opens no larger than its screen, including its frame. Once the window manager has made
+//   the frame and its size is known, the window is moved and shrunk again if necessary.
 class EveryWindow final : public QObject {
   Q_OBJECT
 

@@ -27,7 +27,7 @@ namespace {
 
 constexpr int clock_interval_ms = 1000;
 constexpr int clock_panel = 3;
-// Progress is said in steps of so many percent.
+// A screen reader announces progress each time it passes a multiple of this many percent.
 constexpr int spoken_step = 25;
 constexpr QSize design_size(1180, 820);
 const QString device_file = QStringLiteral("/device.txt");
@@ -57,10 +57,10 @@ constexpr std::array<ToolbarButton, 15> toolbar_buttons = {{{"open", "Open File"
                                                             {"realtime", "Real-time Data"},
                                                             {"", ""},
                                                             {"about", "About"}}};
-// Which menu entry a toolbar button runs, where the names differ. Print leads to the preview.
+// The menu entries of the toolbar buttons whose names differ from theirs. Print runs the preview.
 const QMap<QString, QString> toolbar_commands = {{"prints", "printview"}, {"identity", "record"}};
 
-// A bar at its start looks like an input; it is not seen until there is something to tell.
+// An empty bar looks like an input box, so it is invisible until there is progress to show.
 const QString empty_progress =
     QStringLiteral("QProgressBar { border: none; background: transparent; }");
 
@@ -96,8 +96,8 @@ void frmmdi::build_shortcuts() {
   auto* menus = new QShortcut(Qt::Key_F10, this);
   connect(menus, &QShortcut::activated, this,
           [bar = menuBar()] { bar->setActiveAction(bar->actions().constFirst()); });
-  // Where it is the system's own key for that, the child windows have it already; a second one
-  // would make it ambiguous.
+  // Where Ctrl+F4 is the system's own key for closing, the child windows already have it, and a
+  // second shortcut would be ambiguous.
   const QKeySequence close_key(Qt::CTRL | Qt::Key_F4);
   if (QKeySequence::keyBindings(QKeySequence::Close).contains(close_key)) return;
   auto* close_child = new QShortcut(close_key, this);
@@ -120,7 +120,7 @@ void frmmdi::build_toolbar() {
     QAction* action = Tool1->addAction(caption);
     action->setData(key);
     action->setToolTip(caption);
-    // At the start a button agrees with its menu entry, the save button excepted.
+    // At the start a button is enabled as its menu entry is, except the save button.
     const QAction* entry = menu_entry(toolbar_commands.value(key, key));
     action->setEnabled(key == u"save" || entry->isEnabled());
     connect(action, &QAction::triggered, this, [this, key] { Tool1_ButtonClick(key); });
@@ -187,11 +187,11 @@ void frmmdi::MDIForm_Load() {
   Timer1->start();
 }
 
-// Nothing is asked and nothing is saved. Waits under way end at once, so that every handler that
-// stands in one comes back and leaves.
+// Asks nothing and saves nothing. Ends all waits at once, so that every handler that is waiting
+// returns.
 void frmmdi::MDIForm_Unload() {
   shutting_down_ = true;
-  // The end of a desktop session can come while a dialog stands; its handler is to leave as well.
+  // A desktop session can end while a dialog is open. Closing it lets its handler return too.
   while (QWidget* dialog = QApplication::activeModalWidget()) {
     if (!dialog->close()) break;
   }
@@ -253,7 +253,7 @@ void frmmdi::enable_data_commands(bool enabled) {
   set_recording_file({});
 }
 
-// The caption stays the program's title; desktops show the path in their own way.
+// Leaves the caption as the program's title; the desktop shows the path in its own way.
 void frmmdi::set_recording_file(const QString& path) {
   setWindowFilePath(path);
   Sts1[0]->setToolTip(plain_tool_tip(QDir::toNativeSeparators(path)));
@@ -273,8 +273,8 @@ void frmmdi::set_linked_commands(bool linked) {
   show_recorder_commands();
 }
 
-// What cannot act now must not look as if it could: while a task has the recorder there is neither
-// a link nor a download, nor a download while its window is loading.
+// Disables the commands that cannot run now: link and download while a task has the recorder, and
+// download also while the Real-time Data window is loading.
 void frmmdi::show_recorder_commands() {
   const RecorderUse& use = recorder_.use;
   enable_recorder_command(QStringLiteral("link"), 7, !linked_ && use.free_for(RecorderTask::link));

@@ -1,5 +1,5 @@
 // The main window: menus, toolbar, status bar, clock, and the child windows inside it. Its
-// handlers only dispatch; what a command does stands in the folder that it belongs to.
+// handlers only dispatch; the code of a command is in the folder that it belongs to.
 #pragma once
 
 #include <QLabel>
@@ -20,7 +20,7 @@
 class Automation;
 class ChildWindow;
 
-// The outside world as the main window uses it; all of it outlives the window.
+// The interfaces to the outside world that the main window uses. All must outlive the window.
 struct OutsideWorld {
   Clock& clock;
   SerialPort& port;
@@ -62,7 +62,7 @@ class frmmdi final : public QMainWindow, public Shell {
 
   // A menu entry by its name ("open", "printview"); null for an unknown one.
   QAction* menu_entry(const QString& name) const { return entries_.value(name); }
-  // A toolbar button by its index, counted from 1 with the separators.
+  // A toolbar button by its index, counted from 1 and including separators; null outside.
   QAction* toolbar_button(int index) const { return Tool1->actions().value(index - 1); }
 
   QTimer* Timer1;
@@ -86,7 +86,7 @@ class frmmdi final : public QMainWindow, public Shell {
   void build_status_bar();
   void build_area();
   void build_shortcuts();
-  // The hint in the middle of the window shows while no window lies over it.
+  // Shows the hint in the middle of the window while no child window covers it, else hides it.
   void show_hint();
   void set_icons();
   void colour_hint();
@@ -97,10 +97,10 @@ class frmmdi final : public QMainWindow, public Shell {
   void realtime_Click();
   void history_Click();
   void Quit_Click();
-  // The window in its frame in the middle of the main window, maximised and in front.
+  // Shows the child window in its frame inside the main window, maximised and in front.
   void show_child(ChildWindow& child);
   void show_file_of(ChildWindow& display);
-  // Takes the frame around an unloaded window away.
+  // Removes the frame around an unloaded window.
   void release_child(ChildWindow& child);
 
   void enable_recorder_command(const QString& name, int button, bool enabled);

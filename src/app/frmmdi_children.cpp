@@ -1,5 +1,5 @@
-// The middle of the main window: the child windows, the hint that stands there without them, and
-// files that are dropped.
+// The middle of the main window: the child windows, the hint that shows while there are none, and
+// dropped files.
 #include <QDropEvent>
 #include <QMdiSubWindow>
 #include <QMimeData>
@@ -13,7 +13,7 @@
 
 namespace {
 
-// The path of the one data file that is dragged; empty for anything else.
+// The path of the dragged data file; empty if anything else or more than one file is dragged.
 QString dropped_data_file(const QMimeData& dragged) {
   const QList<QUrl> urls = dragged.urls();
   const QString path = urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
@@ -46,7 +46,7 @@ void frmmdi::show_hint() {
   hint_->setVisible(area_->subWindowList().isEmpty());
 }
 
-// Grey, but with the contrast that texts need.
+// Colours the hint grey, but with enough contrast to be read.
 void frmmdi::colour_hint() {
   const QColor ink = palette().color(QPalette::WindowText);
   const QColor paper = palette().color(QPalette::Window);
@@ -63,7 +63,7 @@ void frmmdi::dragEnterEvent(QDragEnterEvent* event) {
   if (!dropped_data_file(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
-// The window that files were dragged from is not kept waiting by what the opening says.
+// Opens the file later, so that a message does not block the window it was dragged from.
 void frmmdi::dropEvent(QDropEvent* event) {
   const QString path = dropped_data_file(*event->mimeData());
   if (path.isEmpty()) return;
@@ -80,7 +80,7 @@ frmrealtime* frmmdi::loading_realtime() {
   return realtime_loading_ ? static_cast<frmrealtime*>(realtime_.data()) : nullptr;
 }
 
-// Loading reads the recorder; the window can be gone again when that is done.
+// Loading reads the recorder; the window can be unloaded before that is done.
 frmrealtime* frmmdi::realtime() {
   if (!realtime_) {
     auto* window = new frmrealtime(*this, this);
@@ -94,7 +94,7 @@ frmrealtime* frmmdi::realtime() {
   return loaded_realtime();
 }
 
-// A window that another command is loading is shown as it fills.
+// Shows a window that another command is still loading, too.
 void frmmdi::show_realtime() {
   realtime();
   if (realtime_) show_child(*realtime_);
@@ -122,7 +122,7 @@ void frmmdi::unload_display() {
   if (display_) display_->unload();
 }
 
-// The file's name for the Historical Data window's frame, if it is shown.
+// Puts the file's path into the tool tip of the Historical Data window's frame, if it has one.
 void frmmdi::show_file_of(ChildWindow& display) {
   auto* frame = qobject_cast<QMdiSubWindow*>(display.parentWidget());
   if (frame) frame->setToolTip(Sts1[0]->toolTip());
@@ -157,7 +157,7 @@ void frmmdi::release_child(ChildWindow& child) {
   area_->removeSubWindow(frame);
   frame->deleteLater();
   show_hint();
-  // The window that comes to the front fills the area as the one before it did.
+  // The window that comes to the front fills the area as the unloaded one did.
   const auto left = area_->subWindowList(QMdiArea::ActivationHistoryOrder);
   if (maximised && !left.isEmpty() && !shutting_down_) left.constLast()->showMaximized();
 }

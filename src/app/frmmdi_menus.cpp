@@ -1,5 +1,5 @@
-// The menus of the main window: names, captions, shortcuts, states at the start, and what each
-// entry runs.
+// The menus of the main window: the name, caption, shortcut, initial state and command of each
+// entry.
 #include <QMenuBar>
 
 #include "acquire/download.h"
@@ -38,7 +38,7 @@ QAction* frmmdi::add_entry(QMenu& menu, const MenuEntry& entry) {
 }
 
 void frmmdi::build_menus() {
-  // Loads the Historical Data window first where it was closed.
+  // Loads the Historical Data window first if it is closed.
   const auto on_display = [this](auto member, auto... arguments) {
     return [this, member, arguments...] {
       if (!loaded_display()) show_display();

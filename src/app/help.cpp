@@ -23,8 +23,8 @@ void open_with_desktop(const QString& path) {
 
 }  // namespace
 
-// The desktop is asked first: without a viewer it would hand the compiled file to a browser, which
-// cannot show it. Where the desktop cannot be asked, the compiled file is tried.
+// Asks the desktop for a viewer first: without one, it would open the compiled file in a browser,
+// which cannot show it. If the desktop cannot be asked, opens the compiled file.
 void open_help() {
   const QString compiled = program_folder() + QStringLiteral("/qlxhelp.chm");
   const QString pages = program_folder() + QStringLiteral("/help/index.html");

@@ -1,7 +1,7 @@
-// Opens the help file.
+// Opens the manual.
 #pragma once
 
-// Starts the viewer for the help file in the program's folder, in a process of its own. Where the
-// desktop knows no viewer for compiled help, its pages open in the web browser instead. Nothing is
-// waited for and nothing is said when it does not start.
+// Starts the viewer for the help file in the program's folder, as a separate process. If the
+// desktop knows no viewer for compiled help, opens the manual's pages in the web browser instead.
+// Waits for nothing and shows no message if the viewer does not start.
 void open_help();

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The two colours of the drawings' sources, which a palette's colours take the place of.
+// The two colours in the drawings' sources; command_icon() replaces them.
 constexpr char source_ink[] = "#202428";
 constexpr char source_accent[] = "#1f7fa6";
 constexpr auto accent_on_light = "#1f7fa6";
@@ -42,7 +42,7 @@ class SvgIconEngine final : public QIconEngine {
     drawing.setAspectRatioMode(Qt::KeepAspectRatio);
     drawing.render(&painter);
     if (mode == QIcon::Disabled) {
-      // Pales the whole picture at once: line by line, the crossings would stay dark.
+      // Fades the finished picture: if each line were faded, crossings would be darker.
       painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
       painter.fillRect(pixmap.rect(), QColor::fromRgbF(0, 0, 0, disabled_opacity));
     }

@@ -1,4 +1,4 @@
-// The program's own pictures, drawn from SVG sources at whatever size and scale a screen asks for.
+// The program's own pictures, drawn from SVG sources at the size and scale that a screen needs.
 #pragma once
 
 #include <QIcon>
@@ -6,11 +6,11 @@
 
 class QPalette;
 
-// The picture of the toolbar key `key` ("open", "save", ...): lines in the palette's text colour
-// and a blue that stands out from its window colour, so that it can be read on light and dark
-// themes; disabled, the same lines pale. Ask again when the palette changes. Null for a key that
-// has no picture.
+// The picture of the toolbar button `key` ("open", "save", ...). Its lines have the palette's text
+// colour and a blue that contrasts with the window colour, so that it is clear on light and dark
+// themes; when disabled, the lines are faded. Call again when the palette changes. Null for a key
+// without a picture.
 QIcon command_icon(const QString& key, const QPalette& palette);
 
-// The program's icon, in colours of its own.
+// The program's icon, in its own fixed colours.
 QIcon application_icon();

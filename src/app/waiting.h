@@ -1,5 +1,5 @@
-// Shows, while it lives, that a command waits for the recorder: by the wait cursor, and in words
-// where the main window has room for them.
+// Shows, while it lives, that a command is waiting for the recorder: by the wait cursor, and in
+// words in the status bar's tool tip.
 #pragma once
 
 #include <QString>
@@ -18,6 +18,6 @@ class Waiting {
 
  private:
   Shell& shell_;
-  QString before_;  // what a wait around this one has said
+  QString before_;  // the text of the wait around this one
   WaitCursor cursor_;
 };

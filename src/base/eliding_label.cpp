@@ -35,7 +35,7 @@ Lines lines_of(const QLabel& label) {
 
 }  // namespace
 
-// Beside a label with a very long text there is room for others.
+// Limits the width, so that a very long text leaves room for the label's neighbours.
 QSize ElidingLabel::sizeHint() const {
   const QSize size = QLabel::sizeHint();
   return {std::min(size.width(), 32 * fontMetrics().averageCharWidth()), size.height()};
@@ -46,7 +46,7 @@ QSize ElidingLabel::minimumSizeHint() const {
   return {std::min(size.width(), 4 * fontMetrics().averageCharWidth()), size.height()};
 }
 
-// A text that fits is left to the label itself, which can have it marked.
+// Leaves a text that fits to QLabel, which can let the user select it.
 void ElidingLabel::paintEvent(QPaintEvent* event) {
   const Lines lines = lines_of(*this);
   const QString tip = lines.cut ? plain_tool_tip(text()) : QString();

@@ -1,11 +1,11 @@
-// A label that shows by an ellipsis that its text does not fit, and has it whole as its tool tip
-// then.
+// A label that ends a text that does not fit with an ellipsis and shows all of it in its tool
+// tip.
 #pragma once
 
 #include <QLabel>
 
-// For plain text. text() stays whole, and so does what a screen reader says. It can be made
-// narrower than its text. With word wrap it has as many lines as its height holds.
+// For plain text. text() and what a screen reader says are never shortened. The label can be made
+// narrower than its text. With word wrap it shows as many lines as its height holds.
 class ElidingLabel final : public QLabel {
   Q_OBJECT
 
@@ -18,5 +18,5 @@ class ElidingLabel final : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QString tip_;  // the tool tip that the label has given itself
+  QString tip_;  // the tool tip that the label last set
 };

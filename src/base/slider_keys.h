@@ -5,9 +5,9 @@
 #include <QKeyEvent>
 #include <QSlider>
 
-// Page Up leads back and Page Down on, as on the graph itself; a slider alone does the opposite.
-// The view is what moves, from `from`: the handle can be farther on than the last view begins.
-// False for other events.
+// Handles a slider's key: Page Up moves back and Page Down on, as in the graph; a plain slider does
+// the opposite. Moves from the view's start `from`, because the handle can be beyond the last
+// view's start. Returns false for other events.
 inline bool step_slider(QSlider& slider, const QEvent& event, int from, int page) {
   const QHash<int, int> steps = {{Qt::Key_Left, -1},      {Qt::Key_Down, -1},
                                  {Qt::Key_Right, 1},      {Qt::Key_Up, 1},
