@@ -145,16 +145,16 @@ void download_benchmarks(Suite& suite) {
     return last ? std::optional(last->clock_ms) : std::nullopt;
   };
   const auto client_ms = [readings] { return bare_download_ms(readings); };
-  suite.compare(name, clock_ms, "bare loop of read and write", client_ms, 1.02, Repeat::Once);
+  suite.compare(name, clock_ms, "bare loop of read and write", client_ms, 1.02, Repeat::once);
   const auto last_clock_ms = [&] { return last ? std::optional(last->clock_ms) : clock_ms(); };
   if (!suite.short_run()) {
     const auto line_ms = [readings] { return std::optional(prescribed_ms(readings)); };
     suite.compare(name + ", line", last_clock_ms, "bytes and pauses at 9600 baud", line_ms, 1.02,
-                  Repeat::Once);
+                  Repeat::once);
   }
   const auto processor_ms = [&]() -> std::optional<double> {
     return last_clock_ms() ? std::optional(last->processor_ms) : std::nullopt;
   };
   suite.compare(name + ", processor", processor_ms, "its duration", last_clock_ms, 0.03,
-                Repeat::Once);
+                Repeat::once);
 }

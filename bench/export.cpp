@@ -208,9 +208,9 @@ void office_benchmarks(Suite& suite, const Recording& recording, const QTemporar
   const Side to_document = converting("doc", "Text (encoded):UTF8");
   to_document();  // creates the profile
   suite.compare("export: spreadsheet", exporting(export_workbook, "run.xls"),
-                "text export, soffice --convert-to xls", to_workbook, 1.0, Repeat::Once);
+                "text export, soffice --convert-to xls", to_workbook, 1.0, Repeat::once);
   suite.compare("export: document", exporting(export_document, "run.doc"),
-                "text export, soffice --convert-to doc", to_document, 1.0, Repeat::Once);
+                "text export, soffice --convert-to doc", to_document, 1.0, Repeat::once);
   office.end_own_applications();
 }
 

@@ -34,7 +34,7 @@ void fill_recording(Recording& recording, bool noise) {
     recording.ChannelInfo[2][c] = QStringLiteral("C");
   }
   for (int n = 0; n < graph_samples; ++n) {
-    recording.SampleTimes(n) = stamp_text(wall_time(2026, 3, 1, 8, n, 0));
+    recording.SampleTimes(n) = stamp_text(wall_time({2026, 3, 1, 8, n, 0}));
     for (int c = 0; c < graph_channels; ++c) {
       recording.SampleValues(n, c) = graph_value(noise, n, c);
     }
@@ -75,14 +75,14 @@ Side redraw(const Screen& screen, int samples = graph_samples) {
   const auto picture = std::make_shared<GraphPicture>();
   const auto image = std::make_shared<QImage>(screen.pixels, QImage::Format_RGB32);
   return timed([=] {
-    take_curves(picture->new_curves(), samples);
+    take_curves(picture->curves_to_fill(), samples);
     picture->draw(*image, screen.picture(), colours);
   });
 }
 
 void require_same_picture(const Screen& screen) {
   GraphPicture picture;
-  take_curves(picture.new_curves());
+  take_curves(picture.curves_to_fill());
   QImage ours(screen.pixels, QImage::Format_RGB32);
   picture.draw(ours, screen.picture(), colours);
   if (ours == plain_picture(picture.curves(), screen.picture(), white)) return;

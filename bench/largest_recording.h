@@ -35,7 +35,7 @@ inline Recording largest_recording(int steps) {
   }
   recording.SampleCount = Recording::max_samples;
   for (int n = 0; n < Recording::max_samples; ++n) {
-    recording.SampleTimes(n) = stamp_text(wall_time(2006, 5, 12, 13, 45, 30 + 60 * n));
+    recording.SampleTimes(n) = stamp_text(wall_time({2006, 5, 12, 13, 45, 30 + 60 * n}));
     for (int c = 0; c < Recording::max_channels; ++c) {
       recording.SampleValues(n, c) = reading(n, c);
     }

@@ -173,10 +173,10 @@ void soak_benchmarks(Suite& suite) {
   };
   suite.compare(
       "live soak, paintings in last 1000", [&] { return end(times); },
-      "in the first thousand cycles", at(times, 0), 1.2, Repeat::Once);
+      "in the first thousand cycles", at(times, 0), 1.2, Repeat::once);
   suite.compare(
       "live soak, KiB of heap", [&] { return end(heap); }, "after 20000 cycles", at(heap, 19), 1.01,
-      Repeat::Once);
+      Repeat::once);
 }
 
 // The share of `seconds` for which the processor works while the program polls a recorder on a
@@ -223,5 +223,5 @@ void live_benchmarks(Suite& suite) {
   const int seconds = suite.short_run() ? 3 : 20;
   suite.compare(
       "live polling once a second, share", [=] { return polling_share(seconds); }, "3 % of a core",
-      always(0.03), 1, Repeat::Once);
+      always(0.03), 1, Repeat::once);
 }

@@ -55,7 +55,7 @@ void Suite::compare(const std::string& name, const Side& ours, const std::string
   if (name.find(only_) == std::string::npos) return;
   std::printf("%-34s %-44s ", name.c_str(), peer_name.c_str());
   std::fflush(stdout);
-  const bool once = repeat == Repeat::Once;
+  const bool once = repeat == Repeat::once;
   auto medians = measure(ours, peer, once ? 1 : short_run_ ? repetitions_short : repetitions_full);
   if (medians && medians->ratio() > most * noise) {
     medians = measure(ours, peer, once ? 1 : repetitions_full);

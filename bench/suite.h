@@ -15,7 +15,7 @@ double milliseconds(const std::function<void()>& work);
 using Side = std::function<std::optional<double>()>;
 
 // Work of many seconds is measured once per side, without a run to warm up.
-enum class Repeat { Often, Once };
+enum class Repeat { often, once };
 
 class Suite {
  public:
@@ -29,7 +29,7 @@ class Suite {
   // most `most`. A ratio up to a quarter above that counts as noise. Beyond it both sides are
   // measured once more; the benchmark fails if the second ratio is beyond it too.
   void compare(const std::string& name, const Side& ours, const std::string& peer_name,
-               const Side& peer, double most, Repeat repeat = Repeat::Often);
+               const Side& peer, double most, Repeat repeat = Repeat::often);
 
   // begin() prints the table's head; end() gives 1 if a benchmark failed, else 0.
   void begin() const;

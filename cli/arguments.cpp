@@ -33,7 +33,7 @@ void Arguments::refuse_value(const char* option, const QString& wanted) const {
              .arg(QString::fromLatin1(option), text(option), wanted));
 }
 
-std::optional<int> Arguments::whole(const char* option, int least, int most) const {
+std::optional<int> Arguments::integer(const char* option, int least, int most) const {
   if (!is_set(option)) return std::nullopt;
   bool ok = false;
   const int value = text(option).toInt(&ok);

@@ -24,7 +24,7 @@ class Arguments {
   QString file() const { return parser_.positionalArguments().value(0); }
 
   // Each throws Failure for an invalid value, and returns nothing when the option is not given.
-  std::optional<int> whole(const char* option, int least, int most) const;
+  std::optional<int> integer(const char* option, int least, int most) const;
   std::optional<double> decimal(const char* option, double least, double most) const;
   // "YYYY-MM-DD", "YYYY-MM-DD HH:MM" or "YYYY-MM-DD HH:MM:SS"; a T may replace the blank. Without a
   // time or seconds it means the first second of that day or minute, or with `last` the last one.

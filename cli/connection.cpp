@@ -131,7 +131,7 @@ QByteArray Connection::ask(const Request& request) {
   return *answer;
 }
 
-bool Connection::take_up_again() {
+bool Connection::reconnect() {
   try {
     find();
     return true;

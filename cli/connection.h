@@ -41,7 +41,7 @@ class Connection {
   // would not get its old name.
   void close() { port_.close(); }
   // Looks for the recorder as the constructor does. If none answers, closes the port.
-  bool take_up_again();
+  bool reconnect();
 
   bool interrupted() const { return interrupts_.clock.stopped(); }
 

@@ -63,7 +63,7 @@ Watch::Watch(const Arguments& arguments, Interrupts& interrupts)
     : interrupts_(interrupts),
       form_(form_from(arguments)),
       interval_s_(arguments.decimal("interval", 0.1, 86400).value_or(usual_interval_s)),
-      count_(arguments.whole("count", 1, 1'000'000'000).value_or(0)),
+      count_(arguments.integer("count", 1, 1'000'000'000).value_or(0)),
       recorder_(arguments, interrupts),
       channels_(live_channels(recorder_.type().table, recorder_.type().row)) {}
 
@@ -87,7 +87,7 @@ bool Watch::poll() {
 
 // Reads the limits again, because they may have been changed meanwhile.
 bool Watch::find_again() {
-  if (!recorder_.take_up_again()) return false;
+  if (!recorder_.reconnect()) return false;
   try {
     read_limits();
   } catch (const Failure&) {

@@ -81,11 +81,11 @@ void KeptBlocks::load() {
   of_another_ = unchecked(file.readLine(largest_file)) != first_line ||
                 unchecked(file.readLine(largest_file)) != "recording " + identity_;
   if (of_another_) return;
-  while (!file.atEnd() && file.pos() < largest_file && take_line(file.readLine(largest_file))) {
+  while (!file.atEnd() && file.pos() < largest_file && parse_line(file.readLine(largest_file))) {
   }
 }
 
-bool KeptBlocks::take_line(const QByteArray& line) {
+bool KeptBlocks::parse_line(const QByteArray& line) {
   const auto text = unchecked(line);
   if (!text) return false;
   const QList<QByteArray> words = text->split(' ');

@@ -66,7 +66,7 @@ class KeptBlocks {
   };
 
   void load();
-  bool take_line(const QByteArray& line);
+  bool parse_line(const QByteArray& line);
   std::optional<int> readings_since(const RecorderProperties& properties, const MemoryMap& memory,
                                     const QDateTime& end);
   QByteArray state_line() const;

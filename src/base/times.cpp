@@ -55,8 +55,8 @@ QString as_stamp(const QString& text) {
   return time.isValid() ? stamp_text(time) : text;
 }
 
-QDateTime wall_time(int year, int month, int day, int hour, int minute, int second) {
-  const int months = year * 12 + month - 1;
-  const QDate date = QDate(months / 12, months % 12 + 1, 1).addDays(day - 1);
-  return QDateTime(date, QTime(0, 0), Qt::UTC).addSecs((hour * 60 + minute) * 60 + second);
+QDateTime wall_time(const DateAndTime& at) {
+  const int months = at.year * 12 + at.month - 1;
+  const QDate date = QDate(months / 12, months % 12 + 1, 1).addDays(at.day - 1);
+  return QDateTime(date, QTime(0, 0), Qt::UTC).addSecs((at.hour * 60 + at.minute) * 60 + at.second);
 }

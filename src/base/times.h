@@ -22,6 +22,15 @@ QDateTime date_time_of(const QString& text, const QLocale& locale = QLocale::sys
 // Turns such a text into a stamp, so that texts can be compared; returns any other text unchanged.
 QString as_stamp(const QString& text);
 
+struct DateAndTime {
+  int year;
+  int month;
+  int day;
+  int hour;
+  int minute;
+  int second;
+};
+
 // Wall time without a zone from its parts; out-of-range parts carry over (month 13 is January of
 // the next year, day 0 the last day of the month before).
-QDateTime wall_time(int year, int month, int day, int hour, int minute, int second);
+QDateTime wall_time(const DateAndTime& at);

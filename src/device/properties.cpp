@@ -38,7 +38,7 @@ RecorderProperties decode_properties(const QByteArray& answer) {
     start[i] = byte_at(answer, start_at + static_cast<qsizetype>(i));
   }
   start[0] += 2000;
-  properties.start = wall_time(start[0], start[1], start[2], start[3], start[4], start[5]);
+  properties.start = wall_time({start[0], start[1], start[2], start[3], start[4], start[5]});
   properties.start_text = QStringLiteral("%1-%2-%3  %4:%5:%6")
                               .arg(start[0])
                               .arg(start[1])

@@ -23,7 +23,7 @@ void LivePane::RedrawGraph() {
   const auto last = view_.last_reading(monitor_.buffer.LiveCount());
   show_time(*Label1, last ? monitor_.buffer.LiveTimes(view_.FirstShown) : QString());
   show_time(*Label2, last ? monitor_.buffer.LiveTimes(*last) : QString());
-  copy_live_curves(Pic1->new_curves(), monitor_.buffer, view_, monitor_.channels().count);
+  copy_live_curves(Pic1->curves_to_fill(), monitor_.buffer, view_, monitor_.channels().count);
   place_cursor();
 }
 

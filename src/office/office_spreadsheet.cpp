@@ -70,31 +70,36 @@ class Column final : public OfficeObject {
   Reference<css::beans::XPropertySet> column_;
 };
 
+// Rows and columns count from 1.
+struct CellRange {
+  int row = 1;
+  int column = 1;
+  int rows = 1;
+  int columns = 1;
+};
+
 // A cell, or, after "Resize", the block of cells of which it is the upper left one.
 class Cells final : public OfficeObject {
  public:
-  Cells(Connection connection, const SheetReference& sheet, int row, int column, int rows,
-        int columns)
-      : OfficeObject(std::move(connection)),
-        sheet_(sheet),
-        row_(row),
-        column_(column),
-        rows_(rows),
-        columns_(columns) {}
+  Cells(Connection connection, const SheetReference& sheet, const CellRange& range)
+      : OfficeObject(std::move(connection)), sheet_(sheet), range_(range) {}
 
  protected:
   AutomationPointer get_member(std::string_view member,
                                const AutomationArguments& arguments) override {
     if (member != "Resize") no_member(member);
-    return std::make_shared<Cells>(connection(), sheet_, row_, column_,
-                                   integer_argument(arguments, 0), integer_argument(arguments, 1));
+    CellRange range = range_;
+    range.rows = integer_argument(arguments, 0);
+    range.columns = integer_argument(arguments, 1);
+    return std::make_shared<Cells>(connection(), sheet_, range);
   }
 
   void put_member(std::string_view member, const AutomationArguments&,
                   const AutomationValue& value) override {
     if (member != "Value") no_member(member);
-    const auto range = sheet_->getCellRangeByPosition(column_ - 1, row_ - 1, column_ + columns_ - 2,
-                                                      row_ + rows_ - 2);
+    const auto& [row, column, rows, columns] = range_;
+    const auto range =
+        sheet_->getCellRangeByPosition(column - 1, row - 1, column + columns - 2, row + rows - 2);
     Reference<css::sheet::XCellRangeData>(range, UNO_QUERY_THROW)->setDataArray(block(value));
   }
 
@@ -120,10 +125,7 @@ class Cells final : public OfficeObject {
   }
 
   SheetReference sheet_;
-  int row_;
-  int column_;
-  int rows_;
-  int columns_;
+  CellRange range_;
 };
 
 class Worksheet final : public OfficeObject {
@@ -135,8 +137,8 @@ class Worksheet final : public OfficeObject {
   AutomationPointer get_member(std::string_view member,
                                const AutomationArguments& arguments) override {
     if (member == "Cells") {
-      return std::make_shared<Cells>(connection(), sheet_, integer_argument(arguments, 0),
-                                     integer_argument(arguments, 1), 1, 1);
+      const CellRange cell = {integer_argument(arguments, 0), integer_argument(arguments, 1)};
+      return std::make_shared<Cells>(connection(), sheet_, cell);
     }
     if (member == "PageSetup") {
       rtl::OUString page;

@@ -79,7 +79,7 @@ class Graph {
   }
 
   CurveLook look_of(int slot) const {
-    const bool dashed = count_ < 2 || takes_dashes(samples_of(slot), place_of(slot));
+    const bool dashed = count_ < 2 || is_dashed(samples_of(slot), place_of(slot));
     return {static_cast<std::size_t>(slot), dashed, column_, frame_.height()};
   }
 

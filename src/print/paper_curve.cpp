@@ -63,7 +63,7 @@ double ups_and_downs(const CurveSamples& samples, const CurvePlace& place) {
   return way;
 }
 
-bool takes_dashes(const CurveSamples& samples, const CurvePlace& place) {
+bool is_dashed(const CurveSamples& samples, const CurvePlace& place) {
   const double width = place.size.width();
   // A preview has this many columns of pixels.
   if (samples.count > width / twips_per_pixel) return false;

@@ -35,4 +35,4 @@ double ups_and_downs(const CurveSamples& samples, const CurvePlace& place);
 
 // Whether a curve has few enough samples and is calm enough for dashes. Otherwise their gaps would
 // cut it into stripes. The answer is the same for every device; `place` is in twips.
-bool takes_dashes(const CurveSamples& samples, const CurvePlace& place);
+bool is_dashed(const CurveSamples& samples, const CurvePlace& place);

@@ -93,7 +93,7 @@ void frmdisplay::redraw() {
   Slider1->setPageStep(std::max(1, recording.ViewCount));
   Label1->setText(recording.SampleTimes(ViewStart));
   Label2->setText(recording.SampleTimes(ViewEnd));
-  GraphCurves& curves = Pic1->new_curves();
+  GraphCurves& curves = Pic1->curves_to_fill();
   curves.copy_view(recording, ViewStart, recording.ViewCount);
   for (std::size_t c = 0; c < curves.channels.size(); ++c) {
     const bool drawn = stop_at_first_failure([&] { redraw_channel(curves, c); });
@@ -123,7 +123,7 @@ void frmdisplay::redraw_channel(GraphCurves& curves, std::size_t slot) {
 // Clears whatever could be mistaken for the current view: the curves, the values at the cursor, and
 // the scales from `from_slot` on, the first slot without one.
 void frmdisplay::show_no_curves(std::size_t from_slot) {
-  Pic1->new_curves().channels.clear();
+  Pic1->curves_to_fill().channels.clear();
   for (std::size_t i = labels_per_scale * from_slot; i < Label4.size(); ++i) {
     Label4[i]->clear();
     Label4[i]->setAutoFillBackground(false);

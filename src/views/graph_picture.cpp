@@ -131,7 +131,7 @@ std::vector<int> grid_lines(int pixels, float twips, int line) {
   return first;
 }
 
-GraphCurves& GraphPicture::new_curves() {
+GraphCurves& GraphPicture::curves_to_fill() {
   has_curves_ = true;
   return curves_;
 }

@@ -102,7 +102,7 @@ class GraphPicture {
  public:
   // Gives the curves to show from now on; the caller fills them. Before the first call the picture
   // is empty, without a grid.
-  GraphCurves& new_curves();
+  GraphCurves& curves_to_fill();
   const GraphCurves& curves() const { return curves_; }
 
   // Draws this slot's curve wide, with an edge, over the others, which become thin and pale.

@@ -66,9 +66,9 @@ GraphSurface::GraphSurface(QWidget* parent)
   connect(this, &PictureBox::mouse_down, this, [this](double x) { Q_EMIT MouseDown(place_of(x)); });
 }
 
-GraphCurves& GraphSurface::new_curves() {
+GraphCurves& GraphSurface::curves_to_fill() {
   redraw();
-  return picture_.new_curves();
+  return picture_.curves_to_fill();
 }
 
 int GraphSurface::pixel(float x_twips) const {

@@ -24,7 +24,7 @@ class GraphSurface final : public PictureBox {
   explicit GraphSurface(QWidget* parent);
 
   // Gives the curves to show from now on; the caller fills them.
-  GraphCurves& new_curves();
+  GraphCurves& curves_to_fill();
 
   // Width in twips.
   float twips_width() const { return static_cast<float>(width() * twips_per_pixel); }

@@ -33,7 +33,7 @@ QString interval_text(const QString& first, const QString& second) {
   const QDateTime from = date_time_of(first);
   const QDateTime to = date_time_of(second);
   if (!from.isValid() || !to.isValid()) throw ConversionError("not a time stamp");
-  const QDateTime shown = wall_time(1999, 1, 1, 0, 0, 0).addSecs(from.secsTo(to));
+  const QDateTime shown = wall_time({1999, 1, 1, 0, 0, 0}).addSecs(from.secsTo(to));
   return stamp_text(shown).mid(11).replace(u':', u'-');
 }
 

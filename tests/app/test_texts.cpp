@@ -88,7 +88,7 @@ class TestTexts : public QObject {
   }
 
   void times() {
-    const QDateTime time = wall_time(2006, 14, 0, 25, 61, 5);
+    const QDateTime time = wall_time({2006, 14, 0, 25, 61, 5});
     QCOMPARE(stamp_text(time), "2007-02-01 02:01:05");
     QCOMPARE(stamp_time(stamp_text(time)), time);
     qputenv("TZ", "Europe/Berlin");  // leaves out an hour each spring
@@ -107,13 +107,13 @@ class TestTexts : public QObject {
   void general_times() {
     for (const QLocale& locale : QLocale::matchingLocales({}, {}, {})) {
       for (const int minutes : {0, 12 * 60, 22 * 60 + 30, 90 * 24 * 60 + 11 * 60}) {
-        const QDateTime time = wall_time(2026, 3, 1, 0, minutes, 5);
+        const QDateTime time = wall_time({2026, 3, 1, 0, minutes, 5});
         const QString text = general_date_time_text(time, locale);
         QVERIFY2(date_time_of(text, locale) == time, qPrintable(locale.name() + ' ' + text));
         QVERIFY2(locale.language() != QLocale::Chinese || !text.contains('B'), qPrintable(text));
       }
     }
-    QCOMPARE(general_date_time_text(wall_time(2026, 3, 1, 22, 0, 5), QLocale("zh_TW")),
+    QCOMPARE(general_date_time_text(wall_time({2026, 3, 1, 22, 0, 5}), QLocale("zh_TW")),
              "2026/3/1 22:00:05");
     for (const char* text : {"", "1 Feb 2007", "1 Feb 2007 02:01:", "31 Feb 2007 02:01:05",
                              "1 Feb 2007 02:01:05 x", "1 Feb 2007 24:00:00"}) {

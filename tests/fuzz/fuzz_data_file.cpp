@@ -16,7 +16,7 @@ void show(Recording& recording) {
   information_rows(recording);
   const PictureSize size = picture_size({64, 48}, {64, 48}, 1);
   GraphPicture picture;
-  GraphCurves& curves = picture.new_curves();
+  GraphCurves& curves = picture.curves_to_fill();
   curves.span = recording.clamped_sample_count();
   curves.channels.resize(static_cast<std::size_t>(recording.clamped_channel_count()));
   if (curves.channels.empty() || curves.span == 0) return;

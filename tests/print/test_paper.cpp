@@ -290,7 +290,7 @@ class TestPaper : public QObject {
         values.push_back(std::sin(6.28F * float(n * waves) / float(samples)));
       }
       const CurvePlace place = {{122 * twips_per_mm, 75 * twips_per_mm}, 1, -1};
-      QCOMPARE(takes_dashes({values.data(), 1, samples}, place), dashed);
+      QCOMPARE(is_dashed({values.data(), 1, samples}, place), dashed);
     }
   }
 

@@ -17,7 +17,7 @@ inline void fill(Recording& recording, int samples, int channels) {
   recording.ChannelInfo = {
       {{"1", "2", "3", "4"}, {"Air", "Humidity", "Soil", "Wall"}, {"C", "%RH", "C", "C"}}};
   for (int n = 0; n < std::min(samples, Recording::max_samples); ++n) {
-    recording.SampleTimes(n) = stamp_text(wall_time(2026, 3, 1, 8, n, 0));
+    recording.SampleTimes(n) = stamp_text(wall_time({2026, 3, 1, 8, n, 0}));
     for (int c = 0; c < 4; ++c) recording.SampleValues(n, c) = static_cast<float>(n + 100 * c);
   }
 }
@@ -29,7 +29,7 @@ inline Recording many_samples(int count) {
   recording.ChannelInfo = {{{"1", "2"}, {"Temperature", "Humidity"}, {"C", "%RH"}, {}}};
   recording.ChannelStats = {{{4.6F, 61.2F}, {4.4F, 60.8F}, {4.5, 61.0}, {}}};
   for (int n = 0; n < count; ++n) {
-    recording.SampleTimes(n) = stamp_text(wall_time(2006, 5, 12, 0, 0, n));
+    recording.SampleTimes(n) = stamp_text(wall_time({2006, 5, 12, 0, 0, n}));
     for (int slot = 0; slot < Recording::max_channels; ++slot) {
       recording.SampleValues(n, slot) =
           static_cast<float>((n * 7 + slot * 1000) % 16000) / 100 - 40;

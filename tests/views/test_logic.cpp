@@ -50,7 +50,7 @@ class TestViewsLogic : public QObject {
         for (std::size_t kind = 0; kind < 5; ++kind) {
           for (const auto& [high, low] : {std::pair{120.0F, -40.0F}, {-40, 120}, {30, 60}}) {
             GraphPicture picture;
-            GraphCurves& all = picture.new_curves();
+            GraphCurves& all = picture.curves_to_fill();
             ++seed;
             all = curves(kind, std::max(2, samples), 1 + static_cast<int>(seed % 4), seed);
             for (GraphCurves::Channel& channel : all.channels)
@@ -70,7 +70,7 @@ class TestViewsLogic : public QObject {
   // The chosen curve has three pixels and an edge of one; the other is thin and pale below it.
   void curve_brought_forward() {
     GraphPicture picture;
-    picture.new_curves().channels = {{{5, 5}, 10, 0}, {{5, 5}, 10, 0}};
+    picture.curves_to_fill().channels = {{{5, 5}, 10, 0}, {{5, 5}, 10, 0}};
     picture.bring_forward(0);
     QImage image(100, 101, QImage::Format_RGB32);
     picture.draw(image, sized(image.size(), 1), {white, black});
