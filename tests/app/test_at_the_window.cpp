@@ -1,4 +1,4 @@
-// What surrounds the commands: keys, what a window opens like, what it says beside its captions.
+// Behaviour around the commands: keys, window sizes, dropped files and tool tips.
 #include <QDir>
 #include <QDropEvent>
 #include <QLineEdit>
@@ -26,7 +26,7 @@
 
 namespace {
 
-// A program in the folder that writes its arguments into the file "opened" there and says `answer`.
+// Makes a program in the folder that writes its only argument into "opened" and prints `answer`.
 void make_program(const QDir& folder, const QString& name, const QString& answer = {}) {
   QFile program(folder.filePath(name));
   QVERIFY(program.open(QIODevice::WriteOnly));
@@ -69,7 +69,7 @@ class TestAtTheWindow : public QObject {
     }
   }
 
-  // The second opens partly outside, and its frame alone makes it too high.
+  // The second dialog opens partly off the screen, and only its frame makes it too high.
   void a_window_fits_the_screen() {
     const QRect screen = window().screen()->availableGeometry();
     QTRY_VERIFY(screen.contains(window().frameGeometry()));
@@ -137,7 +137,7 @@ class TestAtTheWindow : public QObject {
     }
   }
 
-  // F1 opens the pages where there is no viewer for the compiled manual, from a dialog as well.
+  // F1 opens the pages if there is no viewer for the compiled manual, from a dialog as well.
   void f1_opens_the_manual() {
     const QDir folder(w_->main.folder.path());
     QVERIFY(folder.mkdir("help") && make_file(folder.filePath("help/index.html")) &&
@@ -158,7 +158,7 @@ class TestAtTheWindow : public QObject {
     qputenv("PATH", path);
   }
 
-  // Only a data file of its own; a dot in a folder's name does not count, since nothing is typed.
+  // Only a single data file is accepted. A dot in a folder's name does not cut a dropped path.
   void dropped_files() {
     const QDir folder(w_->main.folder.path());
     QVERIFY(folder.mkdir("a.b") && folder.mkdir("folder.qlx"));
@@ -205,7 +205,7 @@ class TestAtTheWindow : public QObject {
     const QTabWidget& channels = *w_->realtime()->setup().SSTab1;
     QVERIFY(channels.tabToolTip(1).contains("Channel 2: Damp"));
     QCOMPARE(channels.tabToolTip(2), "No channel");
-    // What is refused is at hand.
+    // The focus moves to what was refused.
     dialog.show();
     dialog.Text1[5]->setText("x");
     press(dialog.Command1);

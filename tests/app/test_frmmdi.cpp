@@ -9,7 +9,7 @@
 
 namespace {
 
-// All such files in the folder and below, one after the other.
+// The contents of all matching files in the folder and below, joined.
 QString all_files(const QString& folder, const QString& pattern) {
   QString text;
   QDirIterator files(folder, {pattern}, QDir::Files, QDirIterator::Subdirectories);
@@ -17,7 +17,7 @@ QString all_files(const QString& folder, const QString& pattern) {
   return text;
 }
 
-// As its reader sees it: without marks, line breaks as blanks.
+// The manual's text as its reader sees it: without tags, line breaks as blanks.
 QString manual() {
   QString text = all_files(CORVANE_HELP, "*.html");
   return text.remove(QRegularExpression("<[^>]*>")).replace("&gt;", ">").simplified();
@@ -90,7 +90,7 @@ class TestMainWindow : public QObject {
     QCOMPARE(run, "open save printdata link read Quit ");
   }
 
-  // The manual names what the program's sources hand to message boxes.
+  // The manual names every message in the program's sources.
   void manual_names_every_message() {
     const QRegularExpression shown(
         "(?|(?:show|ask|complain|tell_saved|set_panel)\\((?:[12], )?\\s*QStringLiteral\\(\"([^\"]+)"
@@ -106,7 +106,7 @@ class TestMainWindow : public QObject {
     QVERIFY(messages >= 20);
   }
 
-  // No two entries of a menu have the same letter.
+  // The manual names every menu entry. No two entries of a menu have the same letter.
   void manual_names_every_command() {
     const QString text = manual();
     for (const QAction* menu : window().menuBar()->actions()) {

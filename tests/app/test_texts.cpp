@@ -1,4 +1,4 @@
-// Numbers, times and whole files' fields as text.
+// Numbers, times and the fields of data files as text.
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -17,7 +17,7 @@ using Case = std::pair<double, const char*>;
 
 constexpr int longest = 64 * 1024;
 
-// All texts up to the end or the first that is refused, with "|" between them.
+// All texts up to the end or the first refused one, joined by "|".
 QString texts(const QByteArray& bytes) {
   FieldReader reader({bytes.constData(), static_cast<std::size_t>(bytes.size())});
   QStringList result;
@@ -26,7 +26,7 @@ QString texts(const QByteArray& bytes) {
   return result.join('|');
 }
 
-// How the standard library writes it, as plainly and as short as can be or with so many decimals.
+// The value as the standard library writes it: in the shortest plain form, or with `decimals`.
 template <class Real>
 QByteArray plain(Real value, auto... decimals) {
   char text[400];
@@ -42,7 +42,7 @@ class TestTexts : public QObject {
   std::mt19937 random_{1};  // the same in every run
 
  private Q_SLOTS:
-  // Ties away from zero, none by accident, no negative zero.
+  // Rounds ties away from zero, takes no other value for a tie, and gives no negative zero.
   void two_decimals() {
     for (const auto& [value, text] :
          {Case(-0.125, "-0.13"), Case(0.375, "0.38"), Case(2.675, "2.67"), Case(-0.0039, "0.00"),
@@ -73,7 +73,7 @@ class TestTexts : public QObject {
                                       Case(-123456789.0F, "-123456790"), Case(-0.0F, "-0")}) {
       QCOMPARE(written(float(value)), text);
     }
-    // Readings, which have two decimals, across the bound of the quick way for them.
+    // Readings have two decimals. These lie on both sides of the quick way's bound.
     for (int hundredths = -6'600'000; hundredths <= 6'600'000; hundredths += 121) {
       const float value = static_cast<float>(hundredths) / 100.0F;
       QCOMPARE(written(value), plain(value));
@@ -91,9 +91,9 @@ class TestTexts : public QObject {
     const QDateTime time = wall_time({2006, 14, 0, 25, 61, 5});
     QCOMPARE(stamp_text(time), "2007-02-01 02:01:05");
     QCOMPARE(stamp_time(stamp_text(time)), time);
-    qputenv("TZ", "Europe/Berlin");  // leaves out an hour each spring
+    qputenv("TZ", "Europe/Berlin");  // skips an hour each spring
     QVERIFY(stamp_time("2024-03-31 02:30:00").isValid());
-    // The program's times are the wall's.
+    // The program's times are local wall-clock times.
     qputenv("TZ", "Asia/Tokyo");
     const QDateTime utc = QDateTime::currentDateTimeUtc();
     QCOMPARE(qRound(double(utc.secsTo(SystemClock().now())) / 3600), 9);
@@ -103,7 +103,7 @@ class TestTexts : public QObject {
     }
   }
 
-  // Whatever the locale, what is written can be read again; no letter of a form stays in it.
+  // In every locale, a written time can be read back, and no letter of the format is left in it.
   void general_times() {
     for (const QLocale& locale : QLocale::matchingLocales({}, {}, {})) {
       for (const int minutes : {0, 12 * 60, 22 * 60 + 30, 90 * 24 * 60 + 11 * 60}) {
@@ -131,7 +131,7 @@ class TestTexts : public QObject {
     QCOMPARE(texts("\"a\"\"b\",\"\"\"\",\"\"\"c\"\"\",\"\""), "a\"b|\"|\"c\"|");
     QCOMPARE(texts(",\r\n\r\n\"\""), "|||");
     QCOMPARE(texts("\"23.5 °C\",\"冷\"\"库\",µ"), "23.5 °C|冷\"库|µ");
-    // Not UTF-8, and then not even the user's code page.
+    // The first is not UTF-8; the second is not valid in the user's code page either.
     QCOMPARE(texts("\"K\xFChl\",\xC2\xB5"), "Kühl|Âµ");
     QCOMPARE(texts("K\x81hl"), "K\u0081hl");
     const QByteArray text(longest - 2, 'x');
@@ -156,7 +156,7 @@ class TestTexts : public QObject {
     }
   }
 
-  // As a field before a separator, at the end of the input, and as typed.
+  // Numbers before a separator, at the end of the input, and as typed.
   void numbers() {
     for (const auto& [value, text] :
          {Case(-0.00390625, "-0.00390625"), Case(65.3F, "  65.3\t"), Case(1, "+1"), Case(0.5, ".5"),
@@ -186,8 +186,8 @@ class TestTexts : public QObject {
     QVERIFY_THROWS_EXCEPTION(ConversionError, FieldReader("2147483648").next_int32());
   }
 
-  // Decimals of any length, and those on and beside the middle between two floats, where rounding
-  // twice would show.
+  // Decimals of many lengths, on and beside the middle between two floats, where rounding twice
+  // would give another result.
   void the_quick_way_rounds_the_same() {
     const auto check = [](double value, int decimals) {
       const QByteArray text = plain(value, decimals);

@@ -16,7 +16,7 @@
 #include "views/frmdate.h"
 #include "views/frmdisplay.h"
 
-// Every window and dialog once, with channels whose names look like markup or are far too long.
+// Checks every window and dialog with channel names that look like markup or are far too long.
 class TestWindows : public QObject {
   Q_OBJECT
 
@@ -26,7 +26,7 @@ class TestWindows : public QObject {
     if (!fault.isEmpty()) qWarning("%s: %s", qPrintable(window.objectName()), qPrintable(fault));
     QCOMPARE(fault, QString());
   }
-  // Runs the command and looks at its dialog, which `act` then ends.
+  // Runs the command and checks its dialog, which `act` then closes.
   template <class Dialog>
   void look_at(const QString& command, const std::function<void(Dialog&)>& act) {
     const auto script = when_shown<Dialog>([&](Dialog& dialog) {

@@ -1,4 +1,4 @@
-// The Real-time Data window in the real main window, linked to a recorder in software.
+// The Real-time Data window in the real main window, linked to a simulated recorder.
 #pragma once
 
 #include "app/user.h"
@@ -11,7 +11,7 @@
 #include "support/runner.h"
 #include "support/simulated_window.h"
 
-// A steady signal of 20.00, 21.00, 22.00, 23.00 on the four channels; a battery just too weak.
+// Steady signals of 20.00, 21.00, 22.00, 23.00 on the four channels, and a battery just too weak.
 inline simulator::Settings steady(int channels = 2) {
   simulator::Settings settings = {.channels = channels, .mask = 3, .readings = 500, .title = "AB"};
   settings.description = "三";
@@ -21,7 +21,7 @@ inline simulator::Settings steady(int channels = 2) {
   return settings;
 }
 
-// The row's cells, "1|3/1/26 10:00:00 AM|20", of the first `columns` columns.
+// The cells of a row in the first `columns` columns, as "1|3/1/26 10:00:00 AM|20".
 inline QString row_text(const QAbstractItemModel* model, int row, int columns = 9) {
   QStringList texts;
   for (int column = 0; column < std::min(columns, model->columnCount()); ++column) {
@@ -50,12 +50,12 @@ struct MonitorWindow : SimulatedWindow {
     }
   }
   QString link_state() const { return main.window->Sts1[1]->text(); }
-  // "Properties Set" with the question answered.
+  // Presses "Properties Set" and answers the question.
   void set(bool yes = true) {
     main.messages.answers = {yes};
     realtime()->setup().Command4->click();
   }
-  // Record Set with these settings and "Ok" or "Cancel"; gives what it showed, as "1 0 00:00:05".
+  // Enters these settings in Record Set and ends it; returns those it showed, as "1 0 00:00:05".
   QString record(bool refresh, bool record, int seconds, bool ok = true) {
     QString shown;
     const auto script = when_shown<frmrecord>([&](frmrecord& dialog) {

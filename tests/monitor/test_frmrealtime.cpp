@@ -14,12 +14,12 @@ namespace {
 
 const QString failed = "Setting is Failed";
 
-// What steady() and what is typed lead to, with their check bytes. The clock stands at
-// 2026-03-01 10:00:00; a delay of 01:02:03, an interval of 00:05:00, 1000 samples.
+// The frames, with check bytes, for steady() and the typed settings: clock 2026-03-01 10:00:00,
+// delay 01:02:03, interval 00:05:00, 1000 samples.
 const QString description = QString("09 40 41 00 42 ") + QString("00 ").repeated(13) + "09 4e " +
                             QString("00 ").repeated(46) + "0d";
 const QString pattern = "05 0f 88 03 1a 03 01 0a 00 00 8b 0e 2b 01 e8 03 d7";
-// The limits, and what is read back then.
+// The requests that write the limits, and those that then read everything back.
 const QStringList limits = {"0b 06 01 00 80 f5 00 19 60", "0b 06 02 00 00 d8 00 55 82"};
 const QStringList read_back = {"02 00 02", "08 00 08", "00 00 00", "0a 01 01 0a", "0a 01 02 09"};
 
@@ -28,7 +28,7 @@ struct Setting {
   int startup_type, stop_type;
   const char *box, *text;
   QStringList requests;
-  QString messages;  // after the question
+  QString messages;  // those shown after the question
   bool polls = true;
 };
 
@@ -65,15 +65,15 @@ class TestRealTimeWindow : public QObject {
         {"stop", 2, 0, "Text6", "AB", QStringList{description, stop} + rest, ""},
         {"No", 0, 0, "Text6", "AB", {}, ""},
         {"no number", 0, 0, "Text14", "all", {}, "Input Error ，Please Retry"},
-        // It could only be sent as another value: nothing is sent in its place.
+        // It does not fit into 16 bits, so nothing is sent in its place.
         {"limit beyond the range", 0, 0, "Text1(0)", "300", start, failed, false},
-        // The request before goes out once more in place of the one that could not be built; its
-        // answer comes too late for an exchange that expects nothing.
+        // The previous request is sent again in place of the one that could not be built. Its
+        // answer does not count, because the exchange expects none.
         {"limit that is none", 0, 0, "Text1(3)", "warm", start + QStringList(4, limits[0]),
          down2.repeated(3) + failed, false},
     });
   }
-  // Everything that goes over the line, in order; no separate start or stop is among it.
+  // Compares all requests, in order. None of them is a separate start or stop.
   void properties_set() {
     QFETCH(Setting, row);
     set_picked_seconds(*window_->setup().DTP2, 3723);
@@ -90,10 +90,10 @@ class TestRealTimeWindow : public QObject {
     monitor_->set(row.name != QString("No"));
     QCOMPARE(monitor_->requests(), row.requests);
     QCOMPARE(monitor_->messages().mid(1).join('|'), row.messages);
-    QCOMPARE(polled.count(true), 1);  // while the question stands
-    // After a failure nobody polls, and the panel says nothing of the link.
+    QCOMPARE(polled.count(true), 1);  // only while the question is open
+    // After a failure polling is off and the link panel is empty.
     QCOMPARE(monitor_->link_state(), row.polls ? "Link Ok" : "");
-    // The keyboard is back at the button, or at the box that was refused.
+    // The focus is back on the button, or on the box that was refused.
     const QWidget& focus = *window_->focusWidget();
     QCOMPARE(focus.objectName(), row.messages.isEmpty() ? "Command4" : row.box);
     QVERIFY(window_->setup().Command4->isEnabled() && focus.isVisible());
@@ -118,8 +118,8 @@ class TestRealTimeWindow : public QObject {
     for (QLineEdit* box : boxes) box->clear();
     set_picked_seconds(*window_->setup().DTP2, 0);
     window_->RefreshFromRecorder();
-    // An interval of nothing goes out as 255 and comes back as 256 seconds. The timer, with none
-    // either, stays off.
+    // An interval of 0 is sent as 255 and read back as 256 seconds. The timer's interval is 0 too,
+    // so it stays off.
     QStringList shown = {window_->setup().DTP2->text(), window_->setup().DTP1->text()};
     for (const QLineEdit* box : boxes) shown << box->text();
     QCOMPARE(shown, QStringList({"01:02:03", "00:04:16", typed[0], typed[1], "25.50", "10.00",
@@ -156,7 +156,7 @@ class TestRealTimeWindow : public QObject {
     QVERIFY(contrast(dark.color(QPalette::WindowText), dark.color(QPalette::Window)) >= 4.5);
     QApplication::setPalette(light);
     window_->setup().Text1[2]->setText("21");
-    // The window can be open before the recorder type is chosen.
+    // The user can choose the recorder type while the window is open.
     User::RecorderType = 2;
     monitor_->plug_in(steady(3));
     monitor_->poll();
@@ -169,7 +169,7 @@ class TestRealTimeWindow : public QObject {
     QVERIFY(window_->live().Label4[18]->isVisible() && !window_->live().Label4[27]->isVisible());
   }
 
-  // One missed cycle is tolerated, the second in a row is told, the next answer takes it back.
+  // One missed cycle is tolerated, the second in a row is shown, and the next answer clears it.
   void silence_and_return() {
     QStringList states;
     QStringList stale;
@@ -192,7 +192,7 @@ class TestRealTimeWindow : public QObject {
     QVERIFY(stale[0].endsWith(monitor_->buffer().LiveTimes(1) + '.'));
   }
 
-  // The tab has its mark until somebody has looked.
+  // The tab keeps its mark until the newest row is visible in the active window.
   void unseen_alarms() {
     const QTabWidget& tabs = *window_->live().SSTab3;
     QString marks;
@@ -204,13 +204,13 @@ class TestRealTimeWindow : public QObject {
     QTRY_VERIFY(tabs.tabIcon(2).isNull());
     monitor_->poll();
     look();
-    monitor_->main.window->show_display();  // covers it
+    monitor_->main.window->show_display();  // covers the sheet
     QCoreApplication::processEvents();
     monitor_->poll();
     look();
     monitor_->main.window->unload_display();
     QTRY_VERIFY(tabs.tabIcon(2).isNull() && window_->parentWidget()->isMaximized());
-    // The newest row lies below those in sight.
+    // The newest row is below the visible ones.
     monitor_->poll(60);
     window_->live().MSFlG2->scrollToTop();
     monitor_->poll();
@@ -240,8 +240,8 @@ class TestRealTimeWindow : public QObject {
         {"Exit at an input error", "error", "Quit", 0},
     });
   }
-  // While the wait for an answer that does not come goes on. Once what the user did is over the
-  // request is made again, so no reading and no setting is lost.
+  // Runs a command while the window waits for an answer that does not come. After the command the
+  // window sends its request again, so no reading and no setting is lost.
   void in_the_middle() {
     QFETCH(Middle, row);
     const QPointer<frmrealtime> first = window_;
@@ -276,14 +276,14 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(monitor_->messages().filter("Failed").size(), failed ? 1 : 0);
     QCOMPARE(first.isNull(), row.readings < 0);
     if (first) QCOMPARE(monitor_->buffer().LiveCount(), 1 + row.readings);
-    // Nobody polls any more, so nothing is said of the link.
+    // Polling has ended, so the link panel is empty.
     if (!first || failed) QCOMPARE(monitor_->link_state(), "");
     window_ = monitor_->realtime();
     if (row.command == "Quit" && window_) QVERIFY(!window_->live().Timer1->enabled());
   }
 
-  // The second file finds the disk full and goes among the user's documents; for the third there is
-  // no place at all, since folders stand in it.
+  // The second file finds the disk full and goes into the user's documents. The third fits nowhere,
+  // because folders of its name are in both places.
   void saves_automatically() {
     const QTemporaryDir home;
     const QByteArray real_home = qgetenv("HOME");
@@ -291,7 +291,7 @@ class TestRealTimeWindow : public QObject {
     const QDir folder(monitor_->main.folder.path());
     const QDir documents(home.path() + "/Documents/Corvane");
     const QLabel& saved_label = *window_->live().saved_label;
-    // The name of the file that the next reading leads to.
+    // Fills the buffer until one reading is missing, and returns the name of the file to come.
     const auto until_due = [this] {
       const QString time = general_date_time_text(monitor_->clock.now());
       LiveMonitor& live = window_->live().monitor();
@@ -307,7 +307,7 @@ class TestRealTimeWindow : public QObject {
     QVERIFY(!documents.exists());
     const QString second = until_due();
     QVERIFY(QFile::link("/dev/full", folder.filePath(second)));
-    // What is being read in a full sheet stays where it is, though rows go at its front.
+    // Rows in view of a full sheet stay in place while its first rows are removed.
     window_->live().SSTab3->setCurrentWidget(window_->live().MSFlG1);
     QScrollBar* bar = window_->live().MSFlG1->verticalScrollBar();
     QVERIFY(bar->value() > 10000 && bar->value() == bar->maximum());
@@ -315,7 +315,7 @@ class TestRealTimeWindow : public QObject {
     monitor_->poll();
     QCOMPARE(bar->value(), 499);
     QVERIFY(saved_label.text().endsWith(documents.filePath(second)));
-    // Nor does the cursor in the graph leave its reading.
+    // The graph's cursor stays on its reading, too.
     window_->live().SSTab3->setCurrentIndex(0);
     GraphSurface& picture = *window_->live().Pic1;
     QTest::mouseClick(&picture, Qt::LeftButton, {}, {picture.width() - 1, 9});
@@ -336,7 +336,7 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(saved.Title + saved.RecorderName + channels, "ColdTwo1 2 Air Damp C %RH   ");
     QCOMPARE(saved.SampleCount, 15000);
     QCOMPARE(saved.SampleValues(14999, 1), 21.0F);
-    // Its stamps, though of the system's form, are times.
+    // Its stamps are read as times, though they have the system's general form.
     QCOMPARE(information_rows(saved).at(6).value, "00-00-00");
     const auto choose = when_shown<frmdate>([&](frmdate& dialog) {
       QCOMPARE(dialog.DTP2[0]->text(), "2026-03-01");
@@ -348,8 +348,8 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(monitor_->main.window->loaded_display()->ViewStart, 14995);
   }
 
-  // With the slider at its end the graph follows the newest reading. The cursor stays on its own,
-  // and goes out of sight with it.
+  // With the slider at its end the graph follows the newest reading. The cursor stays on its own
+  // reading and moves out of view with it.
   void graph() {
     GraphSurface& picture = *window_->live().Pic1;
     const auto line_at = [&](double reading) {
@@ -381,15 +381,15 @@ class TestRealTimeWindow : public QObject {
     QCOMPARE(window_->live().Label2->text(), monitor_->buffer().LiveTimes(101));
   }
 
-  // Opened again the dialog shows the choice, with the window loaded anew the defaults. Where the
-  // window is not there it is loaded; the choice comes after the defaults that its load sets.
+  // The dialog shows the last choice, or the defaults after the window has been loaded again. It
+  // loads a closed window; the choice then replaces the defaults that the load sets.
   void online_record() {
     const auto interval = [&](bool refresh, bool record, int seconds) {
       monitor_->record(refresh, record, seconds);
       const IntervalTimer& timer = *monitor_->realtime()->live().Timer1;
       return timer.enabled() ? timer.interval() : -timer.interval();
     };
-    // Buffer, graph and alarms stay; new rows go on from the buffer's count.
+    // Buffer, graph and alarms stay; new rows continue the buffer's count.
     const QAbstractItemModelTester live_tester(window_->live().MSFlG1->model());
     const QAbstractItemModelTester alarm_tester(window_->live().MSFlG2->model());
     window_->setup().Text1[0]->setText("-100");
@@ -406,7 +406,7 @@ class TestRealTimeWindow : public QObject {
     window_->close();
     QCOMPARE(interval(false, true, 30), 30'000);
     monitor_->realtime()->close();
-    // Accepted while the window loads, it takes effect all the same.
+    // A choice confirmed while the window loads takes effect all the same.
     monitor_->clock.after(100, [this] { monitor_->record(true, false, 20); });
     monitor_->plug_in(steady(), "silent:first=1");
     monitor_->main.window->show_realtime();

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The pattern of a start with these numbers as it is sent, or "refused".
+// The pattern as sent, in hexadecimal, for these settings, or "refused".
 QByteArray sent(const char* all_data, int delay = 0, int interval = 60, int year = 2026,
                 StartupType type = StartupType::start_up) {
   const QDateTime now(QDate(year, 3, 1), QTime(12, 34, 56), Qt::UTC);
@@ -29,11 +29,11 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(sent("1000", 0, 32768), "refused");
     for (const char* all_data : {"65535.5", "-1", "0x10", ""}) QCOMPARE(sent(all_data), "refused");
     for (const int year : {1999, 2256}) QCOMPARE(sent("1000", 0, 60, year), "refused");
-    // "Stop!" leaves the clock as it was last sent, so one that could not be sent does not matter.
+    // "Stop!" keeps the clock bytes last sent, so a year outside the range does not matter.
     QCOMPARE(sent("1", 0, 1, 1980, StartupType::stop), "0005eeeeeeeeeeee000000000100ee");
   }
 
-  // A field ends at the text's first zero unit; half a pair that its border leaves is kept.
+  // A field ends at its first zero unit. Half a surrogate pair at its border is kept.
   void texts() {
     const auto back = [](const QString& title) {
       const DescriptionFrame frame = encode_texts(title, title.repeated(9));
@@ -45,8 +45,8 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(back(QString("AB") + QChar(0) + 'C'), "AB|AB");
   }
 
-  // Far more readings than there is room for. From the 20001st on each has an alarm, before that
-  // every second one.
+  // Adds far more readings than the buffer holds. Every second one of the first 20000 has an alarm,
+  // then every one.
   void full_buffer() {
     LiveMonitor live;
     live.set_channels({2, {"Air", "Damp", "", ""}, {"C", "%RH", "", ""}});
@@ -65,12 +65,12 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(row_text(&live.live_sheet, 0), "1|2|11|-9");
     QCOMPARE(row_text(&live.live_sheet, 14999), "15000|15001|0|-20");
     QCOMPARE(live.status[1].maximum() + live.status[1].minimum(), "-9.00-20.00");
-    // Cleared rows do not come back; new ones go on from the buffer's count.
+    // Cleared rows do not come back; new ones continue the buffer's count.
     live.live_sheet.clear();
     add_until(15003);
     QCOMPARE(live.live_sheet.rowCount(), 2);
     QCOMPARE(row(live.live_sheet, 0), "14999|15002");
-    // While the list is not full an alarm keeps the number that its reading had.
+    // Until the list is full, an alarm keeps the number that its reading had.
     add_until(20000);
     QCOMPARE(row_text(&live.alarm_sheet, 0), "2|2|AirOut Of Range    ");
     QCOMPARE(row(live.alarm_sheet, 9999), "15000|20000");
@@ -108,7 +108,7 @@ class TestMonitorLogic : public QObject {
     QCOMPARE(view.Span, 16384);
   }
 
-  // The width is the span's, also where there are fewer readings.
+  // The curves span the whole view, even with fewer readings.
   void curves() {
     LiveBuffer buffer;
     for (int n = 0; n < 5; ++n) buffer.push({}, {float(n), float(10 + n)});
