@@ -110,6 +110,6 @@ class SetupPane final : public QWidget {
 
   MessageBox& messages_;
   QPointer<QWidget> focus_after_set_;  // the control that got the focus when Command4 lost it
-  // The warning mark in each limit's box, shown while its text is not a number.
+  // The mark in each limit's box, shown while its channel exists and its text is not a number.
   std::array<QAction*, 8> limit_marks_{};
 };
