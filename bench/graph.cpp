@@ -217,7 +217,8 @@ class PaintCounter final : public QObject {
 void scroll_benchmarks(Suite& suite, bool noise) {
   fill_recording(User::recording, noise);
   SimulatedWindow world;
-  frmdisplay window(*world.main.window);
+  frmdisplay window(*world.main.window, nullptr);
+  window.Form_Load();
   window.resize(1024, 640);
   window.show();
   window.cmd_Click(1);
