@@ -24,14 +24,20 @@ QGridLayout* tight_grid(QWidget* box) {
   return grid;
 }
 
+// The place of a caption and its control; the control spans `columns` columns of the grid.
+struct Place {
+  int row;
+  int column;
+  int columns = 1;
+};
+
 // Adds a caption and, beside it, the control that it names.
-void add_row(QGridLayout& grid, int row, int column, const QString& caption, QWidget* control,
-             int columns = 1) {
+void add_row(QGridLayout& grid, const Place& at, const QString& caption, QWidget* control) {
   auto* label = new QLabel(caption);
   label->setBuddy(control);
   control->setAccessibleName(caption);
-  grid.addWidget(label, row, 2 * column);
-  grid.addWidget(control, row, 2 * column + 1, 1, columns);
+  grid.addWidget(label, at.row, 2 * at.column);
+  grid.addWidget(control, at.row, 2 * at.column + 1, 1, at.columns);
 }
 
 QLineEdit* text_box(const QString& name, QWidget* parent, bool read_only = false) {
@@ -76,10 +82,10 @@ QGroupBox* SetupPane::build_status() {
   Text5 = text_box(QStringLiteral("Text5"), box, true);
   Text4 = text_box(QStringLiteral("Text4"), box, true);
   Text2 = text_box(QStringLiteral("Text2"), box, true);
-  add_row(*grid, 0, 0, QStringLiteral("Title"), Text6);
-  add_row(*grid, 1, 0, QStringLiteral("Name"), Text5);
-  add_row(*grid, 2, 0, QStringLiteral("Voltage"), Text4);
-  add_row(*grid, 3, 0, QStringLiteral("State"), Text2);
+  add_row(*grid, {0, 0}, QStringLiteral("Title"), Text6);
+  add_row(*grid, {1, 0}, QStringLiteral("Name"), Text5);
+  add_row(*grid, {2, 0}, QStringLiteral("Voltage"), Text4);
+  add_row(*grid, {3, 0}, QStringLiteral("State"), Text2);
   return box;
 }
 
@@ -106,13 +112,13 @@ QGroupBox* SetupPane::build_pattern() {
   for (QComboBox* list : {Combo2, Combo3}) speak_choice(*list);
   Text11 = text_box(QStringLiteral("Text11"), box, true);
   Text14 = text_box(QStringLiteral("Text14"), box);
-  add_row(*grid, 0, 0, QStringLiteral("Startup Type"), Combo2);
-  add_row(*grid, 1, 0, QStringLiteral("Startup  Delay(s)"), DTP2);
-  add_row(*grid, 2, 0, QStringLiteral("Record Interval(s)"), DTP1);
-  add_row(*grid, 3, 0, QStringLiteral("Stop Type"), Combo3, 3);
-  add_row(*grid, 0, 1, QStringLiteral("Startup Time"), Text3);
-  add_row(*grid, 1, 1, QStringLiteral("Historical Sampling"), Text11);
-  add_row(*grid, 2, 1, QStringLiteral("All Data"), Text14);
+  add_row(*grid, {0, 0}, QStringLiteral("Startup Type"), Combo2);
+  add_row(*grid, {1, 0}, QStringLiteral("Startup  Delay(s)"), DTP2);
+  add_row(*grid, {2, 0}, QStringLiteral("Record Interval(s)"), DTP1);
+  add_row(*grid, {3, 0, 3}, QStringLiteral("Stop Type"), Combo3);
+  add_row(*grid, {0, 1}, QStringLiteral("Startup Time"), Text3);
+  add_row(*grid, {1, 1}, QStringLiteral("Historical Sampling"), Text11);
+  add_row(*grid, {2, 1}, QStringLiteral("All Data"), Text14);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
   // The Tab key goes row by row, as the user reads.
@@ -146,7 +152,7 @@ QTabWidget* SetupPane::build_channels() {
       QLineEdit* limit = text_box(QStringLiteral("Text1(%1)").arg(index), page);
       Text1[static_cast<std::size_t>(index)] = limit;
       add_limit_mark(static_cast<std::size_t>(index));
-      add_row(*grid, which, 0, captions[static_cast<std::size_t>(which)], limit);
+      add_row(*grid, {which, 0}, captions[static_cast<std::size_t>(which)], limit);
       limit->setAccessibleName(
           QStringLiteral("%1, channel %2").arg(limit->accessibleName()).arg(c + 1));
     }
