@@ -1,11 +1,4 @@
-#include "acquire/frmhistorytime.h"
-#include "app/user.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/live_pane.h"
-#include "monitor/setup_pane.h"
-#include "support/dialogs.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 namespace {

@@ -1,27 +1,12 @@
 // Behaviour around the commands: keys, window sizes, dropped files and tool tips.
-#include <QDir>
-#include <QDropEvent>
-#include <QLineEdit>
-#include <QMdiSubWindow>
-#include <QMessageBox>
-#include <QMimeData>
-#include <QProcess>
-#include <QScreen>
-
 #include <fcntl.h>
 
-#include "app/user.h"
 #include "base/date_picker.h"
 #include "base/dialogs.h"
 #include "data/file_handle.h"
-#include "device/frmport.h"
 #include "device/port_state.h"
 #include "monitor/Frmwarn.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/setup_pane.h"
-#include "support/dialogs.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 namespace {
@@ -35,8 +20,8 @@ void make_program(const QDir& folder, const QString& name, const QString& answer
   program.setPermissions(program.permissions() | QFile::ExeOwner);
 }
 
-QString typed_into(DatePicker& picker, const char* keys) {
-  picker.setDate(QDate(2026, 2, 27));
+QString typed_into(DatePicker& picker, const char* keys, QDate before = {2026, 2, 27}) {
+  picker.setDate(before);
   picker.setFocus();
   picker.setSelectedSection(QDateTimeEdit::YearSection);
   if (*keys == 'A') QTest::keyClick(&picker, Qt::Key_A, Qt::ControlModifier);
@@ -128,6 +113,8 @@ class TestAtTheWindow : public QObject {
     QCOMPARE(typed_into(picker, "A2031-01-01"), "2026-03-02");
     QCOMPARE(typed_into(picker, "A2031"), "2026-03-02");
     QCOMPARE(typed_into(picker, "A202"), "2026-02-27");
+    picker.setDateRange(QDate(2026, 1, 1), QDate(2026, 3, 31));
+    QCOMPARE(typed_into(picker, "A2026-02", {2026, 1, 31}), "2026-02-28");
     for (const auto& [key, modifier] :
          {std::pair(Qt::Key_F4, Qt::NoModifier), {Qt::Key_Down, Qt::AltModifier}}) {
       QTest::keyClick(&picker, key, modifier);

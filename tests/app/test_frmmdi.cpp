@@ -1,10 +1,4 @@
-#include <QDirIterator>
-#include <QMenuBar>
-#include <QRegularExpression>
-
-#include "app/user.h"
 #include "base/times.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 namespace {

@@ -1,11 +1,7 @@
 // The real corvane-cli in its own program folder, with a simulated recorder on its COM1.
 #pragma once
 
-#include <QDir>
-#include <QTemporaryDir>
-
 #include "support/main_window.h"
-#include "support/runner.h"
 #include "support/simulator_process.h"
 
 struct Ran {
@@ -25,10 +21,7 @@ class CliWorld {
   QStringList files(const QString& pattern) const {
     return QDir(folder_.path()).entryList({pattern}, QDir::AllEntries | QDir::Hidden);
   }
-  QByteArray contents(const QString& name) const {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
+  QByteArray contents(const QString& name) const { return ::contents(path(name)); }
 
   bool plug_in(const QString& options, const QString& port = "com1") {
     simulator_.reset();

@@ -1,7 +1,3 @@
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
 #include <csignal>
 #include <unistd.h>
 

@@ -1,6 +1,5 @@
 #include <csignal>
 
-#include "app/user.h"
 #include "base/clock.h"
 #include "device/qt_serial_port.h"
 #include "tests/cli/cli_process.h"

@@ -1,14 +1,9 @@
 // The data file, and the commands that open, save and close it.
-#include <QDir>
-#include <QProcess>
-#include <QRandomGenerator>
 
-#include "app/user.h"
 #include "base/errors.h"
 #include "data/data_commands.h"
 #include "data/data_file.h"
 #include "data/file_handle.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 #include "views/frmdisplay.h"
 

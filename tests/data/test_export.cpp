@@ -1,15 +1,10 @@
-#include <QSemaphore>
-#include <QThread>
-
 #include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "app/user.h"
 #include "data/export_command.h"
 #include "data/whole_file.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 namespace {

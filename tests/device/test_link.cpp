@@ -1,12 +1,5 @@
-#include "app/user.h"
 #include "base/errors.h"
-#include "device/frmport.h"
 #include "device/port_names.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/live_pane.h"
-#include "monitor/setup_pane.h"
-#include "support/dialogs.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 namespace {

@@ -2,13 +2,6 @@
 // texts to the real windows and random answers to every dialog. Faults of the simulated recorder
 // come and go, and its cable is pulled. The sanitizers, a watchdog for hangs, and check() decide
 // whether the program survives. The same seed repeats much the same run, except for timers.
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QFileDialog>
-#include <QMdiSubWindow>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 
 #include <atomic>
 #include <cstdio>
@@ -16,12 +9,7 @@
 #include <stop_token>
 #include <thread>
 
-#include "app/user.h"
 #include "base/dialogs.h"
-#include "device/frmport.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/live_pane.h"
-#include "monitor/setup_pane.h"
 #include "support/controls.h"
 #include "support/main_window.h"
 #include "support/simulated_port.h"

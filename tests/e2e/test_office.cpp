@@ -1,6 +1,5 @@
 #include <sys/mount.h>
 
-#include "app/user.h"
 #include "base/clock.h"
 #include "base/errors.h"
 #include "data/file_handle.h"
@@ -8,7 +7,6 @@
 #include "support/main_window.h"
 #include "support/office_suite.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 
 namespace {
 

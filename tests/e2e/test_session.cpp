@@ -3,15 +3,10 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "app/user.h"
 #include "base/clock.h"
 #include "device/qt_serial_port.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/live_pane.h"
-#include "monitor/setup_pane.h"
 #include "support/main_window.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulator_process.h"
 
 // The real main window, port and clock with the real simulator behind a pseudo-terminal.

@@ -1,12 +1,6 @@
 // Tries every fault of the recorder in software at the first, a middle and the last request of
 // everything that the program does with a recorder: once, which a retry mends, or three times.
-#include "app/user.h"
-#include "monitor/frmrealtime.h"
-#include "monitor/live_pane.h"
-#include "monitor/setup_pane.h"
-#include "support/dialogs.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 namespace {

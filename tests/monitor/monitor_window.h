@@ -1,14 +1,8 @@
 // The Real-time Data window in the real main window, linked to a simulated recorder.
 #pragma once
 
-#include "app/user.h"
-#include "monitor/frmrealtime.h"
 #include "monitor/frmrecord.h"
-#include "monitor/live_pane.h"
-#include "monitor/setup_pane.h"
 #include "monitor/time_picker.h"
-#include "support/dialogs.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 // Steady signals of 20.00, 21.00, 22.00, 23.00 on the four channels, and a battery just too weak.

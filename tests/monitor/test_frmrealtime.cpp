@@ -1,6 +1,4 @@
 #include <QAbstractItemModelTester>
-#include <QScrollBar>
-#include <QToolButton>
 
 #include "base/contrast.h"
 #include "base/times.h"

@@ -3,12 +3,9 @@
 
 #include <cmath>
 
-#include "app/user.h"
 #include "print/frmDataView.h"
 #include "print/frmGraphView.h"
-#include "support/dialogs.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 
 struct PrintWorld : SimulatedWindow {

@@ -1,16 +1,8 @@
 // What appears on paper: the page as drawn, and the same page really printed, into a PDF file by Qt
 // and through a print queue that makes PDF (with_cups_queue). Poppler's programs read text and
 // picture of a PDF back.
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QDir>
 #include <QPrintDialog>
 #include <QPrinterInfo>
-#include <QProcess>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 
 #include <limits>
 

@@ -1,16 +1,20 @@
-// A real main window in a scripted world, with a device file of its own.
+// A real main window in a scripted world, with a device file of its own, and what operates it: the
+// windows and dialogs of a link and a download, which nearly every test of a window uses.
 #pragma once
 
-#include <QTemporaryDir>
 #include <QtWidgets>
 
 #include <memory>
 
 #include "acquire/frmhistorytime.h"
 #include "app/frmmdi.h"
+#include "app/user.h"
 #include "base/program_folder.h"
 #include "data/automation_plugin.h"
 #include "device/frmport.h"
+#include "monitor/frmrealtime.h"
+#include "monitor/live_pane.h"
+#include "monitor/setup_pane.h"
 #include "support/dialogs.h"
 #include "support/runner.h"
 #include "support/scripted.h"

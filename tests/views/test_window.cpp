@@ -1,13 +1,6 @@
-#include <QAccessible>
-#include <QClipboard>
-#include <QTest>
-
-#include "app/user.h"
 #include "base/contrast.h"
 #include "monitor/Frmwarn.h"
-#include "support/dialogs.h"
 #include "support/recordings.h"
-#include "support/runner.h"
 #include "support/simulated_window.h"
 #include "views/frmdate.h"
 #include "views/frmdisplay.h"
