@@ -23,7 +23,7 @@ int row_of(const Arguments& arguments, const DeviceTable& table) {
   QStringList names;
   int row = -1;
   for (int k = 0; k < table.rows(); ++k) {
-    names << table.text(0, k);
+    names << table.type_name(k);
     if (names.back() == arguments.text("type")) row = k;
   }
   if (row < 0) {

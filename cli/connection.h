@@ -14,7 +14,7 @@ struct RecorderType {
   // Throws Failure for a missing or empty device file, an unknown type, or one without channels.
   explicit RecorderType(const Arguments& arguments);
 
-  QString name() const { return table.text(0, row); }
+  QString name() const { return table.type_name(row); }
   // "TH4 (4 channels)"
   QString words() const;
 

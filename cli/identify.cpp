@@ -81,12 +81,12 @@ QString text_of(const Identity& identity, const Connection& recorder) {
                QStringLiteral("%1 readings").arg(properties.readings_held));
   for (std::size_t c = 0; c < identity.limits.size(); ++c) {
     const int row = recorder.type().row;
-    const auto field = static_cast<int>(2 * c + 3);
+    const auto channel = static_cast<int>(c);
     text += line(QStringLiteral("Channel %1").arg(c + 1),
                  QStringLiteral("%1, now %2 %3, limits %4 to %5, %6")
-                     .arg(recorder.type().table.text(field, row),
+                     .arg(recorder.type().table.channel_name(row, channel),
                           fixed2(double{identity.status.readings[c]}),
-                          recorder.type().table.text(field + 1, row),
+                          recorder.type().table.channel_unit(row, channel),
                           fixed2(identity.limits[c].down), fixed2(identity.limits[c].up),
                           properties.channels[c] ? QStringLiteral("records")
                                                  : QStringLiteral("does not record")));
@@ -98,11 +98,11 @@ QString json_of(const Identity& identity, const Connection& recorder) {
   const RecorderProperties& properties = identity.properties;
   QJsonArray channels;
   for (std::size_t c = 0; c < identity.limits.size(); ++c) {
-    const auto field = static_cast<int>(2 * c + 3);
+    const auto channel = static_cast<int>(c);
     const int row = recorder.type().row;
     channels.append(QJsonObject{{"channel", static_cast<int>(c + 1)},
-                                {"name", recorder.type().table.text(field, row)},
-                                {"unit", recorder.type().table.text(field + 1, row)},
+                                {"name", recorder.type().table.channel_name(row, channel)},
+                                {"unit", recorder.type().table.channel_unit(row, channel)},
                                 {"value", double{identity.status.readings[c]}},
                                 {"down_limit", identity.limits[c].down},
                                 {"up_limit", identity.limits[c].up},

@@ -107,7 +107,7 @@ void DownloadEngine::place(const QByteArray& answer, int position) {
 void DownloadEngine::store(const RecordingHeader& header, const DeviceTable& types,
                            Recording& recording) const {
   recording.Title = header.title;
-  recording.RecorderName = types.text(0, header.recorder_type);
+  recording.RecorderName = types.type_name(header.recorder_type);
   recording.ChannelCount = static_cast<std::int16_t>(header.channels.size());
   for (std::size_t slot = 0; slot < header.channels.size(); ++slot) {
     const int channel = header.channels[slot];

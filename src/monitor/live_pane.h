@@ -28,8 +28,8 @@ class LivePane final : public QWidget {
   // `setup` holds the title and the limits. It and the window must outlive the pane.
   LivePane(Shell& shell, ChildWindow& window, const SetupPane& setup);
 
-  // Nine labels for each channel c: element 9c + ChannelLabel.
-  std::array<QLabel*, 36> Label4{};
+  // The labels of each channel c: element labels_per_channel * c + ChannelLabel.
+  std::array<QLabel*, 4 * labels_per_channel> Label4{};
 
   // The live tabs: graph, live sheet, alarm sheet.
   QTabWidget* SSTab3;

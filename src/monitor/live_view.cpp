@@ -22,9 +22,7 @@ void LiveView::place(int slider, int live_count) {
 }
 
 void LiveView::zoom(int button) {
-  if (button == 0 && Span >= most_span) return;
-  const double wanted = button == 0 ? Span * zoom_factor : Span / zoom_factor;
-  Span = std::clamp(to_int32(wanted), least_span, most_span);
+  Span = zoomed(button == 0 ? Zoom::out : Zoom::in, Span, most_span).value_or(Span);
 }
 
 std::optional<int> LiveView::last_reading(int live_count) const {

@@ -8,7 +8,6 @@
 
 class LiveView {
  public:
-  static constexpr std::int32_t least_span = least_view;
   static constexpr std::int32_t most_span = 16384;
 
   // The number of readings across the graph's width, and the first and last slot in view. The view
@@ -21,8 +20,7 @@ class LiveView {
   // With fewer readings than Span it starts at slot 0, whatever the slider's position.
   void place(int slider, int live_count);
 
-  // Multiplies (button 0) or divides (button 1) Span by 1.25, rounds it with ties to even and
-  // clamps it to least_span..most_span.
+  // Zooms out (button 0) or in (button 1) as the historical graph does, up to most_span.
   void zoom(int button);
 
   // The slot of the last reading in view; nothing if the view has no reading.

@@ -144,7 +144,7 @@ void draw_information(const Sheet& sheet) {
 // A column's heading, made to fit: the name is cut, not the unit.
 QString head_text(const Recording& recording, std::size_t c, double room, TextStyle& style) {
   const QString& name = recording.channel(c).name;
-  const QString heading = recording.channel(c).heading();
+  QString heading = recording.channel(c).heading();
   const QString unit = heading.mid(name.size());
   const double width = text_width(heading, style);
   if (width <= room) return heading;
