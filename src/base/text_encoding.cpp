@@ -27,8 +27,8 @@ bool reads(QStringDecoder& decoder, std::string_view file) {
 }
 
 QStringDecoder decoder_for(std::string_view file) {
-  QStringDecoder utf8(QStringDecoder::Utf8);
-  if (reads(utf8, file)) return utf8;
+  // Checked without decoding: nearly every file is UTF-8, and it may hold any valid character.
+  if (view(file).isValidUtf8()) return QStringDecoder(QStringDecoder::Utf8);
   QStringDecoder of_user = user_decoder();
   if (reads(of_user, file)) return of_user;
   QStringDecoder other(western);

@@ -131,6 +131,8 @@ class TestTexts : public QObject {
     QCOMPARE(texts("\"a\"\"b\",\"\"\"\",\"\"\"c\"\"\",\"\""), "a\"b|\"|\"c\"|");
     QCOMPARE(texts(",\r\n\r\n\"\""), "|||");
     QCOMPARE(texts("\"23.5 °C\",\"冷\"\"库\",µ"), "23.5 °C|冷\"库|µ");
+    // A character that stands for a lost one is a character like any other.
+    QCOMPARE(texts("冷\xEF\xBF\xBD库"), "冷\uFFFD库");
     // The first is not UTF-8; the second is not valid in the user's code page either.
     QCOMPARE(texts("\"K\xFChl\",\xC2\xB5"), "Kühl|Âµ");
     QCOMPARE(texts("K\x81hl"), "K\u0081hl");
