@@ -131,7 +131,7 @@ void data_file_benchmarks(Suite& suite) {
   Pandas pandas(QStringLiteral("pandas_read.py"), {csv, QString::number(samples)});
   suite.compare(
       "data file: open", open_first(ours), "pandas.read_csv, dates parsed",
-      [&] { return pandas.run(); }, 0.125);
+      [&] { return pandas.run(); }, 0.2);
 
   const auto saving = [&](const Recording& from) -> Side {
     return [&] { return milliseconds([&] { save(from, ours); }); };
