@@ -48,7 +48,7 @@ void set_limits(const Arguments& arguments, const QString& text, const Recording
     refuse(QStringLiteral("has its up limit below its down limit"));
   }
   for (std::size_t slot = 0; static_cast<int>(slot) < recording.clamped_channel_count(); ++slot) {
-    if (recording.ChannelInfo[0][slot] != parts[0]) continue;
+    if (recording.channel(slot).number != parts[0]) continue;
     limits[slot] = wanted;
     return;
   }
@@ -58,11 +58,11 @@ void set_limits(const Arguments& arguments, const QString& text, const Recording
 ChannelReport report_of(const Recording& recording, int slot, const std::vector<Reading>& readings,
                         const AlarmLimits& limits, double activation_energy) {
   const auto c = static_cast<std::size_t>(slot);
-  const auto& info = recording.ChannelInfo;
+  const auto [number, name, unit] = recording.channel(c);
   const auto& stats = recording.ChannelStats;
-  ChannelReport report = {.number = info[0][c],
-                          .name = info[1][c],
-                          .unit = info[2][c],
+  ChannelReport report = {.number = number,
+                          .name = name,
+                          .unit = unit,
                           .maximum = stats[0][c],
                           .minimum = stats[1][c],
                           .average = stats[2][c],

@@ -17,10 +17,6 @@ constexpr qint64 largest_read = 32 * 1024 * 1024;
 constexpr int usual_text = 24;
 constexpr int usual_value = 10;
 
-void check_slot(std::size_t slot) {
-  if (slot >= Recording::channel_slots) throw BoundsError("channel slot outside the Recording");
-}
-
 }  // namespace
 
 void format_recording(const Recording& recording, FieldWriter& out) {
@@ -29,8 +25,8 @@ void format_recording(const Recording& recording, FieldWriter& out) {
   out.integer(recording.ChannelCount).end_line();
   const int channels = recording.ChannelCount;
   for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
-    check_slot(slot);
-    for (std::size_t row = 0; row < 3; ++row) out.text(recording.ChannelInfo[row][slot]).end_line();
+    const auto [number, name, unit] = recording.channel(slot);
+    out.text(number).end_line().text(name).end_line().text(unit).end_line();
   }
   out.integer(recording.SampleCount).end_line();
   for (std::int32_t n = 0; n < recording.SampleCount; ++n) {
@@ -49,7 +45,8 @@ void read_recording(std::string_view bytes, Recording& recording) {
   if (recording.ChannelCount > Recording::max_channels) throw FileError("more than four channels");
   const int channels = recording.clamped_channel_count();
   for (std::size_t slot = 0; static_cast<int>(slot) < channels; ++slot) {
-    for (std::size_t row = 0; row < 3; ++row) recording.ChannelInfo[row][slot] = reader.next_text();
+    const auto [number, name, unit] = recording.channel(slot);
+    for (QString* text : {&number, &name, &unit}) *text = reader.next_text();
   }
   recording.SampleCount = reader.next_int32();
   for (std::int32_t n = 0; n < recording.SampleCount; ++n) {

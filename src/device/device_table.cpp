@@ -32,15 +32,14 @@ int DeviceTable::rows() const {
 }
 
 int DeviceTable::channel_count(int row) const {
-  const std::int16_t count = to_int16(text(2, row));
-  if (count < 1 || count > 4) throw ConversionError("channel count outside 1..4");
+  const int count = channel_count_or_none(row);
+  if (count == 0) throw ConversionError("channel count outside 1..4");
   return count;
 }
 
 int DeviceTable::channel_count_or_none(int row) const {
-  int count = 0;
-  skip_on_error([&] { count = channel_count(row); });
-  return count;
+  const double count = round_half_even(number_of(text(channel_count_field, row)).value_or(0));
+  return count >= 1 && count <= 4 ? static_cast<int>(count) : 0;
 }
 
 DeviceTable read_device_table(std::string_view bytes) {

@@ -17,11 +17,18 @@ class DeviceTable {
 
   // The name of the type in row `row`, and name and unit of its channel 0..3. Empty text outside
   // the table: a damaged device file must not crash the program.
-  const QString& type_name(int row) const { return text(0, row); }
-  const QString& channel_name(int row, int channel) const { return text(3 + 2 * channel, row); }
-  const QString& channel_unit(int row, int channel) const { return text(4 + 2 * channel, row); }
+  const QString& type_name(int row) const { return text(type_field, row); }
+  const QString& channel_name(int row, int channel) const {
+    return text(first_channel_field + 2 * channel, row);
+  }
+  const QString& channel_unit(int row, int channel) const {
+    return text(first_channel_field + 2 * channel + 1, row);
+  }
 
-  // Field 0 type name, 2 channel count as text, 3/5/7/9 channel names, 4/6/8/10 their units.
+  // A field as it is in the file. The unit of a channel follows its name.
+  static constexpr int type_field = 0;
+  static constexpr int channel_count_field = 2;
+  static constexpr int first_channel_field = 3;
   const QString& text(int field, int row) const;
   void set_text(int field, int row, const QString& text);
 

@@ -28,8 +28,7 @@ QDateTime sample_time(std::int64_t sample) {
 
 // If the clock was set back, a Recording can end before it begins. Its end is then no limit.
 void set_latest(QDateTimeEdit& picker, QDate date) {
-  if (date < picker.minimumDate()) throw ConversionError("latest date before the earliest");
-  picker.setMaximumDate(date);
+  if (date >= picker.minimumDate()) picker.setMaximumDate(date);
 }
 
 }  // namespace

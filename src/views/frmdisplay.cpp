@@ -76,7 +76,7 @@ void frmdisplay::load_graph() {
   hide_cursor();
   if (recording.SampleCount > 1) Slider1->setMaximum(recording.SampleCount - 1);
   recording.ViewCount = recording.SampleCount;
-  skip_on_error([this] { redraw(); });
+  RedrawGraph();
 }
 
 void frmdisplay::RedrawGraph() {

@@ -2,18 +2,8 @@
 // mouse.
 #pragma once
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractSpinBox>
 #include <QAccessible>
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QShortcut>
-#include <QSlider>
-#include <QTabBar>
+#include <QtWidgets>
 
 // The controls that a user can operate in a window, without the parts of which Qt makes them.
 inline QList<QWidget*> controls_of(const QWidget& window) {
